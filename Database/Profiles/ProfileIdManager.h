@@ -1,0 +1,16 @@
+#pragma once
+
+#include <cstdint>
+
+/// Hands out ids for new profiles. Reached through Singleton<ProfileIdManager>; used by one thread.
+class ProfileIdManager {
+ public:
+  /// One more than the last id.
+  uint32_t NextId() { return ++last_; }
+
+  /// Sets the last id in use; whoever owns the profiles does so before the first new one is made.
+  void SetLast(uint32_t last) { last_ = last; }
+
+ private:
+  uint32_t last_ = 0;
+};

@@ -1,0 +1,43 @@
+#include "Database/SQLite/DatabasePlatform.h"
+
+#include <windows.h>
+
+#include "NetUtilities/ErrorText.h"
+#include "NetUtilities/Logger/LogOutputHelper.h"
+#include "NetUtilities/PathData.h"
+#include "NetUtilities/Singleton.h"
+#include "NetUtilities/TraceFlags.h"
+
+namespace {
+
+std::wstring ExecutablePath() {
+  const auto paths = Singleton<PathData>::Get();
+  return paths ? paths->GetExecutablePath() : std::wstring();
+}
+
+std::wstring UserDataDirectory() {
+  const auto paths = Singleton<PathData>::Get();
+  return paths ? paths->GetUserDataDirectory() : std::wstring();
+}
+
+InstanceMutex CreateInstanceMutex(const std::wstring& name) {
+  SetLastError(ERROR_SUCCESS);
+  const HANDLE mutex = CreateMutexW(nullptr, FALSE, name.c_str());
+  const bool first = GetLastError() == ERROR_SUCCESS;
+  if (mutex == nullptr) return {};
+  return {{mutex, &CloseHandle}, first};
+}
+
+void WriteToDebugger(std::wstring_view message) { LogOutputHelper::GetLogOutput(LogOutput::Debugger)(message); }
+
+}  // namespace
+
+DatabasePlatform databasePlatform = {
+    [] { return static_cast<uint32_t>(GetCurrentProcessId()); },
+    ExecutablePath,
+    UserDataDirectory,
+    CreateInstanceMutex,
+    [](unsigned bit) { return IsTraceFlagSet(bit); },
+    ErrorSuffix,
+    WriteToDebugger,
+};

@@ -1,0 +1,206 @@
+#include "Database/SQLite/SQLite.h"
+
+#include <sqlite3.h>
+
+#include <algorithm>
+#include <cstring>
+
+#include "Database/SQLite/DatabasePlatform.h"
+#include "Database/SQLite/DecimalText.h"
+#include "Database/SQLite/SQLiteDatabaseManager.h"
+#include "Database/SQLite/Utf16.h"
+#include "NetUtilities/Format.h"
+#include "NetUtilities/FunctionName.h"
+#include "NetUtilities/Logger/Log.h"
+#include "NetUtilities/Singleton.h"
+#include "NetUtilities/Text.h"
+
+namespace {
+
+void LogError(const std::wstring& line) {
+  if (databasePlatform.isTraceFlagSet(kDatabaseTraceFlag)) Log(LogSource::Database, LogLevel::Error, line);
+  Log(LogLevel::Error, line);
+}
+
+std::wstring ErrorText(int32_t code) {
+  constexpr size_t kLongest = 256;
+  return FromUtf8(sqlite3_errstr(code)).substr(0, kLongest);  // SQLite's texts are plain ASCII
+}
+
+// By bytes, because the member may be an unsigned number or an enumeration of the same size.
+template <typename Value>
+void Assign(void* member, Value value) {
+  std::memcpy(member, &value, sizeof value);
+}
+
+void ReadNarrowText(sqlite3_stmt* statement, int column, void* member) {
+  const unsigned char* const text = sqlite3_column_text(statement, column);
+  if (text == nullptr) return;
+  const auto length = static_cast<size_t>(sqlite3_column_bytes(statement, column));
+  std::string& value = *static_cast<std::string*>(member);
+  value.resize(length);
+  std::memcpy(value.data(), text, length);
+}
+
+// Every kind is read through the column's text, whatever SQLite stored. False for an unknown kind.
+bool ReadColumn(sqlite3_stmt* statement, int column, ColumnKind kind, void* member) {
+  if (kind == ColumnKind::NarrowText) {
+    ReadNarrowText(statement, column, member);
+    return true;
+  }
+  if (kind < ColumnKind::Text || kind > ColumnKind::Integer16) return false;
+  const void* const stored = sqlite3_column_text16(statement, column);
+  if (stored == nullptr) return true;
+  const std::u16string_view text(static_cast<const char16_t*>(stored),
+                                 static_cast<size_t>(sqlite3_column_bytes16(statement, column)) / sizeof(char16_t));
+  switch (kind) {
+    case ColumnKind::Text:
+      *static_cast<std::wstring*>(member) = FromUtf16(text);
+      break;
+    case ColumnKind::Character:
+      Assign(member, static_cast<wchar_t>(text.empty() ? u'\0' : text.front()));
+      break;
+    case ColumnKind::Integer32:
+    case ColumnKind::Key:
+    case ColumnKind::ParentKey:
+      Assign(member, static_cast<int32_t>(ParseInteger64(text)));
+      break;
+    case ColumnKind::Integer64:
+      Assign(member, ParseInteger64(text));
+      break;
+    case ColumnKind::Boolean:
+      Assign(member, ParseInteger32(text) != 0);
+      break;
+    case ColumnKind::Integer16:
+      Assign(member, static_cast<uint16_t>(ParseInteger64(text)));
+      break;
+    case ColumnKind::NarrowText:
+      break;
+  }
+  return true;
+}
+
+std::wstring ListQuery(std::wstring_view table, const SQLRecord& record) {
+  std::wstring query = L"select ";
+  std::wstring key;
+  for (const ColumnBinding& binding : record.GetBindings()) {
+    if (binding.kind == ColumnKind::Key) {
+      key = binding.name;
+      query += binding.name + L", ";
+    } else if (binding.kind == ColumnKind::ParentKey) {
+      query += binding.name + L" from ";
+      break;
+    }
+  }
+  return query.append(table) + L" where " + key + L" = @recordId;";
+}
+
+std::wstring LoadQuery(std::wstring_view table, std::wstring_view condition, const SQLRecord& record) {
+  std::wstring query = L"select ";
+  std::wstring_view separator;
+  for (const ColumnBinding& binding : record.GetBindings()) {
+    query.append(separator).append(binding.name);
+    separator = L", ";
+  }
+  return query.append(L" from ").append(table).append(L" ").append(condition).append(L";");
+}
+
+}  // namespace
+
+int32_t SQLite::Open(const std::wstring& directory, const std::wstring& fileName) {
+  const auto manager = Singleton<SQLiteDatabaseManager>::Get();
+  if (!manager) return SQLITE_CANTOPEN;
+  path_ = manager->ComposePath(directory, fileName);
+  database_ = manager->GetDatabase(path_);
+  return database_->GetResult();
+}
+
+int32_t SQLite::Execute(SQLContext& context, std::wstring&& statement, std::vector<int32_t>&& values) {
+  statement_ = std::exchange(statement, {});
+  const std::vector<int32_t> bound = std::exchange(values, {});
+  RecordParameters(bound);
+  int32_t result = context.Prepare(database_ ? database_->GetConnection() : nullptr, statement_);
+  for (size_t index = 0; index < bound.size() && result == SQLITE_OK; ++index) {
+    result = sqlite3_bind_int(context.Get(), static_cast<int>(index + 1), bound[index]);
+  }
+  return result == SQLITE_OK ? context.Step() : result;
+}
+
+void SQLite::ReadData(SQLContext& context, SQLRecord* record) const {
+  int column = 0;
+  for (const ColumnBinding& binding : record->GetBindings()) {
+    if (ReadColumn(context.Get(), column, binding.kind, binding.member)) {
+      ++column;
+    } else {
+      const std::wstring operation = CleanFunctionName(std::source_location::current().function_name());
+      LogError(Format(L"SQLite: {} Error: Error unknown data type - {}", operation, StatementWithParameters()));
+    }
+  }
+}
+
+int32_t SQLite::GetHierarchicalList(std::wstring_view table, const SQLRecord& record, uint32_t id,
+                                    std::vector<uint32_t>& list) {
+  list.clear();
+  const std::wstring query = ListQuery(table, record);
+  SQLContext context;
+  uint32_t current = id;
+  uint32_t parent = 0;
+  for (;;) {
+    int32_t result = Execute(context, std::wstring(query), {static_cast<int32_t>(current)});
+    while (result == SQLITE_ROW) {
+      list.push_back(static_cast<uint32_t>(sqlite3_column_int(context.Get(), 0)));
+      parent = static_cast<uint32_t>(sqlite3_column_int(context.Get(), 1));
+      result = context.Step();
+    }
+    if (result != SQLITE_DONE) {
+      ReportError(result);
+      return result;
+    }
+    if (parent == 0) return result;
+    current = parent;
+  }
+}
+
+int32_t SQLite::LoadHierarchical(std::wstring_view table, std::wstring_view condition, uint32_t id, SQLRecord& record) {
+  std::vector<uint32_t> chain;
+  if (const int32_t result = GetHierarchicalList(table, record, id, chain); result != SQLITE_DONE) return result;
+  const std::wstring query = LoadQuery(table, condition, record);
+  SQLContext context;
+  for (; !chain.empty(); chain.pop_back()) {
+    int32_t result = Execute(context, std::wstring(query), {static_cast<int32_t>(chain.back())});
+    if (result == SQLITE_ROW) {
+      ReadData(context, &record);
+      result = context.Step();
+    }
+    if (result != SQLITE_DONE) {
+      ReportError(result);
+      return result;
+    }
+  }
+  return SQLITE_DONE;
+}
+
+void SQLite::ReportError(int32_t code, const std::source_location& operation) const {
+  if (code == SQLITE_OK) return;
+  LogError(Format(L"SQLite: {} Error: {} - {} - {}", CleanFunctionName(operation.function_name()), code,
+                  ErrorText(code), StatementWithParameters()));
+}
+
+// Pairs the "@" names of the statement with the values, as long as there are both.
+void SQLite::RecordParameters(const std::vector<int32_t>& values) {
+  parameters_.clear();
+  size_t start = statement_.find(L'@');
+  for (auto value = values.begin(); value != values.end() && start != std::wstring::npos; ++value) {
+    const size_t end = std::min(statement_.find_first_of(L", );", start), statement_.size());
+    parameters_.emplace_back(statement_.substr(start, end - start), std::to_wstring(*value));
+    start = statement_.find(L'@', end);
+  }
+}
+
+std::wstring SQLite::StatementWithParameters() const {
+  std::wstring text = statement_;
+  for (const auto& [name, value] : parameters_) {
+    if (const size_t at = text.find(name); at != std::wstring::npos) text.replace(at, name.size(), value);
+  }
+  return text;
+}

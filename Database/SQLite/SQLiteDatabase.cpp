@@ -1,0 +1,96 @@
+#include "Database/SQLite/SQLiteDatabase.h"
+
+#include <sqlite3.h>
+
+#include <filesystem>
+#include <utility>
+
+#include "Database/SQLite/DatabasePlatform.h"
+#include "Database/SQLite/Utf16.h"
+#include "NetUtilities/Format.h"
+#include "NetUtilities/Logger/Log.h"
+#include "NetUtilities/Text.h"
+
+namespace {
+
+bool Tracing() { return databasePlatform.isTraceFlagSet(kDatabaseTraceFlag); }
+
+const std::wstring& InstanceMutexName() {
+  static const std::wstring name = Format(L"Global\\{}", L"TARN_Database");
+  return name;
+}
+
+// SQLite's own log: what its functions complain about.
+void OnSqliteError(void* /*database*/, int code, const char* message) {
+  if (!Tracing()) return;
+  Log(LogSource::Database, LogLevel::Error, Format(L"({}) {}", code, FromUtf8(message == nullptr ? "" : message)));
+}
+
+// Every statement that SQLite runs; without a text when a connection is closed.
+void OnSqliteStatement(void* /*database*/, sqlite3* /*connection*/, const char* statement, int /*event*/) {
+  if (statement == nullptr || !Tracing()) return;
+  Log(LogSource::Database, LogLevel::Detail, FromUtf8(statement) + databasePlatform.errorSuffix(0));
+}
+
+}  // namespace
+
+int32_t SQLiteDatabase::Open(bool configureLogging, const std::wstring& path) {
+  if (connection_ != nullptr) return SQLITE_OK;
+  result_ = SQLITE_OK;
+  path_ = path;
+  if (!std::filesystem::exists(std::filesystem::path(path_))) {
+    Log(LogLevel::Info, Format(L"database not found: {}", path_));
+    result_ = SQLITE_CANTOPEN;
+    return result_;
+  }
+
+  InstanceMutex instance = databasePlatform.createInstanceMutex(InstanceMutexName());
+  instanceMutex_ = std::move(instance.handle);
+  if (configureLogging && instance.first) ConfigureLogging();
+  if (Tracing()) {
+    Log(LogSource::Database, LogLevel::Detail,
+        Format(L"[{:#07x}] Opening database {} - process {}", databasePlatform.processId(), path_,
+               databasePlatform.executablePath()));
+  }
+
+  constexpr int kFlags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_FULLMUTEX | SQLITE_OPEN_EXRESCODE;
+  result_ = sqlite3_open_v2(ToUtf8(path_).c_str(), &connection_, kFlags, nullptr);
+  if (result_ != SQLITE_OK) {
+    Log(LogLevel::Error,
+        Format(L"Can't open database {}: {} - {}", path_, result_, FromUtf16(sqlite3_errmsg16(connection_))));
+    Close();
+  }
+  return result_;
+}
+
+int32_t SQLiteDatabase::Close() {
+  if (connection_ == nullptr) return SQLITE_OK;
+  if (Tracing()) {
+    Log(LogSource::Database, LogLevel::Detail,
+        Format(L"Closing database {} - process {}", path_, databasePlatform.executablePath()));
+  }
+  const int32_t result = sqlite3_close(connection_);
+  if (result != SQLITE_OK) {
+    databasePlatform.debuggerOutput(
+        Format(L"SQLite Can't close database: {} - {}", result, FromUtf16(sqlite3_errmsg16(connection_))));
+  }
+  connection_ = nullptr;
+  instanceMutex_.reset();
+  return result;
+}
+
+// The calls may fail when something in the process has used the library before, which does no harm.
+void SQLiteDatabase::ConfigureLogging() {
+  if (const int result = sqlite3_config(SQLITE_CONFIG_LOG, OnSqliteError, static_cast<void*>(this));
+      result != SQLITE_OK && Tracing()) {
+    Log(LogSource::Database, LogLevel::Error,
+        Format(L"[{:#07x}] Can't config database: SQLite_CONFIG_LOG {} - process {}", databasePlatform.processId(),
+               result, databasePlatform.executablePath()));
+  }
+  if (const int result = sqlite3_config(SQLITE_CONFIG_SQLLOG, OnSqliteStatement, static_cast<void*>(this));
+      result != SQLITE_OK && Tracing()) {
+    Log(LogSource::Database, LogLevel::Error,
+        Format(L"[{:#07x}] Can't config database: SQLITE_CONFIG_SQLLOG {} - process {}", databasePlatform.processId(),
+               result, databasePlatform.executablePath()));
+  }
+}

@@ -1,0 +1,6 @@
+#include "LoginProperties/LoginPropertiesContext.h"
+
+LoginPropertiesContext& GetContext() {
+  static LoginPropertiesContext context;
+  return context;
+}

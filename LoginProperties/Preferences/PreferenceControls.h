@@ -1,0 +1,6 @@
+#pragma once
+
+#define IDD_PREFERENCE 126
+
+#define IDC_PREFERENCE_FRAME 1067
+#define IDC_PREFERENCE_TREE 1020

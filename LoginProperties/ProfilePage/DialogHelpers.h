@@ -1,0 +1,31 @@
+#pragma once
+
+#include <windows.h>
+
+#include <cstdint>
+#include <string>
+
+/// What every page passes to DisplayHelp as command.
+inline constexpr uint32_t kHelpCommand = 15;
+
+void EnableControl(HWND page, int id, bool enable);
+void HideControl(HWND page, int id);
+void ShowControl(HWND page, int id);
+
+/// Whether a check box is checked or in its third state.
+bool IsControlChecked(HWND page, int id);
+
+void CheckControl(HWND page, int id, bool check);
+
+/// The text with this number of the module's own string table.
+std::wstring OwnString(unsigned id);
+
+/// Empties a combo box and fills it with the items, separated by "~", of string `stringId` of this module.
+void FillComboFromString(HWND combo, unsigned stringId);
+
+/// Hides a control, sets its text and shows it again, so that a static control repaints its whole area. Does nothing
+/// when `page` is null.
+void SetControlTextHidden(HWND page, int id, const std::wstring& text);
+
+/// Enables or disables every control that follows the "Override defaults" box in the page's tab order.
+void EnableControlsAfterOverride(HWND page, bool enable);

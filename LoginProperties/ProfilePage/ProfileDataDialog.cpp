@@ -1,0 +1,104 @@
+#include "LoginProperties/ProfilePage/ProfileDataDialog.h"
+
+#include <windowsx.h>
+
+#include "LoginProperties/LoginPropertiesContext.h"
+#include "LoginProperties/ProfilePage/ConfigCache.h"
+#include "LoginProperties/ProfilePage/DialogHelpers.h"
+#include "LoginProperties/ProfilePage/OverridePolicy.h"
+#include "LoginProperties/ProfilePage/ProfileControls.h"
+#include "LoginProperties/ProfilePage/ProfileSelector.h"
+#include "NetUtilities/RegistryKey.h"
+#include "WaylineDll/Messages.h"
+#include "WaylineDll/Records.h"
+
+namespace {
+
+bool IsKeyDown(int key) { return (GetAsyncKeyState(key) & 0x8000) != 0; }
+
+}  // namespace
+
+int ProfileDataDialog::OnInitDialog(int64_t) {
+  profileCombo = GetDlgItem(GetWindow(), IDC_PROFILE_COMBO);
+  overrideCheck = GetDlgItem(GetWindow(), IDC_OVERRIDE_CHECK);
+  return 1;
+}
+
+int ProfileDataDialog::SetWindowControls() {
+  if (profileCombo == nullptr) return 1;  // the page is still being created
+  const LoginPropertiesContext& context = GetContext();
+  SetWindowRedraw(profileCombo, FALSE);
+  ComboBox_ResetContent(profileCombo);
+  for (const SelectableProfile& profile : SelectableProfiles(context.profiles)) {
+    const int index = ComboBox_AddString(profileCombo, profile.name.c_str());
+    ComboBox_SetItemData(profileCombo, index, profile.id);
+  }
+  if (context.currentProfile) {
+    ComboBox_SelectString(profileCombo, -1, context.currentProfile->GetName().c_str());
+  }
+  SetWindowRedraw(profileCombo, TRUE);
+  InvalidateRect(profileCombo, nullptr, TRUE);
+  return 1;
+}
+
+void ProfileDataDialog::SelectProfileFromCombo(HWND combo) {
+  LoginPropertiesContext& context = GetContext();
+  const auto id = static_cast<uint32_t>(ComboBox_GetItemData(combo, ComboBox_GetCurSel(combo)));
+  if (auto profile = FindProfile(context.profiles, id)) context.currentProfile = std::move(profile);
+}
+
+bool ProfileDataDialog::IsOverrideDisabled(const wchar_t* pageName) {
+  const DWORD policy = ReadRegistryDword(HKEY_LOCAL_MACHINE, PolicyKeyOf(pageName), kDisableOverrideValue, 0);
+  return PolicyHolds(policy, IsKeyDown(VK_SHIFT), IsKeyDown(VK_CONTROL));
+}
+
+void ProfileDataDialog::ApplyOverridePolicy(const wchar_t* pageName, SetFlag followDefaults) {
+  if (!IsOverrideDisabled(pageName)) return;
+  if (const auto& profile = GetContext().currentProfile) followDefaults(*profile, true);
+  EnableControl(GetWindow(), IDC_OVERRIDE_CHECK, true);
+}
+
+void ProfileDataDialog::ShowOverride(bool followsDefaults) {
+  CheckControl(GetWindow(), IDC_OVERRIDE_CHECK, !followsDefaults);
+  EnableControlsAfterOverride(GetWindow(), !followsDefaults);
+}
+
+int ProfileDataDialog::OnOverrideClicked(SetFlag followDefaults) {
+  if (const auto& profile = GetContext().currentProfile) {
+    followDefaults(*profile, !IsControlChecked(GetWindow(), IDC_OVERRIDE_CHECK));
+    profile->SetState(ChangeState::Changed);
+  }
+  SetWindowControls();
+  return 1;
+}
+
+int ProfileDataDialog::OnProfileSelected() {
+  SelectProfileFromCombo(profileCombo);
+  SetWindowControls();
+  return 1;
+}
+
+int ProfileDataDialog::OnSheetNotification(int64_t record, uint32_t helpTopic, HWND helpParent) {
+  switch (reinterpret_cast<const NMHDR*>(record)->code) {
+    case PSN_SETACTIVE:
+      SetWindowControls();
+      return 0;
+    case PSN_KILLACTIVE:
+      return ValidateWindowControls() == 0 ? 1 : 0;
+    case PSN_HELP:
+      DisplayHelp(helpTopic, helpParent, kHelpCommand);
+      return 0;
+    default:
+      return 0;
+  }
+}
+
+std::shared_ptr<ConfigSetting> ProfileDataDialog::GetCurrentAutoConfig() {
+  LoginPropertiesContext& context = GetContext();
+  return FindOrLoadConfig(context.autoConfigs, context.currentProfile->GetProfileId(), LoadAutoConfig);
+}
+
+std::shared_ptr<ConfigSetting> ProfileDataDialog::GetCurrentManualConfig() {
+  LoginPropertiesContext& context = GetContext();
+  return FindOrLoadConfig(context.manualConfigs, context.currentProfile->GetProfileId(), LoadManualConfig);
+}

@@ -1,0 +1,18 @@
+#include "LoginProperties/ProfilePage/ProfileSelector.h"
+
+std::vector<SelectableProfile> SelectableProfiles(const ProfileTable& profiles) {
+  // Up to this id the records are roots that login profiles are linked to.
+  constexpr uint32_t kLastRootProfileId = 2000;
+  std::vector<SelectableProfile> selectable;
+  for (const auto& [key, profile] : profiles) {
+    const uint32_t id = profile->GetProfileId();
+    std::wstring name = profile->GetName();
+    if (id > kLastRootProfileId && !name.empty() && !profile->GetHidden()) selectable.push_back({std::move(name), id});
+  }
+  return selectable;
+}
+
+std::shared_ptr<Profile> FindProfile(const ProfileTable& profiles, uint32_t id) {
+  const auto found = profiles.find(id);
+  return found != profiles.end() ? found->second : nullptr;
+}

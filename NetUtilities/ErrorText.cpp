@@ -1,0 +1,27 @@
+#include "NetUtilities/ErrorText.h"
+
+#include <windows.h>
+
+#include <array>
+
+#include "NetUtilities/Format.h"
+
+std::wstring SystemErrorText(uint32_t code) {
+  constexpr DWORD kEnglishUnitedStates = 1033;
+  std::array<wchar_t, 512> buffer{};
+  const DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM, nullptr, code, kEnglishUnitedStates, buffer.data(),
+                                      static_cast<DWORD>(buffer.size()), nullptr);
+  if (length == 0 || buffer[0] == L'\0') return {};
+  std::wstring text = buffer.data();
+  std::erase(text, L'\r');
+  while (text.size() > 1 && text.back() == L'\n') text.pop_back();
+  return text;
+}
+
+std::wstring ErrorSuffix(int32_t code) {
+  const auto bits = static_cast<uint32_t>(code);
+  const std::wstring text = SystemErrorText(bits);
+  std::wstring suffix = Format(L" Error {} ({:#x})", code, bits);
+  if (!text.empty()) suffix += L" - " + text;
+  return suffix;
+}

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+/// Severity of a message; smaller is more severe.
+enum class LogLevel : uint16_t {
+  Fatal = 1,
+  Error = 2,
+  Info = 3,
+  Detail = 4,
+  Trace = 5,
+};
+
+/// Which component a message comes from. Numbers up to 36 exist; the others belong to other parts of the client.
+enum class LogSource : uint16_t {
+  General = 1,
+  Impersonation = 8,
+  Database = 28,
+};
+
+/// Logs one message, composed by the caller and without a line end. Messages that the current level filters out, empty
+/// ones, and those that come while the process ends are dropped. Any thread may log.
+void Log(LogSource source, LogLevel level, std::wstring_view message);
+
+/// As above, from the default source `General`.
+void Log(LogLevel level, std::wstring_view message);

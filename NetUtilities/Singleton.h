@@ -1,0 +1,40 @@
+#pragma once
+
+#include <memory>
+#include <mutex>
+
+#include "NetUtilities/LifetimeTracker.h"
+
+/// The module's one `T`: created on first use, handed out as a shared reference, destroyed by the LifetimeTracker.
+template <typename T>
+class Singleton {
+ public:
+  /// The instance, or null once it has been destroyed; a caller that gets null skips its work. A reference keeps the
+  /// object alive until it is let go, also past its destruction by the tracker.
+  static std::shared_ptr<T> Get() {
+    const std::scoped_lock lock(mutex_);
+    if (!instance_ && !ended_) {
+      instance_ = std::make_shared<T>();
+      LifetimeTracker::Get().Add(&Singleton::Destroy);
+    }
+    return instance_;
+  }
+
+  /// True while the instance exists; asking does not create it.
+  static bool Exists() {
+    const std::scoped_lock lock(mutex_);
+    return instance_ != nullptr;
+  }
+
+ private:
+  static void Destroy() {
+    std::shared_ptr<T> last;  // released after the lock, so that the object's destructor may call Get()
+    const std::scoped_lock lock(mutex_);
+    ended_ = true;
+    last.swap(instance_);
+  }
+
+  inline static std::mutex mutex_;
+  inline static std::shared_ptr<T> instance_;
+  inline static bool ended_ = false;
+};

@@ -1,0 +1,137 @@
+// Wayline.exe: shows the login properties sheet on a settings database and saves what the user confirms.
+
+#include <windows.h>
+
+#include <objbase.h>
+
+#include <exception>
+#include <iostream>
+#include <string>
+#include <vector>
+
+#include "LoginProperties/LoginPropertiesContext.h"
+#include "NetUtilities/PathData.h"
+#include "NetUtilities/Singleton.h"
+#include "NetUtilities/Text.h"
+#include "Wayline/Options.h"
+#include "Wayline/ProfileChoice.h"
+#include "Wayline/Report.h"
+#include "Wayline/SheetModule.h"
+#include "WaylineDll/Host.h"
+#include "WaylineDll/LiveState.h"
+
+namespace {
+
+constexpr int kSuccess = 0;
+constexpr int kFailed = 1;
+constexpr int kBadCommandLine = 2;
+
+constexpr INT_PTR kSheetConfirmed = 1;
+constexpr INT_PTR kSheetNotShown = -1;
+
+// What is printed is UTF-8, on the console too.
+class Utf8Console {
+ public:
+  Utf8Console() : previous_(GetConsoleOutputCP()) { SetConsoleOutputCP(CP_UTF8); }
+  ~Utf8Console() { SetConsoleOutputCP(previous_); }
+  Utf8Console(const Utf8Console&) = delete;
+  Utf8Console& operator=(const Utf8Console&) = delete;
+
+ private:
+  UINT previous_;
+};
+
+// The sheet's thread is a COM apartment: the log service and the shell need one.
+class ComApartment {
+ public:
+  ComApartment() : result_(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED)) {}
+  ~ComApartment() {
+    if (SUCCEEDED(result_)) CoUninitialize();
+  }
+  ComApartment(const ComApartment&) = delete;
+  ComApartment& operator=(const ComApartment&) = delete;
+
+ private:
+  HRESULT result_;
+};
+
+// The settings database is open while this lives.
+class OpenDatabase {
+ public:
+  OpenDatabase() = default;
+  ~OpenDatabase() { CloseSettings(); }
+  OpenDatabase(const OpenDatabase&) = delete;
+  OpenDatabase& operator=(const OpenDatabase&) = delete;
+};
+
+int Fail(const std::wstring& sentence) {
+  std::cerr << ToUtf8(sentence) << '\n';
+  return kFailed;
+}
+
+std::wstring DefaultDatabase() {
+  const std::wstring folder = Singleton<PathData>::Get()->GetUserDataDirectory();
+  return folder.empty() ? folder : folder + L"\\Wayline.db";
+}
+
+int PrintProfiles(const Options& options, const ProfileTable& profiles) {
+  const uint32_t activeId = GetActiveProfileIdExoprt();
+  std::cout << (options.json ? ProfileListJson(profiles, activeId) : ProfileListText(profiles, activeId));
+  return kSuccess;
+}
+
+int ShowSheet(const Options& options, ProfileTable profiles) {
+  SheetModule module;  // outlives the records below, some of which it makes
+  LoginPropertiesContext context;
+  if (const Failure failure =
+          ChooseProfile(profiles, options.profile, GetActiveProfileIdExoprt(), context.currentProfile)) {
+    return Fail(*failure);
+  }
+  if (const Failure failure = module.Load()) return Fail(*failure);
+  context.resourceInstance = module.Instance();
+  context.mode = static_cast<SheetMode>(options.mode);
+  context.profiles = std::move(profiles);
+
+  // The sheet's records are ours: after any other result than OK they hold edits that nobody wants, and are
+  // dropped.
+  const INT_PTR result = module.Show(context);
+  Failure failure;
+  std::vector<RecordChange> changes;
+  if (result == kSheetConfirmed) {
+    failure = SaveSettings(
+        {context.profiles, context.preferences, context.autoStartItems, context.manualConfigs, context.autoConfigs},
+        changes);
+  } else if (result == kSheetNotShown) {
+    failure = L"The sheet could not be shown.";
+  }
+  std::cout << SheetResultJson(result, result == kSheetConfirmed && !failure, changes);
+  return failure ? Fail(*failure) : kSuccess;
+}
+
+int Run(const Options& options) {
+  const std::wstring file = options.database.empty() ? DefaultDatabase() : options.database;
+  if (file.empty()) return Fail(L"The folder of the user's settings cannot be determined.");
+  const OpenDatabase database;
+  ProfileTable profiles;
+  Failure failure = OpenSettings(file);
+  if (!failure) failure = LoadProfiles(profiles);
+  if (failure) return Fail(*failure);
+  return options.list ? PrintProfiles(options, profiles) : ShowSheet(options, std::move(profiles));
+}
+
+}  // namespace
+
+int wmain(int count, wchar_t** arguments) {
+  const Utf8Console console;
+  const ComApartment apartment;
+  const CommandLine commandLine = ParseCommandLine({arguments + 1, arguments + count});
+  if (commandLine.answer) {
+    (commandLine.answer->isError ? std::cerr : std::cout) << commandLine.answer->text;
+    return commandLine.answer->isError ? kBadCommandLine : kSuccess;
+  }
+  try {
+    return Run(commandLine.options);
+  } catch (const std::exception& exception) {
+    return Fail(L"Wayline failed: " + FromUtf8(exception.what()) + L".");
+  }
+}

@@ -1,0 +1,50 @@
+#include "Wayline/Options.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <iterator>
+
+#include "NetUtilities/Text.h"
+
+CommandLine ParseCommandLine(const std::vector<std::wstring>& arguments) {
+  CommandLine commandLine;
+  Options& options = commandLine.options;
+  std::string database;
+
+  CLI::App app("Shows the login properties sheet on a settings database and saves what the user changes.", "Wayline");
+  app.allow_windows_style_options(false);
+  // The parser itself takes an empty number for none.
+  const CLI::Validator notEmpty([](const std::string& value) { return std::string(value.empty() ? "no value" : ""); },
+                                "");
+  app.add_option("--mode", options.mode, "Pages of the sheet: 1 all, 2 Timeouts only, 3 Wi-Fi Switching only")
+      ->check(notEmpty)
+      ->check(CLI::IsMember({1, 2, 3}));
+  app.add_option("--profile", options.profile, "Id of the profile to select; the active one by default")
+      ->check(notEmpty);
+  app.add_option("--database", database, "Settings database; created with sample data when it is missing")
+      ->check(notEmpty)
+      ->type_name("FILE");
+  CLI::Option* list = app.add_flag("--list", options.list, "Print the profiles instead of showing the sheet");
+  app.add_flag("--json", options.json, "Print the profiles as JSON")->needs(list);
+  app.set_version_flag("--version", "Wayline " WAYLINE_VERSION);
+  app.footer(
+      "When the sheet ends, one line of JSON tells its result (1 for OK, 0 for Cancel), whether the changes\n"
+      "were saved, and the saved records. The exit code is 0 unless something failed; then a line on the\n"
+      "error output says what.");
+
+  // The parser takes its arguments from the end of the list.
+  std::vector<std::string> reversed;
+  std::transform(arguments.rbegin(), arguments.rend(), std::back_inserter(reversed), ToUtf8);
+  try {
+    app.parse(reversed);
+  } catch (const CLI::CallForHelp&) {
+    commandLine.answer = {app.help(), false};
+  } catch (const CLI::CallForVersion& version) {
+    commandLine.answer = {version.what() + std::string("\n"), false};
+  } catch (const CLI::ParseError& error) {
+    commandLine.answer = {std::string("The command line is not understood: ") + error.what() + ".\n", true};
+  }
+  options.database = FromUtf8(database);
+  return commandLine;
+}

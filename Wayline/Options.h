@@ -1,0 +1,29 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+/// What the user asks the program to do.
+struct Options {
+  uint32_t mode = 1;                // which pages the sheet has: 1 all, 2 Timeouts, 3 Wi-Fi Switching
+  std::optional<uint32_t> profile;  // the profile to select; the active one when not given
+  std::wstring database;            // the settings database; the user's own when empty
+  bool list = false;                // print the profiles instead of showing the sheet
+  bool json = false;                // print them as JSON
+};
+
+/// A command line that was read: the options, or a text that answers it at once.
+struct CommandLine {
+  Options options;
+
+  struct Answer {
+    std::string text;      // UTF-8, with its line ends
+    bool isError = false;  // the command line was not understood
+  };
+  std::optional<Answer> answer;
+};
+
+/// Reads the arguments, the program's name left out.
+CommandLine ParseCommandLine(const std::vector<std::wstring>& arguments);

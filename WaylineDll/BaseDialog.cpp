@@ -1,0 +1,120 @@
+#include "WaylineDll/BaseDialog.h"
+
+#include <windowsx.h>
+
+namespace {
+
+// The page whose window the sheet is about to create. A page's first message carries the sheet's description of the
+// page where that of a modal dialog carries the object itself.
+thread_local BaseDialog* pageInCreation = nullptr;
+
+BaseDialog* ObjectOf(HWND window) { return reinterpret_cast<BaseDialog*>(GetWindowLongPtrW(window, DWLP_USER)); }
+
+}  // namespace
+
+BaseDialog::BaseDialog(HINSTANCE instance, const wchar_t* templateId, HWND parentWindow)
+    : instance_(instance), templateId_(templateId), parentWindow_(parentWindow) {}
+
+BaseDialog::~BaseDialog() = default;
+
+int BaseDialog::SetWindowControls() { return 1; }
+
+int BaseDialog::ReadWindowControls() { return 1; }
+
+int BaseDialog::ValidateWindowControls() { return 1; }
+
+int BaseDialog::OnOk(int64_t) { return ReadWindowControls(); }
+
+int BaseDialog::OnInitDialog(int64_t) {
+  SetWindowControls();
+  return 1;
+}
+
+int BaseDialog::OnCancel(int64_t) { return EndDialog(window_, IDCANCEL); }
+
+int BaseDialog::OnHelp(int64_t) { return 0; }
+
+int BaseDialog::OnChar(int64_t) { return 0; }
+
+int BaseDialog::OnDestroy(int64_t) { return 0; }
+
+int BaseDialog::OnCommand(uint64_t, int64_t) { return 0; }
+
+int BaseDialog::OnNotify(uint64_t, int64_t) { return 0; }
+
+int BaseDialog::OnMsg(uint32_t, uint64_t, int64_t) { return 0; }
+
+int BaseDialog::DoModal() {
+  // A page whose window could not be created must not take this one.
+  pageInCreation = nullptr;
+  return static_cast<int>(
+      DialogBoxParamW(instance_, templateId_, parentWindow_, MyDlgProc, reinterpret_cast<LPARAM>(this)));
+}
+
+INT_PTR CALLBACK BaseDialog::MyDlgProc(HWND window, UINT message, WPARAM wordParameter, LPARAM longParameter) {
+  if (message == WM_INITDIALOG) {
+    BaseDialog* created = pageInCreation != nullptr ? pageInCreation : reinterpret_cast<BaseDialog*>(longParameter);
+    pageInCreation = nullptr;
+    created->window_ = window;
+    SetWindowLongPtrW(window, DWLP_USER, reinterpret_cast<LONG_PTR>(created));
+  }
+  // Messages that come before WM_INITDIALOG have no object yet.
+  BaseDialog* const dialog = ObjectOf(window);
+  return dialog != nullptr ? dialog->Dispatch(message, wordParameter, longParameter) : FALSE;
+}
+
+UINT CALLBACK BaseDialog::MyPropPageProc(HWND, UINT message, PROPSHEETPAGEW* page) {
+  constexpr UINT kAllowCreation = 1;
+  if (message == PSPCB_CREATE) pageInCreation = reinterpret_cast<BaseDialog*>(page->lParam);
+  return kAllowCreation;
+}
+
+INT_PTR BaseDialog::Dispatch(UINT message, WPARAM wordParameter, LPARAM longParameter) {
+  switch (message) {
+    case WM_INITDIALOG:
+      return OnInitDialog(longParameter);
+    case WM_COMMAND:
+      return DispatchCommand(wordParameter, longParameter);
+    case WM_NOTIFY:
+      return DispatchNotify(wordParameter, longParameter);
+    case WM_HELP:
+      return OnHelp(longParameter);
+    case WM_CHAR:
+      return OnChar(longParameter);
+    case WM_DESTROY: {
+      const int result = OnDestroy(longParameter);
+      SetWindowLongPtrW(window_, DWLP_USER, 0);
+      window_ = nullptr;
+      return result;
+    }
+    default:
+      return OnMsg(message, wordParameter, longParameter);
+  }
+}
+
+INT_PTR BaseDialog::DispatchCommand(WPARAM command, LPARAM control) {
+  if (const int result = OnCommand(command, control); result != 0) return result;
+  switch (LOWORD(command)) {
+    case IDOK:
+      if (ValidateWindowControls() != 0 && OnOk(control) != 0) EndDialog(window_, IDOK);
+      return TRUE;
+    case IDCANCEL:
+      return OnCancel(control);
+    case IDHELP:
+      return OnHelp(control);
+    default:
+      return FALSE;
+  }
+}
+
+INT_PTR BaseDialog::DispatchNotify(WPARAM controlId, LPARAM record) {
+  const NMHDR& header = *reinterpret_cast<const NMHDR*>(record);
+  LONG_PTR result = OnNotify(controlId, record);
+  if (header.code == PSN_APPLY && result == PSNRET_NOERROR) {
+    result = OnOk(record) != 0 ? PSNRET_NOERROR : PSNRET_INVALID_NOCHANGEPAGE;
+  } else if (header.code == PSN_RESET) {
+    OnCancel(record);
+  }
+  SetWindowLongPtrW(window_, DWLP_MSGRESULT, result);
+  return TRUE;
+}

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <cstdint>
+
+#include "WaylineDll/Api.h"
+
+/// Looks certificates up in the user's certificate store.
+class WAYLINE_CLASS CertificateAuth {
+ public:
+  CertificateAuth();
+
+  /// Whether a certificate with this hash is stored. `length` is in bytes; the hash stays the caller's.
+  bool HasSavedCertificate(const uint8_t* hash, uint32_t length);
+};

@@ -1,0 +1,91 @@
+#include "Wayline/Options.h"
+
+#include <gmock/gmock.h>
+
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+namespace {
+
+Options Parsed(const std::vector<std::wstring>& arguments) {
+  const CommandLine commandLine = ParseCommandLine(arguments);
+  EXPECT_FALSE(commandLine.answer) << commandLine.answer->text;
+  return commandLine.options;
+}
+
+// The one line that says why the arguments are refused.
+std::string Refusal(const std::vector<std::wstring>& arguments) {
+  const CommandLine commandLine = ParseCommandLine(arguments);
+  if (!commandLine.answer) return "accepted";
+  EXPECT_TRUE(commandLine.answer->isError);
+  EXPECT_EQ(commandLine.answer->text.find('\n'), commandLine.answer->text.size() - 1);
+  EXPECT_THAT(commandLine.answer->text, StartsWith("The command line is not understood: "));
+  EXPECT_THAT(commandLine.answer->text, EndsWith(".\n"));
+  return commandLine.answer->text;
+}
+
+}  // namespace
+
+TEST(Options, DefaultToTheWholeSheetOnTheUsersDatabase) {
+  const Options options = Parsed({});
+  EXPECT_EQ(options.mode, 1u);
+  EXPECT_EQ(options.profile, std::nullopt);
+  EXPECT_EQ(options.database, L"");
+  EXPECT_FALSE(options.list);
+  EXPECT_FALSE(options.json);
+}
+
+TEST(Options, AreReadInAnyOrder) {
+  const Options options = Parsed({L"--json", L"--profile", L"2002", L"--mode=3", L"--list"});
+  EXPECT_EQ(options.mode, 3u);
+  EXPECT_EQ(options.profile, 2002u);
+  EXPECT_TRUE(options.list);
+  EXPECT_TRUE(options.json);
+}
+
+TEST(Options, FileNamesCanHaveBlanksLettersOfEveryAlphabetAndASlashInFront) {
+  EXPECT_EQ(Parsed({L"--database", L"C:\\My Data\\Z\u00fcrich \u20ac.db"}).database,
+            L"C:\\My Data\\Z\u00fcrich \u20ac.db");
+  EXPECT_EQ(Parsed({L"--database", L"/data/x.db"}).database, L"/data/x.db");
+}
+
+TEST(Options, RefuseModesThatDoNotExist) {
+  for (const wchar_t* mode : {L"0", L"4", L"-1", L"all", L""}) {
+    EXPECT_THAT(Refusal({L"--mode", mode}), HasSubstr("--mode"));
+  }
+}
+
+TEST(Options, RefuseProfilesThatAreNoIds) {
+  for (const wchar_t* id : {L"Work", L"-1", L"4294967296", L"2001x"}) {
+    EXPECT_THAT(Refusal({L"--profile", id}), HasSubstr("--profile"));
+  }
+}
+
+TEST(Options, RefuseWhatTheyDoNotKnow) {
+  EXPECT_THAT(Refusal({L"--reset"}), HasSubstr("--reset"));
+  EXPECT_THAT(Refusal({L"Wayline.db"}), HasSubstr("Wayline.db"));
+}
+
+TEST(Options, RefuseAMissingOrEmptyValue) {
+  EXPECT_THAT(Refusal({L"--profile"}), HasSubstr("--profile"));
+  EXPECT_THAT(Refusal({L"--database", L""}), HasSubstr("--database"));
+}
+
+TEST(Options, TakeJsonOnlyWithTheList) { EXPECT_THAT(Refusal({L"--json"}), HasSubstr("--list")); }
+
+TEST(Options, HelpNamesEveryOption) {
+  const CommandLine commandLine = ParseCommandLine({L"--help"});
+  ASSERT_TRUE(commandLine.answer);
+  EXPECT_FALSE(commandLine.answer->isError);
+  for (const char* option : {"--mode", "--profile", "--list", "--json", "--database", "--help", "--version"}) {
+    EXPECT_THAT(commandLine.answer->text, HasSubstr(option));
+  }
+}
+
+TEST(Options, VersionIsOneLine) {
+  const CommandLine commandLine = ParseCommandLine({L"--version"});
+  ASSERT_TRUE(commandLine.answer);
+  EXPECT_FALSE(commandLine.answer->isError);
+  EXPECT_THAT(commandLine.answer->text, testing::MatchesRegex("Wayline .+\\..+\\..+\n"));
+}

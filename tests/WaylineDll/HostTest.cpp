@@ -1,0 +1,75 @@
+#include "WaylineDll/Host.h"
+
+#include <gmock/gmock.h>
+
+#include "tests/support/TemporaryFolder.h"
+#include "WaylineDll/LiveState.h"
+
+using std::chrono_literals::operator""s;
+
+namespace {
+
+class HostTest : public testing::Test {
+ protected:
+  ~HostTest() override { CloseSettings(); }
+
+  TemporaryFolder folder_;
+  std::wstring file_ = folder_.File(L"Wayline.db");
+};
+
+// Values that no time-out has.
+constexpr Duration kUntouched{-1};
+
+}  // namespace
+
+TEST_F(HostTest, WithoutADatabaseThereIsNoActiveProfile) {
+  EXPECT_EQ(GetActiveProfileIdExoprt(), 0u);
+  Duration session = kUntouched;
+  Duration idle = kUntouched;
+  Duration threshold = kUntouched;
+  GetActiveProfileTimeouts2(&session, &idle, &threshold);
+  EXPECT_EQ(session, 0s);
+  EXPECT_EQ(idle, 0s);
+  EXPECT_EQ(threshold, 0s);
+}
+
+TEST_F(HostTest, WithoutADatabaseNothingIsLoadedOrSaved) {
+  const Failure notOpen = L"No settings database is open.";
+  ProfileTable profiles;
+  EXPECT_EQ(LoadProfiles(profiles), notOpen);
+  std::vector<RecordChange> changes;
+  EXPECT_EQ(SaveSettings({}, changes), notOpen);
+}
+
+TEST_F(HostTest, TellsTheTimeoutsOfTheActiveProfileInTheirOrder) {
+  ASSERT_EQ(OpenSettings(file_), Failure());
+  EXPECT_EQ(GetActiveProfileIdExoprt(), 2001u);
+  Duration session = kUntouched;
+  Duration idle = kUntouched;
+  Duration threshold = kUntouched;
+  GetActiveProfileTimeouts2(&session, &idle, &threshold);
+  EXPECT_EQ(session, 28800s);
+  EXPECT_EQ(idle, 3600s);
+  EXPECT_EQ(threshold, 1800s);
+}
+
+TEST_F(HostTest, SkipsTimeoutsThatNobodyAsksFor) {
+  ASSERT_EQ(OpenSettings(file_), Failure());
+  Duration idle = kUntouched;
+  GetActiveProfileTimeouts2(nullptr, &idle, nullptr);
+  EXPECT_EQ(idle, 3600s);
+  GetActiveProfileTimeouts2(nullptr, nullptr, nullptr);
+}
+
+TEST_F(HostTest, ClosingReleasesTheFile) {
+  ASSERT_EQ(OpenSettings(file_), Failure());
+  CloseSettings();
+  EXPECT_EQ(GetActiveProfileIdExoprt(), 0u);
+  EXPECT_TRUE(std::filesystem::remove(std::filesystem::path(file_)));
+}
+
+TEST_F(HostTest, KeepsNothingOpenWhenAFileCannotBeUsed) {
+  ASSERT_EQ(OpenSettings(file_), Failure());
+  EXPECT_NE(OpenSettings(folder_.File(L"none") + L"\\x.db"), Failure());
+  EXPECT_EQ(GetActiveProfileIdExoprt(), 0u);
+}

@@ -1,0 +1,154 @@
+#include "WaylineDll/Store/RecordRows.h"
+
+#include <gmock/gmock.h>
+#include <sqlite3.h>
+
+#include <memory>
+#include <string>
+
+using testing::IsEmpty;
+
+namespace {
+
+// A record with a column of every kind.
+class SampleRecord : public SQLRecord {
+ public:
+  SampleRecord() {
+    Bind(L"Id", ColumnKind::Key, &id);
+    Bind(L"Parent", ColumnKind::ParentKey, &parent);
+    Bind(L"Words", ColumnKind::Text, &words);
+    Bind(L"Letter", ColumnKind::Character, &letter);
+    Bind(L"Small", ColumnKind::Integer32, &small);
+    Bind(L"Large", ColumnKind::Integer64, &large);
+    Bind(L"Flag", ColumnKind::Boolean, &flag);
+    Bind(L"Bytes", ColumnKind::NarrowText, &bytes);
+    Bind(L"Short", ColumnKind::Integer16, &shortNumber);
+  }
+
+  int32_t id = 0;
+  int32_t parent = 0;
+  std::wstring words;
+  wchar_t letter = L'a';
+  int32_t small = 0;
+  int64_t large = 0;
+  bool flag = false;
+  std::string bytes;
+  uint16_t shortNumber = 0;
+};
+
+class RecordRowsTest : public testing::Test {
+ protected:
+  RecordRowsTest() {
+    sqlite3* opened = nullptr;
+    sqlite3_open(":memory:", &opened);
+    connection_.reset(opened);
+    Row("CREATE TABLE T (Id INTEGER PRIMARY KEY, Parent, Words, Letter, Small, Large, Flag, Bytes, Short)");
+  }
+
+  // The first row of a statement's result, its columns quoted and joined.
+  std::string Row(const std::string& statement) const {
+    std::string row;
+    const auto take = [](void* target, int, char** values, char**) {
+      *static_cast<std::string*>(target) = values[0];
+      return 0;
+    };
+    EXPECT_EQ(sqlite3_exec(connection_.get(), statement.c_str(), take, &row, nullptr), SQLITE_OK);
+    return row;
+  }
+
+  std::string Stored() const {
+    return Row(
+        "SELECT Id || ',' || quote(Parent) || ',' || quote(Words) || ',' || quote(Letter) || ',' || "
+        "quote(Small) || ',' || quote(Large) || ',' || quote(Flag) || ',' || quote(Bytes) || ',' || "
+        "quote(Short) "
+        "FROM T ORDER BY Id DESC");
+  }
+
+  struct Close {
+    void operator()(sqlite3* connection) const { sqlite3_close(connection); }
+  };
+  std::unique_ptr<sqlite3, Close> connection_;
+};
+
+}  // namespace
+
+TEST_F(RecordRowsTest, StoreEveryKindOfColumn) {
+  SampleRecord record;
+  record.id = 5;
+  record.parent = 3;
+  record.words = L"it's \u20ac";
+  record.letter = L'm';
+  record.small = -7;
+  record.large = 5000000000;
+  record.flag = true;
+  record.bytes = "\xc3\xa9";
+  record.shortNumber = 65535;
+  ASSERT_EQ(InsertRow(connection_.get(), L"T", record.GetBindings()), SQLITE_OK);
+  EXPECT_EQ(Stored(), "5,3,'it''s \xe2\x82\xac','m',-7,5000000000,1,'\xc3\xa9',65535");
+}
+
+TEST_F(RecordRowsTest, LeaveColumnsThatAreNotListedNull) {
+  SampleRecord record;
+  record.id = 5;
+  record.small = 1;
+  const SampleRecord defaults;
+  ASSERT_EQ(InsertRow(connection_.get(), L"T", DifferingColumns(record, defaults)), SQLITE_OK);
+  EXPECT_EQ(Stored(), "5,NULL,NULL,NULL,1,NULL,NULL,NULL,NULL");
+}
+
+TEST_F(RecordRowsTest, DifferInEveryKindOfColumn) {
+  SampleRecord record;
+  EXPECT_THAT(DifferingColumns(record, SampleRecord()), IsEmpty());
+  record.id = 1;
+  record.parent = 1;
+  record.words = L" ";
+  record.letter = L'b';
+  record.small = 1;
+  record.large = int64_t{1} << 32;
+  record.flag = true;
+  record.bytes = "x";
+  record.shortNumber = 1;
+  EXPECT_EQ(DifferingColumns(record, SampleRecord()).size(), record.GetBindings().size());
+}
+
+TEST_F(RecordRowsTest, InsertNeverOverwrites) {
+  SampleRecord record;
+  record.id = 5;
+  ASSERT_EQ(InsertRow(connection_.get(), L"T", record.GetBindings()), SQLITE_OK);
+  record.small = 9;
+  EXPECT_NE(InsertRow(connection_.get(), L"T", record.GetBindings()), SQLITE_OK);
+  EXPECT_EQ(Row("SELECT Small FROM T"), "0");
+}
+
+TEST_F(RecordRowsTest, ReplaceTakesThePlaceOfARow) {
+  SampleRecord record;
+  record.id = 5;
+  ASSERT_EQ(ReplaceRow(connection_.get(), L"T", record.GetBindings()), SQLITE_OK);
+  record.small = 9;
+  ASSERT_EQ(ReplaceRow(connection_.get(), L"T", record.GetBindings()), SQLITE_OK);
+  EXPECT_EQ(Row("SELECT count(*) || ',' || Small FROM T"), "1,9");
+}
+
+TEST_F(RecordRowsTest, ReplaceGivesARecordWithoutKeyANewOne) {
+  SampleRecord record;
+  ASSERT_EQ(ReplaceRow(connection_.get(), L"T", record.GetBindings()), SQLITE_OK);
+  ASSERT_EQ(ReplaceRow(connection_.get(), L"T", record.GetBindings()), SQLITE_OK);
+  EXPECT_EQ(Row("SELECT group_concat(Id) FROM T"), "1,2");
+}
+
+TEST_F(RecordRowsTest, UpdateAndDeleteOnlyWhereAllKeysMatch) {
+  SampleRecord record;
+  for (record.id = 1; record.id <= 3; ++record.id) {
+    record.parent = record.id % 2;
+    ASSERT_EQ(InsertRow(connection_.get(), L"T", record.GetBindings()), SQLITE_OK);
+  }
+  record.id = 1;
+  record.parent = 1;
+  record.small = 8;
+  const ColumnList& columns = record.GetBindings();
+  const ColumnList keys(columns.begin(), columns.begin() + 2);
+  EXPECT_EQ(UpdateRow(connection_.get(), L"T", {columns[4]}, keys), SQLITE_OK);
+  EXPECT_EQ(Row("SELECT group_concat(Small) FROM T"), "8,0,0");
+  EXPECT_EQ(DeleteRow(connection_.get(), L"T", keys), SQLITE_OK);
+  EXPECT_EQ(Row("SELECT group_concat(Id) FROM T"), "2,3");
+}

@@ -1,0 +1,137 @@
+// What is chosen on the sheet, as it is found in the settings database afterwards.
+
+#include <gmock/gmock.h>
+
+#include <fstream>
+#include <iterator>
+
+#include "LoginProperties/ProfilePage/ProfileControls.h"
+#include "LoginProperties/Timeouts/TimeoutControls.h"
+#include "tests/support/TemporaryFolder.h"
+#include "tests/ui/SheetDriver.h"
+#include "WaylineDll/Host.h"
+
+using testing::ElementsAre;
+using Seconds = Profile::Seconds;
+
+namespace {
+
+constexpr uint32_t kFollowsDefaults = 2001;  // "Work" of the sample data
+
+class Saving : public testing::Test {
+ protected:
+  Saving() {
+    EXPECT_EQ(OpenSettings(file), std::nullopt);
+    Load();
+  }
+  ~Saving() override { CloseSettings(); }
+
+  // As the client does at every start.
+  void Load() {
+    context = {};
+    context.mode = SheetMode::Full;
+    EXPECT_EQ(LoadProfiles(context.profiles), std::nullopt);
+    context.currentProfile = context.profiles.at(kFollowsDefaults);
+  }
+
+  std::vector<RecordChange> Save() {
+    std::vector<RecordChange> changes;
+    EXPECT_EQ(SaveSettings({context.profiles, context.preferences, context.autoStartItems, context.manualConfigs,
+                            context.autoConfigs},
+                           changes),
+              std::nullopt);
+    return changes;
+  }
+
+  std::string FileBytes() const {
+    std::ifstream stream(std::filesystem::path(file), std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
+  }
+
+  TemporaryFolder folder;
+  std::wstring file = folder.File(L"Wayline.db");
+  LoginPropertiesContext context;
+};
+
+}  // namespace
+
+TEST_F(Saving, TimeoutsChosenOnTheSheetAreThereAfterARestart) {
+  {
+    SheetDriver sheet(context);
+    sheet.SelectTab(L"Timeouts");
+    sheet.Click(IDC_OVERRIDE_CHECK);
+    ASSERT_TRUE(sheet.IsChecked(IDC_TIMEOUT_DURATION_CHECK)) << "inherited";
+    sheet.Pick(IDC_TIMEOUT_DURATION, L" 2 hours");
+    sheet.Pick(IDC_TIMEOUT_WARNING, L" 3 minutes");
+    sheet.PressOk();
+    ASSERT_EQ(sheet.Result(), 1);
+  }
+  EXPECT_THAT(Save(), ElementsAre(RecordChange{RecordKind::Profile, kFollowsDefaults, ChangeState::Changed}));
+
+  CloseSettings();
+  ASSERT_EQ(OpenSettings(file), std::nullopt);
+  Load();
+  EXPECT_FALSE(context.currentProfile->GetDefaultTimeouts());
+  EXPECT_EQ(context.currentProfile->GetDurationTime(), Seconds(7200));
+  EXPECT_EQ(context.currentProfile->GetWarnTime(), Seconds(180));
+  EXPECT_EQ(context.currentProfile->GetState(), ChangeState::Unchanged);
+
+  SheetDriver sheet(context);
+  sheet.SelectTab(L"Timeouts");
+  EXPECT_TRUE(sheet.IsChecked(IDC_OVERRIDE_CHECK));
+  EXPECT_EQ(sheet.Selected(IDC_TIMEOUT_DURATION), L" 2 hours");
+  EXPECT_EQ(sheet.Selected(IDC_TIMEOUT_WARNING), L" 3 minutes");
+}
+
+TEST_F(Saving, OfTheOtherProfilesNothingChanges) {
+  const ProfileTable before = context.profiles;
+  {
+    SheetDriver sheet(context);
+    sheet.SelectTab(L"Timeouts");
+    sheet.Click(IDC_OVERRIDE_CHECK);
+    sheet.Pick(IDC_TIMEOUT_DURATION, L" 1 hour");
+    sheet.PressOk();
+    ASSERT_EQ(sheet.Result(), 1);
+  }
+  Save();
+  ProfileTable after;
+  ASSERT_EQ(LoadProfiles(after), std::nullopt);
+  ASSERT_EQ(after.size(), before.size());
+  for (const auto& [id, profile] : after) {
+    if (id == kFollowsDefaults) continue;
+    EXPECT_EQ(profile->GetDurationTime(), before.at(id)->GetDurationTime()) << id;
+    EXPECT_EQ(profile->GetDefaultTimeouts(), before.at(id)->GetDefaultTimeouts()) << id;
+    EXPECT_EQ(profile->GetWarnTime(), before.at(id)->GetWarnTime()) << id;
+  }
+}
+
+TEST_F(Saving, CancelLeavesTheDatabaseByteForByteAsItWas) {
+  const std::string before = FileBytes();
+  ASSERT_FALSE(before.empty());
+  {
+    SheetDriver sheet(context);
+    sheet.SelectTab(L"Timeouts");
+    sheet.Click(IDC_OVERRIDE_CHECK);
+    sheet.Pick(IDC_TIMEOUT_DURATION, L" 2 hours");
+    sheet.SelectTab(L"General");
+    sheet.PressCancel();
+    ASSERT_NE(sheet.Result(), 1);
+  }
+  // The records are shared with the sheet and carry its edits, so that they are dropped instead of being saved.
+  EXPECT_EQ(context.profiles.at(kFollowsDefaults)->GetState(), ChangeState::Changed);
+  CloseSettings();
+  EXPECT_EQ(FileBytes(), before);
+}
+
+TEST_F(Saving, OkWithoutAnyChangeWritesNothing) {
+  const std::string before = FileBytes();
+  {
+    SheetDriver sheet(context);
+    for (const wchar_t* tab : {L"Preferences", L"Autostart", L"Proxy", L"Timeouts"}) sheet.SelectTab(tab);
+    sheet.PressOk();
+    ASSERT_EQ(sheet.Result(), 1);
+  }
+  for (const RecordChange& change : Save()) ADD_FAILURE() << "saved " << change.id;
+  CloseSettings();
+  EXPECT_EQ(FileBytes(), before);
+}

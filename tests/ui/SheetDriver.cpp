@@ -1,0 +1,271 @@
+#include "tests/ui/SheetDriver.h"
+
+#include <commctrl.h>
+#include <prsht.h>
+#include <windowsx.h>
+
+#include <functional>
+#include <future>
+#include <stdexcept>
+
+#include "tests/support/WaitUntil.h"
+#include "tests/ui/Screenshot.h"
+
+namespace {
+
+constexpr UINT kLimitMilliseconds = 20000;
+
+std::wstring TextOf(HWND window) {
+  std::wstring text(static_cast<size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
+  text.resize(static_cast<size_t>(GetWindowTextW(window, text.data(), static_cast<int>(text.size()))));
+  return text;
+}
+
+bool IsDialog(HWND window) {
+  wchar_t name[16] = {};
+  GetClassNameW(window, name, ARRAYSIZE(name));
+  return wcscmp(name, L"#32770") == 0;
+}
+
+// The first visible top-level dialog of a thread that `wanted` accepts.
+HWND FindDialog(DWORD threadId, const std::function<bool(HWND)>& wanted) {
+  struct Search {
+    const std::function<bool(HWND)>& wanted;
+    HWND found;
+  } search{wanted, nullptr};
+  EnumThreadWindows(
+      threadId,
+      [](HWND window, LPARAM parameter) -> BOOL {
+        auto& state = *reinterpret_cast<Search*>(parameter);
+        if (!IsWindowVisible(window) || !IsDialog(window) || !state.wanted(window)) return TRUE;
+        state.found = window;
+        return FALSE;
+      },
+      reinterpret_cast<LPARAM>(&search));
+  return search.found;
+}
+
+bool IsSheet(HWND window) { return PropSheet_GetTabControl(window) != nullptr; }
+
+// The sheet is still on the screen now; when the test learns of the failure it is not.
+[[noreturn]] void Fail(const char* what) {
+  TakeScreenshot();
+  throw std::runtime_error(what);
+}
+
+}  // namespace
+
+INT_PTR ShowSheetOfModule(LoginPropertiesContext* context) {
+  using Entry = INT_PTR (*)(LoginPropertiesContext*);
+  static const HMODULE module = LoadLibraryW(L"Pavise.dll");
+  if (module == nullptr) Fail("Pavise.dll cannot be loaded");
+  static const auto entry =
+      reinterpret_cast<Entry>(reinterpret_cast<void*>(GetProcAddress(module, "ShowLoginProperties")));
+  if (entry == nullptr) Fail("Pavise.dll has no ShowLoginProperties");
+  context->resourceInstance = module;
+  return entry(context);
+}
+
+SheetDriver::SheetDriver(LoginPropertiesContext& context) {
+  std::promise<DWORD> started;
+  thread_ = std::thread([this, &context, &started] {
+    owner_ = CreateWindowExW(0, L"STATIC", L"Client", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 240, 120, nullptr,
+                             nullptr, nullptr, nullptr);
+    context.parentWindow = owner_;
+    started.set_value(GetCurrentThreadId());
+    result_ = ShowSheetOfModule(&context);
+    context.parentWindow = nullptr;
+    DestroyWindow(owner_);
+  });
+  threadId_ = started.get_future().get();
+  if (!WaitForSheet()) {
+    // Without a display the sheet returns at once; its thread must not outlive this object.
+    if (sheet_ != nullptr) PostMessageW(sheet_, WM_CLOSE, 0, 0);
+    thread_.join();
+    Fail("the sheet did not appear");
+  }
+}
+
+SheetDriver::SheetDriver(DWORD threadId) : threadId_(threadId) {
+  if (!WaitForSheet()) Fail("the sheet of the other program did not appear");
+}
+
+SheetDriver::~SheetDriver() {
+  while (HWND box = MessageBoxWindow()) {
+    PostMessageW(box, WM_COMMAND, IDCANCEL, 0);
+    PostMessageW(box, WM_CLOSE, 0, 0);
+    if (!WaitUntil([this, box] { return MessageBoxWindow() != box; })) break;
+  }
+  if (IsOpen()) PostMessageW(sheet_, WM_COMMAND, IDCANCEL, 0);
+  if (thread_.joinable()) thread_.join();
+}
+
+HWND SheetDriver::Page() const { return PropSheet_GetCurrentPageHwnd(sheet_); }
+
+std::wstring SheetDriver::Title() const { return TextOf(sheet_); }
+
+std::vector<std::wstring> SheetDriver::Tabs() const {
+  const HWND tabs = PropSheet_GetTabControl(sheet_);
+  std::vector<std::wstring> titles;
+  for (int index = 0; index < TabCtrl_GetItemCount(tabs); ++index) {
+    wchar_t text[64] = {};
+    TCITEMW item{};
+    item.mask = TCIF_TEXT;
+    item.pszText = text;
+    item.cchTextMax = ARRAYSIZE(text);
+    TabCtrl_GetItem(tabs, index, &item);
+    titles.emplace_back(item.pszText);
+  }
+  return titles;
+}
+
+std::wstring SheetDriver::CurrentTab() const {
+  return Tabs().at(static_cast<size_t>(TabCtrl_GetCurSel(PropSheet_GetTabControl(sheet_))));
+}
+
+void SheetDriver::SelectTab(const std::wstring& title) {
+  const std::vector<std::wstring> titles = Tabs();
+  for (size_t index = 0; index < titles.size(); ++index) {
+    if (titles[index] == title) return SelectTab(index);
+  }
+  Fail("the sheet has no such tab");
+}
+
+void SheetDriver::SelectTab(size_t index) { Act(sheet_, PSM_SETCURSEL, index); }
+
+HWND SheetDriver::Control(int id) const {
+  const HWND control = GetDlgItem(Page(), id);
+  if (control == nullptr) Fail("the page has no such control");
+  return control;
+}
+
+bool SheetDriver::IsEnabled(int id) const { return IsWindowEnabled(Control(id)) != FALSE; }
+bool SheetDriver::IsVisible(int id) const { return IsWindowVisible(Control(id)) != FALSE; }
+bool SheetDriver::IsChecked(int id) const { return Button_GetCheck(Control(id)) == BST_CHECKED; }
+bool SheetDriver::HasFocus(int id) const { return FocusedControl() == id; }
+std::wstring SheetDriver::Text(int id) const { return TextOf(Control(id)); }
+
+std::vector<std::wstring> SheetDriver::Items(int id) const {
+  const HWND list = Control(id);
+  std::vector<std::wstring> items;
+  for (int index = 0; index < ComboBox_GetCount(list); ++index) {
+    std::wstring text(static_cast<size_t>(ComboBox_GetLBTextLen(list, index)) + 1, L'\0');
+    ComboBox_GetLBText(list, index, text.data());
+    text.pop_back();
+    items.push_back(std::move(text));
+  }
+  return items;
+}
+
+std::optional<std::wstring> SheetDriver::Selected(int id) const {
+  const int index = ComboBox_GetCurSel(Control(id));
+  if (index == CB_ERR) return std::nullopt;
+  return Items(id).at(static_cast<size_t>(index));
+}
+
+std::optional<uint32_t> SheetDriver::SelectedValue(int id) const {
+  const int index = ComboBox_GetCurSel(Control(id));
+  if (index == CB_ERR) return std::nullopt;
+  return static_cast<uint32_t>(ComboBox_GetItemData(Control(id), index));
+}
+
+void SheetDriver::Click(int id) {
+  if (!IsEnabled(id)) Fail("the control to click is disabled");
+  Act(Control(id), BM_CLICK);
+}
+
+void SheetDriver::Pick(int id, const std::wstring& item) {
+  const HWND list = Control(id);
+  if (!IsEnabled(id)) Fail("the list to pick from is disabled");
+  const int index = ComboBox_FindStringExact(list, -1, item.c_str());
+  if (index == CB_ERR) Fail("the list has no such item");
+  ComboBox_SetCurSel(list, index);
+  Act(Page(), WM_COMMAND, MAKEWPARAM(id, CBN_SELCHANGE), reinterpret_cast<LPARAM>(list));
+}
+
+void SheetDriver::ClearSelection(int id) { ComboBox_SetCurSel(Control(id), -1); }
+
+void SheetDriver::PressKey(WORD key, const std::vector<WORD>& modifiers) {
+  std::vector<INPUT> inputs;
+  const auto add = [&inputs](WORD virtualKey, DWORD flags) {
+    INPUT input{};
+    input.type = INPUT_KEYBOARD;
+    input.ki.wVk = virtualKey;
+    input.ki.dwFlags = flags;
+    inputs.push_back(input);
+  };
+  for (const WORD modifier : modifiers) add(modifier, 0);
+  add(key, 0);
+  add(key, KEYEVENTF_KEYUP);
+  for (auto modifier = modifiers.rbegin(); modifier != modifiers.rend(); ++modifier) add(*modifier, KEYEVENTF_KEYUP);
+  SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
+}
+
+int SheetDriver::FocusedControl() const {
+  GUITHREADINFO info{};
+  info.cbSize = sizeof(info);
+  GetGUIThreadInfo(threadId_, &info);
+  return info.hwndFocus != nullptr ? GetDlgCtrlID(info.hwndFocus) : 0;
+}
+
+HWND SheetDriver::MessageBoxWindow() const {
+  return FindDialog(threadId_, [this](HWND window) { return window != sheet_ && !IsSheet(window); });
+}
+
+std::optional<std::wstring> SheetDriver::MessageBoxText() const {
+  constexpr int kMessageBoxText = 0xffff;
+  const HWND box = MessageBoxWindow();
+  if (box == nullptr) return std::nullopt;
+  return TextOf(GetDlgItem(box, kMessageBoxText));
+}
+
+void SheetDriver::AnswerMessageBox(int button) {
+  const HWND box = MessageBoxWindow();
+  if (box == nullptr) Fail("there is no message box to answer");
+  SendNotifyMessageW(box, WM_COMMAND, static_cast<WPARAM>(button), 0);
+  if (!WaitUntil([box] { return !IsWindow(box); })) Fail("the message box stays open");
+  Settle();
+}
+
+void SheetDriver::PressHelp() { Act(sheet_, PSM_PRESSBUTTON, PSBTN_HELP); }
+
+void SheetDriver::PressOk() { PressEnding(PSBTN_OK); }
+
+void SheetDriver::PressCancel() { PressEnding(PSBTN_CANCEL); }
+
+void SheetDriver::PressEnding(int button) {
+  Act(sheet_, PSM_PRESSBUTTON, static_cast<WPARAM>(button));
+  // The sheet looks whether it has ended when its loop gets a message; that one was not from the loop.
+  PostMessageW(sheet_, WM_NULL, 0, 0);
+}
+
+bool SheetDriver::IsOpen() const { return IsWindow(sheet_) != FALSE; }
+
+INT_PTR SheetDriver::Result() {
+  if (!WaitUntil([this] { return !IsOpen(); })) Fail("the sheet stays open");
+  thread_.join();
+  return result_;
+}
+
+bool SheetDriver::WaitForSheet() {
+  const bool appeared = WaitUntil([this] {
+    sheet_ = FindDialog(threadId_, IsSheet);
+    return sheet_ != nullptr && Page() != nullptr && IsWindowVisible(Page()) != FALSE;
+  });
+  if (appeared) Settle();
+  return appeared;
+}
+
+// The message is handled on the sheet's thread as if it had been sent there, but this thread goes on, so that it can
+// answer a message box that the message brings up.
+void SheetDriver::Act(HWND window, UINT message, WPARAM wordParameter, LPARAM longParameter) {
+  SendNotifyMessageW(window, message, wordParameter, longParameter);
+  Settle();
+}
+
+// A message that is sent after another one is handled after it, or in the loop of the message box that it shows.
+void SheetDriver::Settle() const {
+  DWORD_PTR ignored = 0;
+  const bool answered = SendMessageTimeoutW(sheet_, WM_NULL, 0, 0, SMTO_NORMAL, kLimitMilliseconds, &ignored) != 0;
+  if (!answered && IsOpen()) Fail("the sheet does not answer");
+}
