@@ -12,12 +12,10 @@
 #include "NetUtilities/Format.h"
 #include "NetUtilities/IniFile.h"
 #include "NetUtilities/Logger/Log.h"
+#include "NetUtilities/OwnModule.h"
 #include "NetUtilities/RegistryKey.h"
 #include "NetUtilities/Singleton.h"
 #include "NetUtilities/Text.h"
-
-// The linker's name for the start of this module, which is also its module handle.
-extern "C" IMAGE_DOS_HEADER __ImageBase;
 
 namespace {
 
@@ -51,7 +49,7 @@ void CreateFolder(const path& folder) {
 path ProductFolderIn(const std::wstring& base) {
   const path vendor = path(base) / kVendorFolder;
   CreateFolder(vendor);
-  const path product = vendor / kProductFolder;
+  path product = vendor / kProductFolder;
   CreateFolder(product);
   return product;
 }
@@ -137,7 +135,7 @@ std::wstring PathData::GetExecutablePath() {
 
 std::wstring PathData::GetModulePath() {
   const std::scoped_lock lock(mutex_);
-  if (modulePath_.empty()) modulePath_ = FileOfModule(reinterpret_cast<HMODULE>(&__ImageBase));
+  if (modulePath_.empty()) modulePath_ = FileOfModule(OwnModule());
   return modulePath_;
 }
 

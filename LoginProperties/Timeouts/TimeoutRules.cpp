@@ -11,7 +11,7 @@ constexpr Seconds kDefaultWarning{60};
 constexpr Seconds kRememberedEightHours{-28800};  // off, but eight hours when switched on
 constexpr Seconds kDefaultDuration{28800};
 
-Seconds Chosen(const std::optional<uint32_t>& value) { return Seconds(static_cast<int32_t>(*value)); }
+Seconds ToSeconds(uint32_t value) { return Seconds(static_cast<int32_t>(value)); }
 
 }  // namespace
 
@@ -42,7 +42,7 @@ std::optional<TimeoutProblem> StoreTimeouts(const ChosenTimeouts& chosen, Profil
 
   if (chosen.durationOn) {
     if (chosen.duration) {
-      profile.SetDurationTime(Chosen(chosen.duration));
+      profile.SetDurationTime(ToSeconds(*chosen.duration));
     } else {
       missing = {Kind::ValueMissing, TimeoutList::Duration};
     }
@@ -59,13 +59,13 @@ std::optional<TimeoutProblem> StoreTimeouts(const ChosenTimeouts& chosen, Profil
   } else if (!chosen.thresholdPeriod) {
     missing = {Kind::ValueMissing, TimeoutList::ThresholdPeriod};
   } else {
-    profile.SetThresholdTimeOut(Chosen(chosen.thresholdPeriod));
+    profile.SetThresholdTimeOut(ToSeconds(*chosen.thresholdPeriod));
     profile.SetThresholdBytes(static_cast<int32_t>(*chosen.thresholdBytes));
   }
 
   if (chosen.warningOn) {
     if (!chosen.warning) return TimeoutProblem{Kind::ValueMissing, TimeoutList::Warning};
-    profile.SetWarnTime(Chosen(chosen.warning));
+    profile.SetWarnTime(ToSeconds(*chosen.warning));
   } else {
     // The sign is turned round, not made negative: a warning that is off already comes back with the next validation.
     profile.SetWarnTime(-profile.GetWarnTime());
@@ -93,6 +93,6 @@ std::optional<std::wstring> InactivityLimitText(int64_t reported, int64_t admini
   if (reported == 0) return std::nullopt;
   if (reported == kUnknownTimeout.count()) return words.unknown;
   if (reported == kUnlimitedTimeout.count()) return words.unlimited;
-  FormattedValue formatted = FormatDuration(administratorLimit, units);
-  return formatted.magnitude != 0 ? std::move(formatted.text) : words.none;
+  const FormattedValue formatted = FormatDuration(administratorLimit, units);
+  return formatted.magnitude != 0 ? formatted.text : words.none;
 }
