@@ -11,6 +11,8 @@ constexpr wchar_t kLibraryFile[] = L"WaylineDll.dll";
 // Logs `message` and what the system says of the error `code`, where there is one.
 void LogMissing(const std::wstring& message, DWORD code) {
   Log(LogLevel::Error, code != 0 ? message + SystemErrorText(code) : message);
+  // A message that follows from this one tells of the same error, not of one that logging came across.
+  SetLastError(code);
 }
 
 }  // namespace

@@ -37,6 +37,7 @@ class ClientLibrary {
   /// the library.
   std::wstring LoadStringDb(ModuleId module, unsigned id, bool reserved);
 
+  /// Functions of the library; null where one is missing, and all null before the library is loaded.
   struct Functions {
     std::wstring (*loadStringDb)(ModuleId, unsigned, bool) = nullptr;
     std::wstring (*loadStringWithSubS)(ModuleId, unsigned, bool, const std::vector<std::wstring_view>&) = nullptr;

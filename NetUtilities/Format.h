@@ -10,7 +10,7 @@
 std::wstring FormatArguments(fmt::basic_string_view<wchar_t> pattern,
                              fmt::basic_format_args<fmt::buffer_context<wchar_t>> arguments);
 
-/// Text of `pattern` with its "{}" placeholders replaced by the arguments.
+/// Text of `pattern` with each "{}" replaced by an argument.
 template <typename... Arguments>
 std::wstring Format(fmt::basic_format_string<wchar_t, fmt::type_identity_t<Arguments>...> pattern,
                     Arguments&&... arguments) {

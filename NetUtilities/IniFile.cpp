@@ -30,7 +30,9 @@ const std::wstring& IniFile::TextOf(const std::filesystem::path& path) {
   } else if (copy.lastWrite != lastWrite) {
     std::ifstream stream(path, std::ios::binary);
     const std::string bytes{std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
-    copy = {lastWrite, FromUtf8(bytes)};
+    constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+    const std::string_view text = bytes;
+    copy = {lastWrite, FromUtf8(text.substr(text.starts_with(kByteOrderMark) ? kByteOrderMark.size() : 0))};
   }
   return copy.text;
 }

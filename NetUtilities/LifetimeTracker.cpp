@@ -2,11 +2,6 @@
 
 #include <utility>
 
-LifetimeTracker& LifetimeTracker::Get() {
-  static LifetimeTracker tracker;
-  return tracker;
-}
-
 void LifetimeTracker::Add(std::function<void()> destroy) {
   const std::scoped_lock lock(mutex_);
   destroyers_.push_back(std::move(destroy));

@@ -4,12 +4,10 @@
 #include <mutex>
 #include <vector>
 
-/// Knows the process-wide objects of the module and destroys them in reverse order of their creation.
+/// Knows the process-wide objects of the module and destroys them in reverse order of their creation. The module's one
+/// is SimpleSingleton<LifetimeTracker>; it outlives every object that it tracks.
 class LifetimeTracker {
  public:
-  /// The module's tracker; it outlives every object that it tracks.
-  static LifetimeTracker& Get();
-
   /// Adds an object that was just created; `destroy` lets go of it.
   void Add(std::function<void()> destroy);
 

@@ -78,7 +78,8 @@ std::wstring PathData::GetInstallPath() {
     const std::wstring executable = FileOfModule(nullptr);
     installPath_ = executable.substr(0, executable.find_last_of(L"\\/") + 1);
     const std::wstring system = KnownFolder(FOLDERID_System, 0, L"Failed to get System folder");
-    if (ContainsNoCaseAscii(installPath_, system) && !system.empty()) {
+    // A System folder that cannot be determined says nothing of this process.
+    if (!system.empty() && ContainsNoCaseAscii(installPath_, system)) {
       installPath_ = ReadHklmString(kCurrentInstallKey, L"Path", L"");
     }
   }
@@ -98,7 +99,8 @@ std::wstring PathData::GetProgramDataPath() {
 }
 
 std::wstring PathData::GetUserDirectory() {
-  // Asked before the lock is taken: looking the switch up needs the program-data path, which takes the lock itself.
+  if (std::wstring known = KnownUserDirectory(); !known.empty()) return known;
+  // Asked while the lock is free: looking the switch up needs the program-data path, which takes the lock itself.
   const bool useInstallPath = IsTestSwitchOn(L"Misc", L"DebugUserDirectory");
   const std::scoped_lock lock(mutex_);
   if (userDirectory_.empty()) {
@@ -111,6 +113,11 @@ std::wstring PathData::GetUserDirectory() {
     }
     Log(LogLevel::Detail, Format(L"Setting the user directory to '{}'", userDirectory_));
   }
+  return userDirectory_;
+}
+
+std::wstring PathData::KnownUserDirectory() {
+  const std::scoped_lock lock(mutex_);
   return userDirectory_;
 }
 
@@ -141,7 +148,6 @@ std::wstring PathData::GetModulePath() {
 
 bool PathData::IsSharedSettings() {
   if (!sharedSettingsRead_) {
-    sharedSettingsRead_ = true;
     RegistryKey key;
     DWORD data = 0;
     if (key.Open(HKEY_LOCAL_MACHINE, kCurrentInstallKey, KEY_READ) == ERROR_SUCCESS) {
@@ -149,6 +155,7 @@ bool PathData::IsSharedSettings() {
     }
     // The text "1" makes the settings shared; the number 1 does not.
     sharedSettings_ = LOWORD(data) == L'1';
+    sharedSettingsRead_ = true;
   }
   return sharedSettings_;
 }

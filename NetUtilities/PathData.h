@@ -33,6 +33,7 @@ class PathData {
   bool IsSharedSettings();
 
  private:
+  std::wstring KnownUserDirectory();
   std::wstring BaseOfUserDirectory();
 
   // Guards the four paths below. What is called while it is held must not take it.

@@ -22,10 +22,11 @@ class RefreshedDword {
     if (everRead_.load(std::memory_order_acquire) && std::chrono::floor<std::chrono::seconds>(age) <= kMaximumAge) {
       return value_.load(std::memory_order_relaxed);
     }
-    const uint32_t value = read_();
-    value_.store(value, std::memory_order_relaxed);
+    // Counts as read from now on: reading may fail, and reporting that may ask for this very value.
     readAt_.store(now.count(), std::memory_order_relaxed);
     everRead_.store(true, std::memory_order_release);
+    const uint32_t value = read_();
+    value_.store(value, std::memory_order_relaxed);
     return value;
   }
 

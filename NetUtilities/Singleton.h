@@ -4,6 +4,7 @@
 #include <mutex>
 
 #include "NetUtilities/LifetimeTracker.h"
+#include "NetUtilities/SimpleSingleton.h"
 
 /// The module's one `T`: created on first use, handed out as a shared reference, destroyed by the LifetimeTracker.
 template <typename T>
@@ -15,7 +16,7 @@ class Singleton {
     const std::scoped_lock lock(mutex_);
     if (!instance_ && !ended_) {
       instance_ = std::make_shared<T>();
-      LifetimeTracker::Get().Add(&Singleton::Destroy);
+      SimpleSingleton<LifetimeTracker>::Get().Add(&Singleton::Destroy);
     }
     return instance_;
   }

@@ -8,14 +8,15 @@
 /// What every page passes to DisplayHelp as command.
 inline constexpr uint32_t kHelpCommand = 15;
 
+// One-line operations on a page's control with this id; nothing happens when the page has none.
+
 void EnableControl(HWND page, int id, bool enable);
 void HideControl(HWND page, int id);
 void ShowControl(HWND page, int id);
+void CheckControl(HWND page, int id, bool check);
 
 /// Whether a check box is checked or in its third state.
 bool IsControlChecked(HWND page, int id);
-
-void CheckControl(HWND page, int id, bool check);
 
 /// The text with this number of the module's own string table.
 std::wstring OwnString(unsigned id);

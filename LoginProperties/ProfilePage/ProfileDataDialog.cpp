@@ -95,10 +95,12 @@ int ProfileDataDialog::OnSheetNotification(int64_t record, uint32_t helpTopic, H
 
 std::shared_ptr<ConfigSetting> ProfileDataDialog::GetCurrentAutoConfig() {
   LoginPropertiesContext& context = GetContext();
+  if (!context.currentProfile) return nullptr;
   return FindOrLoadConfig(context.autoConfigs, context.currentProfile->GetProfileId(), LoadAutoConfig);
 }
 
 std::shared_ptr<ConfigSetting> ProfileDataDialog::GetCurrentManualConfig() {
   LoginPropertiesContext& context = GetContext();
+  if (!context.currentProfile) return nullptr;
   return FindOrLoadConfig(context.manualConfigs, context.currentProfile->GetProfileId(), LoadManualConfig);
 }

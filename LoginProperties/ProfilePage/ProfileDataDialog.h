@@ -48,7 +48,7 @@ class ProfileDataDialog : public PropPageDialog {
   int OnSheetNotification(int64_t record, uint32_t helpTopic, HWND helpParent);
 
   /// The current profile's proxy configurations. The client library is asked once per profile; what it answers, also
-  /// null, is kept in the context.
+  /// null, is kept in the context. Null without a current profile.
   static std::shared_ptr<ConfigSetting> GetCurrentAutoConfig();
   static std::shared_ptr<ConfigSetting> GetCurrentManualConfig();
 

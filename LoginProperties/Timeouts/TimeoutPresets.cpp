@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <stdexcept>
 
 #include "NetUtilities/Text.h"
 
@@ -11,9 +12,20 @@ constexpr int64_t kNoLimit = 2147483647;
 
 int64_t LimitOr(int64_t limit, int64_t otherwise) { return limit != 0 ? limit : otherwise; }
 
+// As std::stoi; its exceptions say which conversion failed and how.
+int ParseInt(const std::wstring& text) {
+  try {
+    return std::stoi(text);
+  } catch (const std::invalid_argument&) {
+    throw std::invalid_argument("invalid stoi argument");
+  } catch (const std::out_of_range&) {
+    throw std::out_of_range("stoi argument out of range");
+  }
+}
+
 std::vector<int> ParseList(std::wstring_view list) {
   std::vector<int> values;
-  for (const std::wstring& piece : SplitNonEmpty(list, L" ,;\t")) values.push_back(std::stoi(piece));
+  for (const std::wstring& piece : SplitNonEmpty(list, L" ,;\t")) values.push_back(ParseInt(piece));
   return values;
 }
 

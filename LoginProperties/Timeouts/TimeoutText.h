@@ -10,6 +10,7 @@ struct DurationUnits {
   std::wstring second, seconds;
 };
 
+/// As DurationUnits, for numbers of bytes.
 struct ByteUnits {
   std::wstring byte, bytes;
   std::wstring kilobyte, kilobytes;

@@ -11,6 +11,14 @@ namespace {
 // not wait for that to end.
 thread_local bool initializing = false;
 
+uint16_t ReadTraceLevel() {
+  struct Scope {
+    Scope() { initializing = true; }
+    ~Scope() { initializing = false; }
+  } const scope;
+  return logPlatform.traceLevel();
+}
+
 }  // namespace
 
 void Logger::Enqueue(LogSource source, LogLevel level, std::wstring_view message) {
@@ -24,9 +32,7 @@ void Logger::Enqueue(LogSource source, LogLevel level, std::wstring_view message
 
 void Logger::Initialize() {
   if (initializing) return;
-  initializing = true;
-  const uint16_t level = logPlatform.traceLevel();
-  initializing = false;
+  const uint16_t level = ReadTraceLevel();
   const std::scoped_lock lock(initializeMutex_);
   if (initialized_) return;
   globalThreshold_ = level;

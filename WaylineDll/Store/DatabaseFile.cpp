@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <memory>
+#include <random>
 #include <string_view>
 #include <system_error>
 
@@ -129,8 +130,8 @@ void RemoveUnfinished(const std::wstring& file) {
 }  // namespace
 
 Failure CreateDatabaseFile(const std::wstring& file) {
-  const std::wstring unfinished = file + L".new";
-  RemoveUnfinished(unfinished);
+  // A name of its own: another program may be creating the same database.
+  const std::wstring unfinished = Format(L"{}.{:08x}.new", file, std::random_device()());
   {
     Connection connection;
     int32_t code = Open(unfinished, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, connection);
@@ -142,11 +143,11 @@ Failure CreateDatabaseFile(const std::wstring& file) {
       return CreateFailure(file, reason);
     }
   }
+  // Who was faster has made the database; it is not replaced.
   std::error_code error;
-  std::filesystem::rename(path(unfinished), path(file), error);
-  if (!error) return {};
+  if (!std::filesystem::exists(path(file), error)) std::filesystem::rename(path(unfinished), path(file), error);
   RemoveUnfinished(unfinished);
-  return CreateFailure(file, TextOf(error));
+  return error ? CreateFailure(file, TextOf(error)) : Failure();
 }
 
 Failure CheckDatabaseFile(const std::wstring& file) {
@@ -198,6 +199,6 @@ std::wstring ReasonText(sqlite3* connection, int32_t code) {
     case SQLITE_CANTOPEN:
       return L"the file is protected, in use, or in a folder that does not exist";
     default:
-      return FromUtf8(sqlite3_errmsg(connection));
+      return FromUtf8(connection != nullptr ? sqlite3_errmsg(connection) : sqlite3_errstr(code));
   }
 }

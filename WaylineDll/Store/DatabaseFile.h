@@ -25,5 +25,5 @@ Failure CheckProfileChains(sqlite3* connection, const std::wstring& file);
 /// The failure to use a file for a reason that a SQLite result code tells.
 Failure UseFailure(const std::wstring& file, sqlite3* connection, int32_t code);
 
-/// The reason for a SQLite result code, as the end of a sentence.
+/// The reason for a SQLite result code, as the end of a sentence. `connection` is the one that failed, or null.
 std::wstring ReasonText(sqlite3* connection, int32_t code);

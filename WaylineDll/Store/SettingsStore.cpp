@@ -125,7 +125,7 @@ Failure SettingsStore::Open(const std::wstring& file) {
   int32_t code = sqlite_.Open(path(full).parent_path().wstring(), path(full).filename().wstring());
   // The process may have had the file open before, or failed to open it.
   if (sqlite_.GetDatabase() != nullptr) code = sqlite_.GetDatabase()->Open(false, sqlite_.GetPath());
-  if (code != SQLITE_OK) return UseFailure(full, Connection(), code);
+  if (code != SQLITE_OK) return UseFailure(full, nullptr, code);
   sqlite3_busy_timeout(Connection(), kBusyTimeout);
   return {};
 }

@@ -3,16 +3,19 @@
 #include <gmock/gmock.h>
 
 #include <filesystem>
+#include <future>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "LoginProperties/LoginPropertiesContext.h"
 #include "tests/support/LoadedModule.h"
+#include "tests/support/OwnProcess.h"
+#include "tests/support/WaitUntil.h"
 
 namespace {
 
 using testing::Contains;
-using testing::Each;
 using testing::IsSupersetOf;
 using testing::Not;
 using testing::UnorderedElementsAre;
@@ -153,12 +156,13 @@ TEST_F(ModuleExports, OfTheClientLibraryWorkByOrdinal) {
 }
 
 TEST_F(ModuleExports, OfTheClientLibraryHaveWhatTheModuleBindsAtRunTime) {
-  EXPECT_THAT(NamesOf(Binary(wayline.Handle()).ExportedNames()),
-              IsSupersetOf({"_Z12LoadStringDbB5cxx118ModuleIdjb",
-                            "_Z18LoadStringWithSubSB5cxx118ModuleIdjbRKSt6vectorISt17basic_string_viewIwSt11char_"
-                            "traitsIwEESaIS4_EE",
-                            "_Z24GetActiveProfileIdExoprtv", "_Z24GetActiveProxyLocationIdv",
-                            "_Z29UpdateActiveProfilePreference12PreferenceIdb", "_Z11GetFSMStatev"}));
+  EXPECT_THAT(
+      NamesOf(Binary(wayline.Handle()).ExportedNames()),
+      IsSupersetOf(
+          {"_Z12LoadStringDbB5cxx118ModuleIdjb",
+           "_Z18LoadStringWithSubSB5cxx118ModuleIdjbRKSt6vectorISt17basic_string_viewIwSt11char_traitsIwEESaIS4_EE",
+           "_Z24GetActiveProfileIdExoprtv", "_Z24GetActiveProxyLocationIdv",
+           "_Z29UpdateActiveProfilePreference12PreferenceIdb", "_Z11GetFSMStatev"}));
 }
 
 TEST_F(ModuleExports, TheModuleImportsTheTwoOrdinalsByOrdinal) {
@@ -192,15 +196,44 @@ TEST_F(ModuleExports, EveryBinaryHasAVersion) {
   }
 }
 
-TEST(ModuleLife, TheModuleIsGoneAfterItWasUnloaded) {
-  for (int time = 0; time < 2; ++time) {
-    {
-      const LoadedModule pavise(L"Pavise.dll");
-      EXPECT_NE(pavise.Handle(), nullptr);
-      EXPECT_EQ(GetModuleHandleW(L"Pavise.dll"), pavise.Handle());
+// Waits for the sheet and cancels it; whether it came.
+bool CancelSheet() {
+  HWND sheet = nullptr;
+  const bool shown = WaitUntil([&sheet] {
+    sheet = FindWindowW(nullptr, L"Wayline - Login Properties");
+    return sheet != nullptr && IsWindowVisible(sheet) != FALSE;
+  });
+  return shown && PostMessageW(sheet, WM_COMMAND, IDCANCEL, 0) != FALSE;
+}
+
+// Shows the sheet of the module and cancels it.
+void UseModule(const LoadedModule& pavise, SheetMode mode) {
+  constexpr uint32_t kProfile = 2001;
+  LoginPropertiesContext context;
+  context.resourceInstance = pavise.Handle();
+  context.mode = mode;
+  context.currentProfile = std::make_shared<Profile>(kProfile);
+  context.currentProfile->SetName(L"Work");
+  context.profiles.emplace(kProfile, context.currentProfile);
+  const auto show = pavise.Find<INT_PTR (*)(LoginPropertiesContext*)>("ShowLoginProperties");
+  ASSERT_NE(show, nullptr);
+  auto user = std::async(std::launch::async, CancelSheet);
+  EXPECT_EQ(show(&context), 0);
+  EXPECT_TRUE(user.get()) << "The sheet did not appear.";
+}
+
+TEST(ModuleLife, TheModuleIsGoneAfterItWasUsedAndUnloaded) {
+  // The process ends well only when nothing of the module is called after it was unloaded.
+  InOwnProcess([] {
+    for (const SheetMode mode : {SheetMode::Full, SheetMode::TimeoutsOnly}) {
+      {
+        const LoadedModule pavise(L"Pavise.dll");
+        ASSERT_NE(pavise.Handle(), nullptr);
+        UseModule(pavise, mode);
+      }
+      EXPECT_EQ(GetModuleHandleW(L"Pavise.dll"), nullptr);
     }
-    EXPECT_EQ(GetModuleHandleW(L"Pavise.dll"), nullptr);
-  }
+  });
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::ThrowsMessage;
 
 namespace {
 
@@ -99,8 +100,10 @@ TEST(TimeoutPresets, ANegativeDurationCountsByItsMagnitude) {
 }
 
 TEST(TimeoutPresets, AListThatDoesNotParseRaises) {
-  EXPECT_THROW(DurationPresets(L"60,abc", kNoLimit, kDurationUnits), std::invalid_argument);
-  EXPECT_THROW(DurationPresets(L"2147483648", kNoLimit, kDurationUnits), std::out_of_range);
+  EXPECT_THAT([] { DurationPresets(L"60,abc", kNoLimit, kDurationUnits); },
+              ThrowsMessage<std::invalid_argument>("invalid stoi argument"));
+  EXPECT_THAT([] { DurationPresets(L"2147483648", kNoLimit, kDurationUnits); },
+              ThrowsMessage<std::out_of_range>("stoi argument out of range"));
   EXPECT_THROW(BytePresets(L"x", 0, kByteUnits), std::invalid_argument);
   EXPECT_THROW(BytePresets(L"-2147483649", 0, kByteUnits), std::out_of_range);
 }

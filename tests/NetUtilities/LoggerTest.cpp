@@ -49,6 +49,7 @@ TEST(Logger, SurvivesAMessageFromReadingTheTraceLevel) {
     return uint16_t{4};
   };
   logger.Enqueue(LogSource::General, LogLevel::Info, L"first");
+  current = nullptr;
   EXPECT_THAT(log.Messages(), ElementsAre(LogCapture::Message{LogSource::General, LogLevel::Info, L"first"}));
 }
 

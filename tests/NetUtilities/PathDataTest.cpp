@@ -24,7 +24,7 @@ using testing::ElementsAre;
 path KnownFolder(const KNOWNFOLDERID& id) {
   wchar_t* text = nullptr;
   EXPECT_EQ(SHGetKnownFolderPath(id, 0, nullptr, &text), S_OK);
-  const path folder = text;
+  path folder = text;
   CoTaskMemFree(text);
   return folder;
 }
@@ -185,14 +185,29 @@ TEST_F(PathDataTest, DebugUserDirectoryPutsTheUserDirectoryBesideTheProgram) {
   remove(data);
 }
 
-TEST_F(PathDataTest, OnTheLogOnDesktopSettingsAreShared) {
-  InOwnProcess(
-      [this] {
-        EXPECT_TRUE(IsRunningInWinLogonDesktop());
-        EXPECT_FALSE(paths.IsSharedSettings());
-        EXPECT_EQ(paths.GetUserDirectory(), (KnownFolder(FOLDERID_ProgramData) / L"Ostrel" / L"Wayline").wstring());
-      },
-      {.desktop = L"WinSta0\\WINLOGON"});
+class LogOnDesktop : public PathDataTest {
+ protected:
+  void ExpectUserDirectoryInProgramData() {
+    InOwnProcess(
+        [this] {
+          EXPECT_TRUE(IsRunningInWinLogonDesktop());
+          EXPECT_FALSE(paths.IsSharedSettings());
+          EXPECT_EQ(paths.GetUserDirectory(), (KnownFolder(FOLDERID_ProgramData) / L"Ostrel" / L"Wayline").wstring());
+        },
+        {.desktop = L"WinSta0\\WINLOGON"});
+  }
+};
+
+TEST_F(LogOnDesktop, SettingsAreShared) { ExpectUserDirectoryInProgramData(); }
+
+TEST_F(LogOnDesktop, SettingsAreSharedWhateverNumberTheMachineSays) {
+  install.SetDword(L"SharedSettings", 1);
+  ExpectUserDirectoryInProgramData();
+}
+
+TEST_F(LogOnDesktop, SettingsAreSharedWhateverTextTheMachineSays) {
+  install.SetString(L"SharedSettings", L"0");
+  ExpectUserDirectoryInProgramData();
 }
 
 TEST_F(PathDataTest, AnotherDesktopIsNotTheLogOnDesktop) {

@@ -5,9 +5,7 @@
 #include <nlohmann/json.hpp>
 
 #include <filesystem>
-#include <fstream>
 #include <memory>
-#include <sstream>
 #include <stdexcept>
 
 #include "NetUtilities/Text.h"
@@ -45,9 +43,7 @@ Handle CreateInheritedFile(const std::wstring& file) {
 }
 
 std::string ReadText(const std::wstring& file) {
-  std::ostringstream text;
-  text << std::ifstream(std::filesystem::path(file)).rdbuf();
-  std::string lines = text.str();
+  std::string lines = FileBytes(file);
   std::erase(lines, '\r');
   return lines;
 }
@@ -98,12 +94,12 @@ class HostProcessTest : public StoreTest {
 
   // Runs the program and expects that it fails with this line.
   void Fails(const std::vector<std::wstring>& arguments, const std::wstring& line) const {
-    const std::string before = FileBytes();
+    const std::string before = FileBytes(file_);
     const Outcome outcome = Run(arguments);
     EXPECT_EQ(outcome.exitCode, 1u);
     EXPECT_EQ(outcome.output, "");
     EXPECT_EQ(outcome.error, ToUtf8(line) + '\n');
-    EXPECT_EQ(FileBytes(), before);
+    EXPECT_EQ(FileBytes(file_), before);
   }
 
   void CannotUse(const std::wstring& reason) const { Fails({L"--list"}, CannotBeUsed(file_, reason)); }
@@ -130,9 +126,9 @@ TEST_F(HostProcessTest, JsonListIsReadByPrograms) {
 
 TEST_F(HostProcessTest, ListingLeavesTheDatabaseAsItIs) {
   MakeSample();
-  const std::string before = FileBytes();
+  const std::string before = FileBytes(file_);
   EXPECT_EQ(Run({L"--list"}).exitCode, 0u);
-  EXPECT_EQ(FileBytes(), before);
+  EXPECT_EQ(FileBytes(file_), before);
 }
 
 TEST_F(HostProcessTest, OpensAFileWhoseNameIsNotAscii) {
@@ -166,7 +162,7 @@ TEST_F(HostProcessTest, RefusesAReadOnlyFile) {
 
 TEST_F(HostProcessTest, RefusesALockedFile) {
   MakeSample();
-  const std::string before = FileBytes();
+  const std::string before = FileBytes(file_);
   Outcome outcome;
   {
     const FileLock otherProgram(file_, "BEGIN IMMEDIATE");
@@ -174,7 +170,7 @@ TEST_F(HostProcessTest, RefusesALockedFile) {
   }
   EXPECT_EQ(outcome.exitCode, 1u);
   EXPECT_THAT(outcome.error, HasSubstr("cannot be used: the settings database is in use by another program.\n"));
-  EXPECT_EQ(FileBytes(), before);
+  EXPECT_EQ(FileBytes(file_), before);
 }
 
 TEST_F(HostProcessTest, RefusesToCreateInAFolderThatDoesNotExist) {

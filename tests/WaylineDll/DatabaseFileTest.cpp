@@ -34,10 +34,16 @@ TEST_F(DatabaseFileTest, CreatesACompleteFileAndNothingElse) {
   EXPECT_EQ(Sql("PRAGMA integrity_check"), "ok");
 }
 
-TEST_F(DatabaseFileTest, ReplacesWhatAnInterruptedCreationLeft) {
+TEST_F(DatabaseFileTest, CreatingLeavesNothingButTheDatabase) {
   MakeSample();
-  std::filesystem::rename(path(file_), path(file_ + L".new"));
+  EXPECT_THAT(FilesInFolder(), testing::ElementsAre("Wayline.db"));
+}
+
+TEST_F(DatabaseFileTest, CreatingDoesNotReplaceADatabaseThatIsThereMeanwhile) {
   MakeSample();
+  Sql("DELETE FROM ClientState");
+  EXPECT_EQ(CreateDatabaseFile(file_), std::nullopt);
+  EXPECT_EQ(Sql("SELECT count(*) FROM ClientState"), "0");
   EXPECT_THAT(FilesInFolder(), testing::ElementsAre("Wayline.db"));
 }
 
@@ -53,13 +59,13 @@ TEST_F(DatabaseFileTest, RefusesAFileThatIsNoDatabase) {
   const std::string text(2000, 'x');
   WriteFile(text);
   EXPECT_UNUSABLE(CheckDatabaseFile(file_), L"it is not a settings database of Wayline");
-  EXPECT_EQ(FileBytes(), text);
+  EXPECT_EQ(FileBytes(file_), text);
 }
 
 TEST_F(DatabaseFileTest, RefusesAnEmptyFile) {
   WriteFile("");
   EXPECT_UNUSABLE(CheckDatabaseFile(file_), L"it is not a settings database of Wayline");
-  EXPECT_EQ(FileBytes(), "");
+  EXPECT_EQ(FileBytes(file_), "");
 }
 
 TEST_F(DatabaseFileTest, RefusesAFolder) {
@@ -69,21 +75,21 @@ TEST_F(DatabaseFileTest, RefusesAFolder) {
 
 TEST_F(DatabaseFileTest, RefusesTheDatabaseOfAnotherProgram) {
   Sql("CREATE TABLE Songs (Title TEXT)");
-  const std::string before = FileBytes();
+  const std::string before = FileBytes(file_);
   EXPECT_UNUSABLE(CheckDatabaseFile(file_), L"it is not a settings database of Wayline");
-  EXPECT_EQ(FileBytes(), before);
+  EXPECT_EQ(FileBytes(file_), before);
 }
 
 TEST_F(DatabaseFileTest, RefusesOtherVersions) {
   MakeSample();
   Sql("PRAGMA user_version = 0");
-  const std::string older = FileBytes();
+  const std::string older = FileBytes(file_);
   EXPECT_UNUSABLE(CheckDatabaseFile(file_), L"it was made by an older version of Wayline");
-  EXPECT_EQ(FileBytes(), older);
+  EXPECT_EQ(FileBytes(file_), older);
   Sql("PRAGMA user_version = 2");
-  const std::string newer = FileBytes();
+  const std::string newer = FileBytes(file_);
   EXPECT_UNUSABLE(CheckDatabaseFile(file_), L"it was made by a newer version of Wayline");
-  EXPECT_EQ(FileBytes(), newer);
+  EXPECT_EQ(FileBytes(file_), newer);
 }
 
 TEST_F(DatabaseFileTest, NamesATableThatIsMissing) {
@@ -92,10 +98,10 @@ TEST_F(DatabaseFileTest, NamesATableThatIsMissing) {
     std::filesystem::remove(path(file_));
     MakeSample();
     Sql("DROP TABLE " + table);
-    const std::string before = FileBytes();
+    const std::string before = FileBytes(file_);
     EXPECT_UNUSABLE(CheckDatabaseFile(file_), L"the settings database is incomplete (no such table: " +
                                                   std::wstring(table.begin(), table.end()) + L")");
-    EXPECT_EQ(FileBytes(), before);
+    EXPECT_EQ(FileBytes(file_), before);
   }
 }
 
@@ -116,23 +122,23 @@ TEST_F(DatabaseFileTest, RefusesAWriteProtectedFile) {
 
 TEST_F(DatabaseFileTest, RefusesAFileThatAnotherProgramLocks) {
   MakeSample();
-  const std::string before = FileBytes();
+  const std::string before = FileBytes(file_);
   for (const char* lock : {"BEGIN EXCLUSIVE", "BEGIN IMMEDIATE"}) {
     const FileLock otherProgram(file_, lock);
     EXPECT_UNUSABLE(CheckDatabaseFile(file_), L"the settings database is in use by another program") << lock;
   }
-  EXPECT_EQ(FileBytes(), before);
+  EXPECT_EQ(FileBytes(file_), before);
   EXPECT_EQ(CheckDatabaseFile(file_), Failure());
 }
 
 TEST_F(DatabaseFileTest, RefusesADamagedFile) {
   MakeSample();
-  std::string bytes = FileBytes();
+  std::string bytes = FileBytes(file_);
   const size_t firstPageEnd = 4096;
   std::fill(bytes.begin() + 100, bytes.begin() + firstPageEnd, '\x7f');
   WriteFile(bytes);
   EXPECT_UNUSABLE(CheckDatabaseFile(file_), L"the settings database is damaged");
-  EXPECT_EQ(FileBytes(), bytes);
+  EXPECT_EQ(FileBytes(file_), bytes);
 }
 
 TEST_F(DatabaseFileTest, RefusesLinksThatHaveNoEnd) {

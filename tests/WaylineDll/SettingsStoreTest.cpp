@@ -42,10 +42,10 @@ class SettingsStoreTest : public StoreTest {
 
   // Saving fails with this sentence, lists no changes and leaves the file byte for byte as it is.
   void SaveFails(const std::wstring& sentence) {
-    const std::string before = FileBytes();
+    const std::string before = FileBytes(file_);
     EXPECT_EQ(store_.Save(tables_, changes_), Failure(sentence));
     EXPECT_THAT(changes_, IsEmpty());
-    EXPECT_EQ(FileBytes(), before);
+    EXPECT_EQ(FileBytes(file_), before);
     EXPECT_NE(sqlite3_get_autocommit(StoreConnection()), 0) << "a transaction is still open";
   }
 
@@ -128,10 +128,10 @@ TEST_F(SettingsStoreTest, LoadsTheTwoProxyConfigurationsOfAProfile) {
 
 TEST_F(SettingsStoreTest, SavingNothingTouchesNothing) {
   ProfileOf(2001).SetDurationTime(60s);  // without a change state
-  const std::string before = FileBytes();
+  const std::string before = FileBytes(file_);
   SaveSucceeds();
   EXPECT_THAT(changes_, IsEmpty());
-  EXPECT_EQ(FileBytes(), before);
+  EXPECT_EQ(FileBytes(file_), before);
 }
 
 TEST_F(SettingsStoreTest, AChangedProfileStoresOnlyWhatWasChanged) {

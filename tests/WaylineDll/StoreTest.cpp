@@ -4,7 +4,6 @@
 
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 
 #include "Database/SQLite/SQLiteDatabaseManager.h"
 #include "NetUtilities/Format.h"
@@ -35,12 +34,6 @@ std::string StoreTest::Sql(const std::string& statements) const {
 
 sqlite3* StoreTest::StoreConnection() const {
   return Singleton<SQLiteDatabaseManager>::Get()->GetDatabase(file_)->GetConnection();
-}
-
-std::string StoreTest::FileBytes() const {
-  std::ostringstream bytes;
-  bytes << std::ifstream(std::filesystem::path(file_), std::ios::binary).rdbuf();
-  return bytes.str();
 }
 
 void StoreTest::WriteFile(const std::string& bytes) const {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "tests/support/FakeDatabasePlatform.h"
+#include "tests/support/FileBytes.h"
 #include "tests/support/LogCapture.h"
 #include "tests/support/TemporaryFolder.h"
 #include "WaylineDll/Store/SettingsStore.h"
@@ -25,7 +26,6 @@ class StoreTest : public testing::Test {
   /// The connection that `store_` uses.
   sqlite3* StoreConnection() const;
 
-  std::string FileBytes() const;
   void WriteFile(const std::string& bytes) const;
 
   LogCapture log_;

@@ -4,8 +4,11 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <memory>
 #include <string_view>
+
+#include "tests/support/TemporaryFolder.h"
 
 namespace {
 
@@ -63,9 +66,13 @@ void InOwnProcess(const std::function<void()>& body, const OwnProcess& settings)
     body();
     return;
   }
-  // The file that tells of a program that ended early is this process's.
-  SetEnvironmentVariableW(L"TEST_PREMATURE_EXIT_FILE", nullptr);
+  // GoogleTest keeps this file while tests run. The exit code alone does not tell: under Wine a program whose stack
+  // overflows ends with 0.
+  const TemporaryFolder folder;
+  const std::wstring unfinished = folder.File(L"unfinished");
+  SetEnvironmentVariableW(L"TEST_PREMATURE_EXIT_FILE", unfinished.c_str());
   const std::wstring program = settings.program.empty() ? PathOfThisProgram() : settings.program;
   EXPECT_EQ(Run(program, ArgumentsForCurrentTest(), settings.desktop), 0u)
       << "See what the other process printed above.";
+  EXPECT_FALSE(std::filesystem::exists(unfinished)) << "The other process ended before its test did.";
 }

@@ -5,13 +5,12 @@
 #include <gmock/gmock.h>
 #include <sqlite3.h>
 
-#include <fstream>
-#include <iterator>
 #include <memory>
 
 #include "LoginProperties/ProfilePage/ProfileControls.h"
 #include "LoginProperties/Timeouts/TimeoutControls.h"
 #include "NetUtilities/Text.h"
+#include "tests/support/FileBytes.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/ui/SheetDriver.h"
 
@@ -52,13 +51,8 @@ class Host : public testing::Test {
     return code;
   }
 
-  static std::string BytesOf(const std::wstring& file) {
-    std::ifstream stream(std::filesystem::path(file), std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
-  }
-
   std::string Printed() const {
-    std::string text = BytesOf(outputFile);
+    std::string text = FileBytes(outputFile);
     std::erase(text, '\r');
     return text;
   }
@@ -108,7 +102,7 @@ TEST_F(Host, LeavesTheDatabaseAsItWasAfterCancel) {
   Start(L"--mode 2 --profile 2001");
   sheet->PressCancel();
   EXPECT_EQ(Wait(), 0u);
-  const std::string before = BytesOf(database);
+  const std::string before = FileBytes(database);
   ASSERT_FALSE(before.empty());
 
   sheet.reset();
@@ -118,19 +112,19 @@ TEST_F(Host, LeavesTheDatabaseAsItWasAfterCancel) {
   sheet->PressCancel();
   EXPECT_EQ(Wait(), 0u);
   EXPECT_EQ(Printed(), "{\"result\":0,\"saved\":false,\"changes\":[]}\n");
-  EXPECT_EQ(BytesOf(database), before);
+  EXPECT_EQ(FileBytes(database), before);
 }
 
 TEST_F(Host, SaysWhenSavingFailsAndKeepsTheFile) {
   Start(L"--mode 2 --profile 2001");
   sheet->Click(IDC_OVERRIDE_CHECK);
   sheet->Pick(IDC_TIMEOUT_DURATION, L" 1 hour");
-  const std::string before = BytesOf(database);
+  const std::string before = FileBytes(database);
   // Another program has taken the file for itself meanwhile.
   const auto other = LockedDatabase(database);
   sheet->PressOk();
   EXPECT_NE(Wait(), 0u);
   EXPECT_THAT(Printed(), testing::HasSubstr("\"saved\":false"));
   EXPECT_THAT(Printed(), testing::HasSubstr("Nothing was saved"));
-  EXPECT_EQ(BytesOf(database), before);
+  EXPECT_EQ(FileBytes(database), before);
 }

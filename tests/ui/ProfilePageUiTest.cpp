@@ -145,6 +145,17 @@ TEST(ProfileSelector, IsSharedByAllPages) {
   }
 }
 
+TEST(ProfileSelector, TakesAProfileByItsFirstLetter) {
+  LoginPropertiesContext context = MakeContext();
+  SheetDriver sheet(context);
+  sheet.SelectTab(L"Timeouts");
+  sheet.Focus(IDC_PROFILE_COMBO);
+  sheet.Type("h");
+  EXPECT_TRUE(WaitUntil([&sheet] { return sheet.Selected(IDC_PROFILE_COMBO) == L"Home"; }));
+  sheet.SelectTab(L"General");
+  EXPECT_EQ(sheet.Selected(IDC_PROFILE_COMBO), L"Home");
+}
+
 TEST(ProfileSelector, KeepsTheCurrentProfileWhenTheChosenOneIsGone) {
   LoginPropertiesContext context = MakeContext();
   SheetDriver sheet(context);

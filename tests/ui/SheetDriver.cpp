@@ -140,10 +140,8 @@ HWND SheetDriver::Control(int id) const {
 }
 
 bool SheetDriver::IsEnabled(int id) const { return IsWindowEnabled(Control(id)) != FALSE; }
-bool SheetDriver::IsVisible(int id) const { return IsWindowVisible(Control(id)) != FALSE; }
 bool SheetDriver::IsChecked(int id) const { return Button_GetCheck(Control(id)) == BST_CHECKED; }
 bool SheetDriver::HasFocus(int id) const { return FocusedControl() == id; }
-std::wstring SheetDriver::Text(int id) const { return TextOf(Control(id)); }
 
 std::vector<std::wstring> SheetDriver::Items(int id) const {
   const HWND list = Control(id);
@@ -199,6 +197,16 @@ void SheetDriver::PressKey(WORD key, const std::vector<WORD>& modifiers) {
   add(key, KEYEVENTF_KEYUP);
   for (auto modifier = modifiers.rbegin(); modifier != modifiers.rend(); ++modifier) add(*modifier, KEYEVENTF_KEYUP);
   SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
+}
+
+void SheetDriver::Type(std::string_view text) {
+  for (const char character : text) PressKey(LOBYTE(VkKeyScanW(static_cast<wchar_t>(character))));
+}
+
+void SheetDriver::Focus(int id) {
+  SetForegroundWindow(sheet_);
+  Act(sheet_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(Control(id)), TRUE);
+  if (!WaitUntil([this, id] { return HasFocus(id); })) Fail("the control does not take the focus");
 }
 
 int SheetDriver::FocusedControl() const {

@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <thread>
 #include <vector>
 
@@ -42,10 +43,8 @@ class SheetDriver {
   // What controls show.
   HWND Control(int id) const;
   bool IsEnabled(int id) const;
-  bool IsVisible(int id) const;
   bool IsChecked(int id) const;
   bool HasFocus(int id) const;
-  std::wstring Text(int id) const;
 
   /// Texts of a list's items, in order.
   std::vector<std::wstring> Items(int id) const;
@@ -65,6 +64,12 @@ class SheetDriver {
 
   /// Presses a key with real input, together with the modifiers (VK_SHIFT, VK_CONTROL, VK_MENU).
   void PressKey(WORD key, const std::vector<WORD>& modifiers = {});
+
+  /// Types letters and digits with real input into the control that has the keyboard focus.
+  void Type(std::string_view text);
+
+  /// Gives a control the keyboard focus, as Tab does.
+  void Focus(int id);
 
   /// Id of the control with the keyboard focus.
   int FocusedControl() const;

@@ -9,20 +9,18 @@
 
 #include <commctrl.h>
 
-#include <chrono>
 #include <cstddef>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
 #include <string_view>
-#include <thread>
 
 #include "NetUtilities/Text.h"
+#include "tests/support/WaitUntil.h"
 
 namespace {
 
 constexpr std::wstring_view kTitleEnd = L" - Login Properties";
-constexpr auto kTimeLimit = std::chrono::seconds(30);
 constexpr UINT kAnswerLimit = 10'000;  // milliseconds
 
 /// Memory in the process that owns a window, for messages whose pointers only mean something there.
@@ -40,12 +38,8 @@ class RemoteMemory {
   RemoteMemory(const RemoteMemory&) = delete;
   RemoteMemory& operator=(const RemoteMemory&) = delete;
   ~RemoteMemory() {
-    if (address_ != nullptr) {
-      VirtualFreeEx(process_, address_, 0, MEM_RELEASE);
-    }
-    if (process_ != nullptr) {
-      CloseHandle(process_);
-    }
+    if (address_ != nullptr) VirtualFreeEx(process_, address_, 0, MEM_RELEASE);
+    if (process_ != nullptr) CloseHandle(process_);
   }
 
   /// Null when there is none.
@@ -62,19 +56,6 @@ class RemoteMemory {
   std::byte* address_ = nullptr;
 };
 
-/// Calls `condition` until it holds. False when that takes longer than the time limit.
-template <typename Condition>
-bool WaitUntil(Condition condition) {
-  const auto end = std::chrono::steady_clock::now() + kTimeLimit;
-  while (!condition()) {
-    if (std::chrono::steady_clock::now() > end) {
-      return false;
-    }
-    std::this_thread::sleep_for(std::chrono::milliseconds(20));
-  }
-  return true;
-}
-
 /// The window's answer; `failure` when it does not answer in time.
 LRESULT Ask(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0, LRESULT failure = 0) {
   DWORD_PTR answer = 0;
@@ -85,9 +66,7 @@ LRESULT Ask(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0, LRE
 BOOL CALLBACK KeepIfSheet(HWND window, LPARAM found) {
   wchar_t title[256] = {};
   GetWindowTextW(window, title, 256);
-  if (!IsWindowVisible(window) || !std::wstring_view(title).ends_with(kTitleEnd)) {
-    return TRUE;
-  }
+  if (!IsWindowVisible(window) || !std::wstring_view(title).ends_with(kTitleEnd)) return TRUE;
   *reinterpret_cast<HWND*>(found) = window;
   return FALSE;
 }
@@ -133,9 +112,7 @@ int PrintTabs(HWND sheet) {
   const auto count = static_cast<int>(Ask(tabs, TCM_GETITEMCOUNT));
   for (int index = 0; index < count; ++index) {
     const std::wstring title = TabTitle(tabs, index);
-    if (title.empty()) {
-      return Fail("A tab does not tell its title.");
-    }
+    if (title.empty()) return Fail("A tab does not tell its title.");
     std::printf("%s\n", ToUtf8(title).c_str());
   }
   return count > 0 ? 0 : Fail("The sheet has no tabs.");
@@ -143,18 +120,14 @@ int PrintTabs(HWND sheet) {
 
 int SelectTab(HWND sheet, int number) {
   const int index = number - 1;
-  if (Ask(sheet, PSM_SETCURSEL, static_cast<WPARAM>(index)) == 0) {
-    return Fail("The sheet does not show that tab.");
-  }
+  if (Ask(sheet, PSM_SETCURSEL, static_cast<WPARAM>(index)) == 0) return Fail("The sheet does not show that tab.");
   // Answered once the page has been created and filled; painting follows.
   const bool painted = WaitUntil([&] {
     const HWND page = reinterpret_cast<HWND>(Ask(sheet, PSM_GETCURRENTPAGEHWND));
     return page != nullptr && IsWindowVisible(page) && Ask(Tabs(sheet), TCM_GETCURSEL, 0, 0, -1) == index &&
            GetUpdateRect(page, nullptr, FALSE) == 0 && GetUpdateRect(sheet, nullptr, FALSE) == 0;
   });
-  if (!painted) {
-    return Fail("The tab was selected, but its page did not appear.");
-  }
+  if (!painted) return Fail("The tab was selected, but its page did not appear.");
 
   RECT place = {};
   GetWindowRect(sheet, &place);
@@ -177,14 +150,8 @@ int main(int argc, char** argv) {
   }
 
   HWND sheet = nullptr;
-  if (!WaitUntil([&] { return (sheet = FindSheet()) != nullptr; })) {
-    return Fail("No sheet appeared.");
-  }
-  if (command == "--tabs") {
-    return PrintTabs(sheet);
-  }
-  if (command == "--select") {
-    return SelectTab(sheet, number);
-  }
+  if (!WaitUntil([&] { return (sheet = FindSheet()) != nullptr; })) return Fail("No sheet appeared.");
+  if (command == "--tabs") return PrintTabs(sheet);
+  if (command == "--select") return SelectTab(sheet, number);
   return Cancel(sheet);
 }

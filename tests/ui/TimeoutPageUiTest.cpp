@@ -2,11 +2,21 @@
 
 #include <gmock/gmock.h>
 
+#include <mutex>
+#include <optional>
+#include <thread>
+
 #include "LoginProperties/ProfilePage/ProfileControls.h"
 #include "LoginProperties/Timeouts/TimeoutControls.h"
+#include "NetUtilities/RegistryKey.h"
+#include "tests/support/DebugMonitor.h"
+#include "tests/support/OwnProcess.h"
+#include "tests/support/TemporaryFolder.h"
+#include "tests/support/TestRegistryKey.h"
 #include "tests/support/WaitUntil.h"
 #include "tests/ui/SheetDriver.h"
 #include "tests/ui/TestContext.h"
+#include "WaylineDll/Host.h"
 
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -17,6 +27,35 @@ namespace {
 
 constexpr wchar_t kValueMissing[] = L"A time value must be specified for a selected option.";
 constexpr wchar_t kWarningTooLong[] = L"Warning time must be less than idle time, threshold time and duration time.";
+
+// Everything that this process sends to the debugger.
+class DebugLines {
+ public:
+  DebugLines() : reader_([this](const std::stop_token& stop) { Read(stop); }) {}
+
+  // Waits for a line that contains `text`.
+  bool Have(const std::string& text) const {
+    return WaitUntil([&] {
+      const std::scoped_lock lock(mutex_);
+      return lines_.find(text) != std::string::npos;
+    });
+  }
+
+ private:
+  void Read(const std::stop_token& stop) {
+    constexpr DWORD kLimitMilliseconds = 20;
+    while (!stop.stop_requested()) {
+      const auto line = monitor_.Receive(kLimitMilliseconds);
+      const std::scoped_lock lock(mutex_);
+      if (line) lines_ += *line;
+    }
+  }
+
+  DebugMonitor monitor_;
+  mutable std::mutex mutex_;
+  std::string lines_;
+  std::jthread reader_;
+};
 
 // A sheet with the Timeouts page alone, whose current profile has its own time-outs.
 class TimeoutPage : public testing::Test {
@@ -178,6 +217,14 @@ TEST_F(TimeoutPage, FollowingTheDefaultsShowsTheLinkedProfileDisabled) {
   EXPECT_EQ(context.profiles[kRoot]->GetState(), ChangeState::Unchanged);
 }
 
+TEST_F(TimeoutPage, TheOverrideBoxIsThatOfTheProfileShown) {
+  Work().SetDefaultTimeouts(true);
+  context.profiles[kRoot]->SetDefaultTimeouts(false);
+  Open();
+  EXPECT_TRUE(sheet->IsChecked(IDC_OVERRIDE_CHECK));
+  EXPECT_FALSE(sheet->IsEnabled(IDC_TIMEOUT_DURATION_CHECK));
+}
+
 TEST_F(TimeoutPage, AnUnknownParentShowsWhatANewProfileHolds) {
   Work().SetDefaultTimeouts(true);
   Work().Columns().linkProfile = 99;
@@ -256,19 +303,30 @@ TEST_F(TimeoutPage, FollowingTheDefaultsStoresNothing) {
 }
 
 TEST_F(TimeoutPage, TheSignOfAWarningThatIsOffFlipsAtEachValidation) {
+  SetTimes(-28800, 0, 0, -60);
+  Open();
+  // A duration without a value makes each validation fail, so that the page stays as it is.
+  sheet->Click(IDC_TIMEOUT_DURATION_CHECK);
+  sheet->ClearSelection(IDC_TIMEOUT_DURATION);
+  for (const Seconds expected : {Seconds(60), Seconds(-60)}) {
+    EXPECT_FALSE(sheet->IsChecked(IDC_TIMEOUT_WARNING_CHECK));
+    sheet->PressOk();
+    EXPECT_EQ(sheet->MessageBoxText(), kValueMissing);
+    sheet->AnswerMessageBox(IDOK);
+    EXPECT_EQ(Work().GetWarnTime(), expected);
+  }
+}
+
+TEST_F(TimeoutPage, AWarningThatWasOffIsOnAfterTheNextValidation) {
   context = MakeContext();
   Work().SetDefaultTimeouts(false);
   SetTimes(-28800, 0, 0, -60);
   Open();
   sheet->SelectTab(L"Timeouts");
+  EXPECT_FALSE(sheet->IsChecked(IDC_TIMEOUT_WARNING_CHECK));
   sheet->SelectTab(L"General");
-  EXPECT_EQ(Work().GetWarnTime(), Seconds(60));
-  // The page now shows the warning as on; it is taken off again before the next validation.
   sheet->SelectTab(L"Timeouts");
   EXPECT_TRUE(sheet->IsChecked(IDC_TIMEOUT_WARNING_CHECK));
-  sheet->Click(IDC_TIMEOUT_WARNING_CHECK);
-  sheet->SelectTab(L"General");
-  EXPECT_EQ(Work().GetWarnTime(), Seconds(-60));
 }
 
 TEST_F(TimeoutPage, AWarningLongerThanTheDurationKeepsTheSheetOpen) {
@@ -362,6 +420,26 @@ TEST_F(TimeoutPage, ChoosingAValueMarksTheProfileChanged) {
   }
 }
 
+TEST_F(TimeoutPage, LogsTheInactivityLimitOfTheConnection) {
+  TestRegistryKey install(HKEY_LOCAL_MACHINE, kCurrentInstallKey);
+  install.SetDword(L"DebugOutput", 1);
+  // The switch is asked for again only after a while.
+  InOwnProcess([this] {
+    const DebugLines lines;
+    Open();
+    EXPECT_TRUE(lines.Have("(Your maximum inactivity time will be determined at your next connection.)"));
+    sheet.reset();
+
+    const TemporaryFolder folder;
+    ASSERT_EQ(OpenSettings(folder.File(L"Wayline.db")), std::nullopt);
+    Work().Columns().smIdleTime = 5400;
+    Open();
+    EXPECT_TRUE(lines.Have("(Your maximum inactivity time is  1 hour30 minutes.)"));
+    sheet.reset();
+    CloseSettings();
+  });
+}
+
 TEST_F(TimeoutPage, CanBeUsedWithTheKeyboardAlone) {
   Work().SetDefaultTimeouts(true);
   SetTimes(-28800, -28800, 0, -60);
@@ -389,9 +467,7 @@ TEST_F(TimeoutPage, CanBeUsedWithTheKeyboardAlone) {
 TEST_F(TimeoutPage, TabVisitsTheControlsInReadingOrder) {
   SetTimes(7200, 300, 1000, 120);
   Open();
-  SetForegroundWindow(sheet->Sheet());
-  SendMessageW(sheet->Sheet(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(sheet->Control(IDC_PROFILE_COMBO)), TRUE);
-  ASSERT_TRUE(WaitUntil([this] { return sheet->HasFocus(IDC_PROFILE_COMBO); }));
+  sheet->Focus(IDC_PROFILE_COMBO);
   for (const int next :
        {IDC_OVERRIDE_CHECK, IDC_TIMEOUT_DURATION_CHECK, IDC_TIMEOUT_DURATION, IDC_TIMEOUT_THRESHOLD_CHECK,
         IDC_TIMEOUT_BYTES, IDC_TIMEOUT_PERIOD, IDC_TIMEOUT_WARNING_CHECK, IDC_TIMEOUT_WARNING}) {

@@ -26,7 +26,7 @@ enum class Index : uint32_t {
 WAYLINE_API uint32_t GetActiveProfileIdExoprt();
 
 /// The time-outs of the active profile: maximum session, inactivity limit and threshold period. 0 means that none is
-/// set or known, except for the two special values above. Null pointers are skipped.
+/// set or known, except for kUnknownTimeout and kUnlimitedTimeout. Null pointers are skipped.
 WAYLINE_API void GetActiveProfileTimeouts2(Duration* session, Duration* idle, Duration* threshold);
 
 /// Nonzero while the client holds a connection. Exported as ordinal 2 only.
