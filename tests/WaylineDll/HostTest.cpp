@@ -5,7 +5,7 @@
 #include "tests/support/TemporaryFolder.h"
 #include "WaylineDll/LiveState.h"
 
-using std::chrono_literals::operator""s;
+using namespace std::chrono_literals;
 
 namespace {
 

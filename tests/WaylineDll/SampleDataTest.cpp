@@ -3,7 +3,6 @@
 
 using testing::ElementsAre;
 using testing::Field;
-using testing::SizeIs;
 
 namespace {
 

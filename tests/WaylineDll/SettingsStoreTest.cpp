@@ -6,7 +6,7 @@
 
 #include "tests/WaylineDll/StoreTest.h"
 
-using std::chrono_literals::operator""s;
+using namespace std::chrono_literals;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;

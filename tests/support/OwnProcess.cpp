@@ -34,7 +34,7 @@ std::wstring ArgumentsForCurrentTest() {
 }
 
 // The exit code of the program; nothing of it is left running.
-DWORD Run(const std::wstring& program, std::wstring arguments, std::wstring desktop) {
+DWORD Run(const std::wstring& program, const std::wstring& arguments, std::wstring desktop) {
   STARTUPINFOW startup{};
   startup.cb = sizeof(startup);
   startup.lpDesktop = desktop.empty() ? nullptr : desktop.data();

@@ -16,7 +16,7 @@ bool Exists(HKEY root, const std::wstring& subkey) {
 std::wstring FirstMissing(HKEY root, const std::wstring& subkey) {
   for (size_t end = 0; end != std::wstring::npos;) {
     end = subkey.find(L'\\', end + 1);
-    const std::wstring part = subkey.substr(0, end);
+    std::wstring part = subkey.substr(0, end);
     if (!Exists(root, part)) return part;
   }
   return {};

@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <future>
+#include <ranges>
 #include <stdexcept>
 
 #include "tests/support/WaitUntil.h"
@@ -195,7 +196,7 @@ void SheetDriver::PressKey(WORD key, const std::vector<WORD>& modifiers) {
   for (const WORD modifier : modifiers) add(modifier, 0);
   add(key, 0);
   add(key, KEYEVENTF_KEYUP);
-  for (auto modifier = modifiers.rbegin(); modifier != modifiers.rend(); ++modifier) add(*modifier, KEYEVENTF_KEYUP);
+  for (const WORD modifier : std::views::reverse(modifiers)) add(modifier, KEYEVENTF_KEYUP);
   SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
 }
 

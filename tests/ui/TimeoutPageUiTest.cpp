@@ -19,7 +19,6 @@
 #include "WaylineDll/Host.h"
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 using testing::SizeIs;
 using Seconds = Profile::Seconds;
 
