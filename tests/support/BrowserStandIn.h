@@ -34,12 +34,13 @@ class BrowserStandIn {
     open_.SetString(L"", L'"' + program.wstring() + L"\" \"" + opened_.wstring() + L"\" \"%1\"");
   }
 
+  /// Whether a page was opened. While the program still gives its file the name it exists, but cannot be read.
+  bool HasOpened() const { return !FileBytes(opened_).empty(); }
+
   /// The page that was opened; waits for it.
   std::filesystem::path OpenedPage() const {
-    // While the program still gives the file its name it exists, but cannot be read.
-    std::string page;
-    EXPECT_TRUE(WaitUntil([&] { return !(page = FileBytes(opened_)).empty(); })) << "No page was opened.";
-    return page;
+    EXPECT_TRUE(WaitUntil([this] { return HasOpened(); })) << "No page was opened.";
+    return FileBytes(opened_);
   }
 
  private:

@@ -51,7 +51,6 @@ TEST(SheetHelp, TheHelpKeyOpensThePagesTopic) {
   LoginPropertiesContext context = MakeContext(SheetMode::TimeoutsOnly);
   SheetDriver sheet(context);
   const BrowserStandIn browser;
-  SetForegroundWindow(sheet.Sheet());
-  sheet.PressKey(VK_F1);
+  EXPECT_TRUE(sheet.PressKeyUntil([&browser] { return browser.HasOpened(); }, VK_F1));
   EXPECT_EQ(browser.OpenedPage(), HelpPage(L"1036.html"));
 }

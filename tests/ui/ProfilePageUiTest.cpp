@@ -150,8 +150,7 @@ TEST(ProfileSelector, TakesAProfileByItsFirstLetter) {
   SheetDriver sheet(context);
   sheet.SelectTab(L"Timeouts");
   sheet.Focus(IDC_PROFILE_COMBO);
-  sheet.Type("h");
-  EXPECT_TRUE(WaitUntil([&sheet] { return sheet.Selected(IDC_PROFILE_COMBO) == L"Home"; }));
+  EXPECT_TRUE(sheet.PressKeyUntil([&sheet] { return sheet.Selected(IDC_PROFILE_COMBO) == L"Home"; }, 'H'));
   sheet.SelectTab(L"General");
   EXPECT_EQ(sheet.Selected(IDC_PROFILE_COMBO), L"Home");
 }
@@ -236,18 +235,22 @@ TEST(OverridePolicyOnPage, IsSuspendedByShiftAndCtrlTogether) {
   for (const auto& [keys, resets] :
        {std::pair{std::vector<WORD>{VK_SHIFT, VK_CONTROL}, false}, std::pair{std::vector<WORD>{VK_SHIFT}, true},
         std::pair{std::vector<WORD>{VK_CONTROL}, true}}) {
-    LoginPropertiesContext context = MakeContext();
-    context.profiles[kWork]->SetDefaultTimeouts(false);
-    SheetDriver sheet(context);
-    // Once the sheet has the keyboard: taking it over sets all keys to what they really are.
-    ASSERT_TRUE(WaitUntil([&sheet] { return sheet.FocusedControl() != 0; }));
-    sheet.SelectTab(L"Proxy");
-    {
+    // The screen sets all keys to what they really are while it hands the keyboard over: then it is done again.
+    bool heldAllAlong = false;
+    for (int tries = 0; tries < 5 && !heldAllAlong; ++tries) {
+      LoginPropertiesContext context = MakeContext();
+      context.profiles[kWork]->SetDefaultTimeouts(false);
+      SheetDriver sheet(context);
+      sheet.SelectTab(L"Proxy");
       const HeldKeys held(keys);
-      for (const WORD key : keys) ASSERT_TRUE(WaitUntil([key] { return IsKeyDown(key); }));
+      ASSERT_TRUE(WaitUntil([&keys] { return std::ranges::all_of(keys, IsKeyDown); }));
       sheet.SelectTab(L"Timeouts");
+      heldAllAlong = std::ranges::all_of(keys, IsKeyDown);
+      if (heldAllAlong) {
+        EXPECT_EQ(context.profiles[kWork]->GetDefaultTimeouts(), resets);
+      }
     }
-    EXPECT_EQ(context.profiles[kWork]->GetDefaultTimeouts(), resets);
+    EXPECT_TRUE(heldAllAlong);
   }
 }
 

@@ -185,6 +185,10 @@ void SheetDriver::Pick(int id, const std::wstring& item) {
 void SheetDriver::ClearSelection(int id) { ComboBox_SetCurSel(Control(id), -1); }
 
 void SheetDriver::PressKey(WORD key, const std::vector<WORD>& modifiers) {
+  // Real input goes to whichever window is in the foreground.
+  if (!WaitUntil([this] { return IsInForeground(); })) {
+    Fail("the sheet does not come to the foreground");
+  }
   std::vector<INPUT> inputs;
   const auto add = [&inputs](WORD virtualKey, DWORD flags) {
     INPUT input{};
@@ -200,12 +204,23 @@ void SheetDriver::PressKey(WORD key, const std::vector<WORD>& modifiers) {
   SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
 }
 
-void SheetDriver::Type(std::string_view text) {
-  for (const char character : text) PressKey(LOBYTE(VkKeyScanW(static_cast<wchar_t>(character))));
+bool SheetDriver::IsInForeground() const {
+  if (GetForegroundWindow() == sheet_) return true;
+  SetForegroundWindow(sheet_);
+  return false;
+}
+
+bool SheetDriver::PressKeyUntil(const std::function<bool()>& effect, WORD key, const std::vector<WORD>& modifiers) {
+  constexpr int kTries = 5;
+  constexpr auto kPatience = std::chrono::seconds(3);
+  for (int tries = 0; tries < kTries; ++tries) {
+    PressKey(key, modifiers);
+    if (WaitUntil(effect, kPatience)) return true;
+  }
+  return false;
 }
 
 void SheetDriver::Focus(int id) {
-  SetForegroundWindow(sheet_);
   Act(sheet_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(Control(id)), TRUE);
   if (!WaitUntil([this, id] { return HasFocus(id); })) Fail("the control does not take the focus");
 }

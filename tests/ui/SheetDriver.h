@@ -2,9 +2,9 @@
 
 #include <windows.h>
 
+#include <functional>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <thread>
 #include <vector>
 
@@ -62,11 +62,10 @@ class SheetDriver {
   /// Takes the selection of a list away, which no user can do.
   void ClearSelection(int id);
 
-  /// Presses a key with real input, together with the modifiers (VK_SHIFT, VK_CONTROL, VK_MENU).
-  void PressKey(WORD key, const std::vector<WORD>& modifiers = {});
-
-  /// Types letters and digits with real input into the control that has the keyboard focus.
-  void Type(std::string_view text);
+  /// Presses a key with real input, together with the modifiers (VK_SHIFT, VK_CONTROL, VK_MENU), until `effect` holds;
+  /// false when it never does. As a person would, it presses again what was lost: the screen forgets keys while it
+  /// hands the keyboard over to a window.
+  bool PressKeyUntil(const std::function<bool()>& effect, WORD key, const std::vector<WORD>& modifiers = {});
 
   /// Gives a control the keyboard focus, as Tab does.
   void Focus(int id);
@@ -95,6 +94,8 @@ class SheetDriver {
   void Act(HWND window, UINT message, WPARAM wordParameter = 0, LPARAM longParameter = 0);
   void PressEnding(int button);
   void Settle() const;
+  void PressKey(WORD key, const std::vector<WORD>& modifiers);
+  bool IsInForeground() const;
   bool WaitForSheet();
   HWND MessageBoxWindow() const;
 

@@ -443,22 +443,14 @@ TEST_F(TimeoutPage, CanBeUsedWithTheKeyboardAlone) {
   Work().SetDefaultTimeouts(true);
   SetTimes(-28800, -28800, 0, -60);
   Open();
-  SetForegroundWindow(sheet->Sheet());
-  sheet->PressKey('O', {VK_MENU});
-  ASSERT_TRUE(WaitUntil([this] { return sheet->IsChecked(IDC_OVERRIDE_CHECK); }));
-  sheet->PressKey('E', {VK_MENU});
-  ASSERT_TRUE(WaitUntil([this] { return sheet->IsChecked(IDC_TIMEOUT_DURATION_CHECK); }));
-  sheet->PressKey(VK_TAB);
-  ASSERT_TRUE(WaitUntil([this] { return sheet->HasFocus(IDC_TIMEOUT_DURATION); }));
-  sheet->PressKey(VK_HOME);
-  ASSERT_TRUE(WaitUntil([this] { return sheet->Selected(IDC_TIMEOUT_DURATION) == L" 2 minutes"; }));
-  sheet->PressKey(VK_DOWN);
-  ASSERT_TRUE(WaitUntil([this] { return sheet->Selected(IDC_TIMEOUT_DURATION) == L" 5 minutes"; }));
-  sheet->PressKey('N', {VK_MENU});
-  ASSERT_TRUE(WaitUntil([this] { return sheet->IsChecked(IDC_TIMEOUT_THRESHOLD_CHECK); }));
-  sheet->PressKey('D', {VK_MENU});
-  ASSERT_TRUE(WaitUntil([this] { return sheet->IsChecked(IDC_TIMEOUT_WARNING_CHECK); }));
-  sheet->PressKey(VK_RETURN);
+  ASSERT_TRUE(sheet->PressKeyUntil([this] { return sheet->IsChecked(IDC_OVERRIDE_CHECK); }, 'O', {VK_MENU}));
+  ASSERT_TRUE(sheet->PressKeyUntil([this] { return sheet->IsChecked(IDC_TIMEOUT_DURATION_CHECK); }, 'E', {VK_MENU}));
+  sheet->Focus(IDC_TIMEOUT_DURATION);
+  ASSERT_TRUE(sheet->PressKeyUntil([this] { return sheet->Selected(IDC_TIMEOUT_DURATION) == L" 2 minutes"; }, VK_HOME));
+  ASSERT_TRUE(sheet->PressKeyUntil([this] { return sheet->Selected(IDC_TIMEOUT_DURATION) == L" 5 minutes"; }, VK_DOWN));
+  ASSERT_TRUE(sheet->PressKeyUntil([this] { return sheet->IsChecked(IDC_TIMEOUT_THRESHOLD_CHECK); }, 'N', {VK_MENU}));
+  ASSERT_TRUE(sheet->PressKeyUntil([this] { return sheet->IsChecked(IDC_TIMEOUT_WARNING_CHECK); }, 'D', {VK_MENU}));
+  ASSERT_TRUE(sheet->PressKeyUntil([this] { return !sheet->IsOpen(); }, VK_RETURN));
   EXPECT_EQ(sheet->Result(), 1);
   EXPECT_EQ(Work().GetDurationTime(), Seconds(300));
 }
@@ -466,12 +458,13 @@ TEST_F(TimeoutPage, CanBeUsedWithTheKeyboardAlone) {
 TEST_F(TimeoutPage, TabVisitsTheControlsInReadingOrder) {
   SetTimes(7200, 300, 1000, 120);
   Open();
-  sheet->Focus(IDC_PROFILE_COMBO);
+  HWND control = sheet->Control(IDC_PROFILE_COMBO);
   for (const int next :
        {IDC_OVERRIDE_CHECK, IDC_TIMEOUT_DURATION_CHECK, IDC_TIMEOUT_DURATION, IDC_TIMEOUT_THRESHOLD_CHECK,
         IDC_TIMEOUT_BYTES, IDC_TIMEOUT_PERIOD, IDC_TIMEOUT_WARNING_CHECK, IDC_TIMEOUT_WARNING}) {
-    sheet->PressKey(VK_TAB);
-    ASSERT_TRUE(WaitUntil([this, next] { return sheet->HasFocus(next); }))
-        << next << ", not " << sheet->FocusedControl();
+    control = GetNextDlgTabItem(sheet->Page(), control, FALSE);
+    EXPECT_EQ(GetDlgCtrlID(control), next);
   }
+  sheet->Focus(IDC_PROFILE_COMBO);
+  EXPECT_TRUE(sheet->PressKeyUntil([this] { return !sheet->HasFocus(IDC_PROFILE_COMBO); }, VK_TAB));
 }
