@@ -36,10 +36,10 @@ LONG RegistryKey::Open(HKEY root, const std::wstring& subkey, REGSAM access) {
 }
 
 LONG RegistryKey::Close() {
+  path_.clear();
   if (handle_ == nullptr) return ERROR_SUCCESS;
   const LONG code = RegCloseKey(handle_);
   handle_ = nullptr;
-  path_.clear();
   return code;
 }
 

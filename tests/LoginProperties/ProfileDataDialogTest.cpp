@@ -62,6 +62,13 @@ TEST_F(ProfileConfigs, AreKeptInTheContextUnderTheirProfile) {
   EXPECT_THAT(GetContext().manualConfigs, ElementsAre(Pair(kWithConfigs, entered)));
 }
 
+TEST_F(ProfileConfigs, AreMissingWithoutACurrentProfile) {
+  EXPECT_EQ(Page::GetCurrentAutoConfig(), nullptr);
+  EXPECT_EQ(Page::GetCurrentManualConfig(), nullptr);
+  EXPECT_TRUE(GetContext().autoConfigs.empty());
+  EXPECT_TRUE(GetContext().manualConfigs.empty());
+}
+
 TEST_F(ProfileConfigs, AreLoadedOnce) {
   Choose(kWithConfigs);
   const auto found = Page::GetCurrentAutoConfig();

@@ -39,6 +39,12 @@ TEST(IniFile, FindsAFileThatWasMissingBefore) {
   EXPECT_EQ(ini.GetString(L"Misc", L"Name", L"default"), L"new");
 }
 
+TEST(IniFile, PassesOverAByteOrderMark) {
+  const TestingIni file("\xEF\xBB\xBF[Misc]\nName=marked\n");
+  IniFile ini;
+  EXPECT_EQ(ini.GetString(L"Misc", L"Name", L"default"), L"marked");
+}
+
 TEST(IniFile, ASwitchIsOnByTheFirstCharacterOfItsValue) {
   const TestingIni file("[Misc]\nOne=1\nTrue=True\nYes=yes\nZero=0\nNo=no\nEmpty=\nOn=on\n");
   IniFile ini;

@@ -133,6 +133,8 @@ TEST_F(RegistryKeyTest, ReadDwordAsNamesWhatWasReadAndLeavesTheNumberAlone) {
 TEST_F(RegistryKeyTest, AMissingKeyIsNotLoggedAndStillNamed) {
   EXPECT_EQ(key.Open(HKEY_LOCAL_MACHINE, kSubkey + L"\\Missing", KEY_READ), ERROR_FILE_NOT_FOUND);
   EXPECT_EQ(key.Path(), L"HKLM\\" + kSubkey + L"\\Missing");
+  key.Close();
+  EXPECT_EQ(key.Path(), L"");
   EXPECT_THAT(log.Messages(), IsEmpty());
 }
 

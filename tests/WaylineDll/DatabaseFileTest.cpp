@@ -1,5 +1,7 @@
 #include "WaylineDll/Store/DatabaseFile.h"
 
+#include <sqlite3.h>
+
 #include <filesystem>
 
 #include "tests/WaylineDll/StoreTest.h"
@@ -32,6 +34,10 @@ TEST_F(DatabaseFileTest, CreatesACompleteFileAndNothingElse) {
   MakeSample();
   EXPECT_THAT(FilesInFolder(), testing::ElementsAre("Wayline.db"));
   EXPECT_EQ(Sql("PRAGMA integrity_check"), "ok");
+}
+
+TEST_F(DatabaseFileTest, AReasonNeedsNoConnection) {
+  EXPECT_EQ(ReasonText(nullptr, SQLITE_MISUSE), L"bad parameter or other API misuse");
 }
 
 TEST_F(DatabaseFileTest, CreatingLeavesNothingButTheDatabase) {
