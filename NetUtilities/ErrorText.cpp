@@ -5,6 +5,7 @@
 #include <array>
 
 #include "NetUtilities/Format.h"
+#include "NetUtilities/MessageText.h"
 
 std::wstring SystemErrorText(uint32_t code) {
   constexpr DWORD kEnglishUnitedStates = 1033;
@@ -12,10 +13,7 @@ std::wstring SystemErrorText(uint32_t code) {
   const DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM, nullptr, code, kEnglishUnitedStates, buffer.data(),
                                       static_cast<DWORD>(buffer.size()), nullptr);
   if (length == 0 || buffer[0] == L'\0') return {};
-  std::wstring text = buffer.data();
-  std::erase(text, L'\r');
-  while (text.size() > 1 && text.back() == L'\n') text.pop_back();
-  return text;
+  return CleanMessageText(buffer.data());
 }
 
 std::wstring ErrorSuffix(int32_t code) {

@@ -1,13 +1,15 @@
 #pragma once
 
-#include <filesystem>
-#include <map>
-#include <mutex>
 #include <string>
 #include <string_view>
 
+#include "NetUtilities/TextFileCache.h"
+
+/// The file of the switches, in the program-data folder.
+inline constexpr wchar_t kTestingIniFile[] = L"Testing.ini";
+
 /// The switches for support and test staff: "Testing.ini" in the program-data folder, read again when it has changed.
-/// Reached through Singleton<IniFile>.
+/// Reached through Singleton<IniFile>; any thread may ask.
 class IniFile {
  public:
   /// The value text of `key` in `section`, or `defaultValue` when the file, the section or the key is missing.
@@ -17,13 +19,5 @@ class IniFile {
   bool GetBool(std::wstring_view section, std::wstring_view key);
 
  private:
-  struct Copy {
-    std::filesystem::file_time_type lastWrite;
-    std::wstring text;
-  };
-
-  const std::wstring& TextOf(const std::filesystem::path& path);
-
-  std::mutex mutex_;
-  std::map<std::filesystem::path, Copy> copies_;
+  TextFileCache files_;
 };

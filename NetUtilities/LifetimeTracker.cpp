@@ -2,9 +2,10 @@
 
 #include <utility>
 
-void LifetimeTracker::Add(std::function<void()> destroy) {
+bool LifetimeTracker::Add(std::function<void()> destroy) {
   const std::scoped_lock lock(mutex_);
-  destroyers_.push_back(std::move(destroy));
+  if (!ended_) destroyers_.push_back(std::move(destroy));
+  return !ended_;
 }
 
 void LifetimeTracker::DestroyAll() {
@@ -12,7 +13,8 @@ void LifetimeTracker::DestroyAll() {
     std::function<void()> destroy;
     {
       const std::scoped_lock lock(mutex_);
-      if (destroyers_.empty()) return;
+      ended_ = destroyers_.empty();
+      if (ended_) return;
       destroy = std::move(destroyers_.back());
       destroyers_.pop_back();
     }

@@ -5,11 +5,17 @@
 #include <vector>
 
 /// Knows the process-wide objects of the module and destroys them in reverse order of their creation. The module's one
-/// is SimpleSingleton<LifetimeTracker>; it outlives every object that it tracks.
+/// is SimpleSingleton<LifetimeTracker>. Any thread may ask for anything.
 class LifetimeTracker {
  public:
-  /// Adds an object that was just created; `destroy` lets go of it.
-  void Add(std::function<void()> destroy);
+  LifetimeTracker() = default;
+  ~LifetimeTracker() { DestroyAll(); }
+  LifetimeTracker(const LifetimeTracker&) = delete;
+  LifetimeTracker& operator=(const LifetimeTracker&) = delete;
+
+  /// Adds an object that was just created; `destroy` lets go of it. False when all objects have been destroyed already,
+  /// and nobody would destroy this one.
+  bool Add(std::function<void()> destroy);
 
   /// Destroys the tracked objects, the last created first. Objects that are created meanwhile are destroyed too.
   void DestroyAll();
@@ -17,4 +23,5 @@ class LifetimeTracker {
  private:
   std::mutex mutex_;
   std::vector<std::function<void()>> destroyers_;
+  bool ended_ = false;
 };

@@ -1,9 +1,5 @@
 #include "NetUtilities/PathData.h"
 
-#include <windows.h>
-
-#include <shlobj.h>
-
 #include <array>
 #include <filesystem>
 #include <memory>
@@ -11,11 +7,16 @@
 #include "NetUtilities/ErrorText.h"
 #include "NetUtilities/Format.h"
 #include "NetUtilities/IniFile.h"
+#include "NetUtilities/IniSwitches.h"
 #include "NetUtilities/Logger/Log.h"
 #include "NetUtilities/OwnModule.h"
+#include "NetUtilities/PathPlatform.h"
 #include "NetUtilities/RegistryKey.h"
+#include "NetUtilities/RegistryNames.h"
 #include "NetUtilities/Singleton.h"
 #include "NetUtilities/Text.h"
+
+PathPlatform pathPlatform;
 
 namespace {
 
@@ -25,18 +26,23 @@ constexpr wchar_t kVendorFolder[] = L"Ostrel";
 constexpr wchar_t kProductFolder[] = L"Wayline";
 constexpr wchar_t kDataFolder[] = L"Data";
 
-// The path of a known folder, or empty text after logging `failure`.
-std::wstring KnownFolder(const KNOWNFOLDERID& folder, DWORD flags, const wchar_t* failure) {
+// The path of a known folder for the calling thread's user in `out`.
+HRESULT LookUpKnownFolder(const KNOWNFOLDERID& folder, DWORD flags, std::wstring& out) {
   struct FreeTaskMemory {
     void operator()(wchar_t* memory) const { CoTaskMemFree(memory); }
   };
   wchar_t* text = nullptr;
-  const HRESULT result = SHGetKnownFolderPath(folder, flags, nullptr, &text);
+  const HRESULT result = pathPlatform.knownFolderPath(folder, flags, nullptr, &text);
   const std::unique_ptr<wchar_t, FreeTaskMemory> owner(text);
-  if (FAILED(result)) {
-    Log(LogLevel::Error, failure + ErrorSuffix(result));
-    return {};
-  }
+  out = SUCCEEDED(result) ? text : L"";
+  return result;
+}
+
+// The same; empty text after logging `failure`.
+std::wstring KnownFolder(const KNOWNFOLDERID& folder, DWORD flags, const wchar_t* failure) {
+  std::wstring text;
+  const HRESULT result = LookUpKnownFolder(folder, flags, text);
+  if (FAILED(result)) Log(LogLevel::Error, failure + ErrorSuffix(result));
   return text;
 }
 
@@ -56,7 +62,7 @@ path ProductFolderIn(const std::wstring& base) {
 
 std::wstring FileOfModule(HMODULE module) {
   std::array<wchar_t, MAX_PATH> buffer{};
-  const DWORD length = GetModuleFileNameW(module, buffer.data(), static_cast<DWORD>(buffer.size()));
+  const DWORD length = pathPlatform.moduleFileName(module, buffer.data(), static_cast<DWORD>(buffer.size()));
   return std::wstring(buffer.data(), length);
 }
 
@@ -66,84 +72,152 @@ bool StartedOnWinLogonDesktop() {
   return startup.lpDesktop != nullptr && EqualsNoCaseAscii(startup.lpDesktop, L"winsta0\\winlogon");
 }
 
-bool IsTestSwitchOn(const wchar_t* section, const wchar_t* key) {
+bool IsTestSwitchOn(const IniSwitch& testSwitch) {
   const auto ini = Singleton<IniFile>::Get();
-  return ini && ini->GetBool(section, key);
+  return ini && ini->GetBool(testSwitch.section, testSwitch.key);
+}
+
+void LogImpersonationFailure(const wchar_t* what) {
+  Log(LogSource::Impersonation, LogLevel::Error, what + ErrorSuffix(static_cast<int32_t>(GetLastError())));
+}
+
+struct CloseToken {
+  void operator()(void* token) const { CloseHandle(token); }
+};
+using Token = std::unique_ptr<void, CloseToken>;
+
+// A token with which the calling thread can act as the user of a session; null after logging when there is none.
+Token ImpersonationToken(DWORD session) {
+  HANDLE handle = nullptr;
+  if (pathPlatform.queryUserToken(session, &handle) == FALSE) {
+    LogImpersonationFailure(L"WTSQueryUserToken");
+    return nullptr;
+  }
+  const Token primary(handle);
+  if (pathPlatform.duplicateToken(primary.get(), SecurityImpersonation, &handle) == FALSE) {
+    LogImpersonationFailure(L"DuplicateToken");
+    return nullptr;
+  }
+  return Token(handle);
 }
 
 }  // namespace
 
-std::wstring PathData::GetInstallPath() {
-  if (installPath_.empty()) {
-    const std::wstring executable = FileOfModule(nullptr);
-    installPath_ = executable.substr(0, executable.find_last_of(L"\\/") + 1);
-    const std::wstring system = KnownFolder(FOLDERID_System, 0, L"Failed to get System folder");
-    // A System folder that cannot be determined says nothing of this process.
-    if (!system.empty() && ContainsNoCaseAscii(installPath_, system)) {
-      installPath_ = ReadHklmString(kCurrentInstallKey, L"Path", L"");
-    }
+std::wstring PathData::Read(const std::wstring& field) const {
+  const std::scoped_lock lock(mutex_);
+  return field;
+}
+
+// False when another thread has filled the field before.
+bool PathData::Fill(std::wstring& field, const std::wstring& text) {
+  const std::scoped_lock lock(mutex_);
+  if (!field.empty()) return false;
+  field = text;
+  return true;
+}
+
+std::wstring PathData::GetKnownFolder(std::wstring& field, const KNOWNFOLDERID& folder, const wchar_t* failure) {
+  std::wstring text = Read(field);
+  if (text.empty()) {
+    text = KnownFolder(folder, 0, failure);
+    Fill(field, text);
   }
-  return installPath_;
+  return text;
+}
+
+std::wstring PathData::GetWindowsFolder() {
+  return GetKnownFolder(windowsFolder_, FOLDERID_Windows, L"Failed to get Windows folder");
+}
+
+std::wstring PathData::GetSystemFolder() {
+  return GetKnownFolder(systemFolder_, FOLDERID_System, L"Failed to get System folder");
+}
+
+std::wstring PathData::GetDesktopFolder() {
+  return GetKnownFolder(desktopFolder_, FOLDERID_Desktop, L"Failed to get Desktop folder");
+}
+
+std::wstring PathData::GetProgramsFolder() {
+  return GetKnownFolder(programsFolder_, FOLDERID_Programs, L"Failed to get Programs folder");
+}
+
+std::wstring PathData::GetProgramFilesFolder() {
+  return GetKnownFolder(programFilesFolder_, FOLDERID_ProgramFiles, L"Failed to get Programs Files folder");
+}
+
+std::wstring PathData::GetProfileFolder() {
+  return GetKnownFolder(profileFolder_, FOLDERID_Profile, L"Failed to get Profile folder");
+}
+
+std::wstring PathData::GetInstallPath() {
+  std::wstring folder = Read(installPath_);
+  if (folder.empty()) {
+    const std::wstring executable = GetExecutablePath();
+    folder = executable.substr(0, executable.find_last_of(L"\\/") + 1);
+    // A program of the System folder only hosts the client.
+    if (ContainsNoCaseAscii(folder, GetSystemFolder())) {
+      folder = ReadHklmString(kCurrentInstallKey, kInstallPathValue, L"");
+    }
+    Fill(installPath_, folder);
+  }
+  return folder;
 }
 
 std::wstring PathData::GetProgramDataPath() {
-  const std::scoped_lock lock(mutex_);
-  if (programDataPath_.empty()) {
+  std::wstring folder = Read(programDataPath_);
+  if (folder.empty()) {
     const std::wstring base = KnownFolder(FOLDERID_ProgramData, KF_FLAG_CREATE, L"Failed to get Program Data folder");
     if (!base.empty()) {
-      programDataPath_ = ProductFolderIn(base).wstring();
-      CreateFolder(path(programDataPath_) / kDataFolder);
+      const path product = ProductFolderIn(base);
+      CreateFolder(product / kDataFolder);
+      folder = product.wstring();
+      Fill(programDataPath_, folder);
     }
   }
-  return programDataPath_;
+  return folder;
 }
 
 std::wstring PathData::GetUserDirectory() {
-  if (std::wstring known = KnownUserDirectory(); !known.empty()) return known;
-  // Asked while the lock is free: looking the switch up needs the program-data path, which takes the lock itself.
-  const bool useInstallPath = IsTestSwitchOn(L"Misc", L"DebugUserDirectory");
-  const std::scoped_lock lock(mutex_);
-  if (userDirectory_.empty()) {
+  std::wstring folder = Read(userDirectory_);
+  if (folder.empty()) {
     const std::wstring base = BaseOfUserDirectory();
     if (!base.empty()) {
-      userDirectory_ = ProductFolderIn(base).wstring();
-      if (useInstallPath) userDirectory_ = GetInstallPath();
-      userDataDirectory_ = (path(userDirectory_) / kDataFolder).wstring();
-      CreateFolder(userDataDirectory_);
+      folder = ProductFolderIn(base).wstring();
+      if (IsTestSwitchOn(kDebugUserDirectory)) folder = GetInstallPath();
+      CreateFolder(path(folder) / kDataFolder);
     }
-    Log(LogLevel::Detail, Format(L"Setting the user directory to '{}'", userDirectory_));
+    if (Fill(userDirectory_, folder)) Log(LogLevel::Detail, Format(L"Setting the user directory to '{}'", folder));
   }
-  return userDirectory_;
-}
-
-std::wstring PathData::KnownUserDirectory() {
-  const std::scoped_lock lock(mutex_);
-  return userDirectory_;
+  return folder;
 }
 
 std::wstring PathData::BaseOfUserDirectory() {
   if (IsSharedSettings() || StartedOnWinLogonDesktop()) {
     return KnownFolder(FOLDERID_ProgramData, KF_FLAG_CREATE, L"Failed to get program data folder");
   }
-  return KnownFolder(FOLDERID_LocalAppData, KF_FLAG_CREATE, L"Failed to get Local App Data folder");
+  std::wstring base;
+  if (impersonateConsoleUser_) base = GetConsoleUserLocalAppData();
+  if (base.empty()) {
+    base = KnownFolder(FOLDERID_LocalAppData, KF_FLAG_CREATE, L"Failed to get Local App Data folder");
+  }
+  return base;
 }
 
 std::wstring PathData::GetUserDataDirectory() {
-  GetUserDirectory();
-  const std::scoped_lock lock(mutex_);
-  return userDataDirectory_;
+  const std::wstring folder = GetUserDirectory();
+  return folder.empty() ? folder : (path(folder) / kDataFolder).wstring();
 }
 
 std::wstring PathData::GetExecutablePath() {
-  const std::scoped_lock lock(mutex_);
-  if (executablePath_.empty()) executablePath_ = FileOfModule(nullptr);
-  return executablePath_;
+  std::wstring file = Read(executablePath_);
+  if (file.empty()) Fill(executablePath_, file = FileOfModule(nullptr));
+  return file;
 }
 
 std::wstring PathData::GetModulePath() {
-  const std::scoped_lock lock(mutex_);
-  if (modulePath_.empty()) modulePath_ = FileOfModule(OwnModule());
-  return modulePath_;
+  std::wstring file = Read(modulePath_);
+  if (file.empty()) Fill(modulePath_, file = FileOfModule(OwnModule()));
+  return file;
 }
 
 bool PathData::IsSharedSettings() {
@@ -151,7 +225,7 @@ bool PathData::IsSharedSettings() {
     RegistryKey key;
     DWORD data = 0;
     if (key.Open(HKEY_LOCAL_MACHINE, kCurrentInstallKey, KEY_READ) == ERROR_SUCCESS) {
-      key.ReadDwordAs(L"BYTE", L"SharedSettings", data);
+      key.ReadDwordAs(L"BYTE", kSharedSettingsValue, data);
     }
     // The text "1" makes the settings shared; the number 1 does not.
     sharedSettings_ = LOWORD(data) == L'1';
@@ -160,7 +234,26 @@ bool PathData::IsSharedSettings() {
   return sharedSettings_;
 }
 
+std::wstring PathData::GetConsoleUserLocalAppData() {
+  constexpr DWORD kNoSession = 0xFFFFFFFF;
+  const DWORD session = pathPlatform.activeConsoleSession();
+  if (session == kNoSession) return {};
+  const Token token = ImpersonationToken(session);
+  if (!token) return {};
+  if (pathPlatform.impersonate(token.get()) == FALSE) {
+    LogImpersonationFailure(L"ImpersonateLoggedOnUser");
+    return {};
+  }
+  std::wstring folder;
+  LookUpKnownFolder(FOLDERID_LocalAppData, 0, folder);
+  if (pathPlatform.revertToSelf() == FALSE) {
+    LogImpersonationFailure(L"Error: RevertToSelf");
+    return {};
+  }
+  return folder;
+}
+
 bool IsRunningInWinLogonDesktop() {
-  static const bool running = IsTestSwitchOn(L"GINA", L"RunnningInWinLogonDesktop") || StartedOnWinLogonDesktop();
+  static const bool running = IsTestSwitchOn(kRunningInWinLogonDesktop) || StartedOnWinLogonDesktop();
   return running;
 }

@@ -1,13 +1,29 @@
 #pragma once
 
+#include <windows.h>
+
+#include <shlobj.h>
+
+#include <atomic>
 #include <mutex>
 #include <string>
 
 /// The process-wide holder of the directories that the module needs, each computed on first request. Reached through
-/// Singleton<PathData>. Every path is empty when it cannot be determined, and is then tried again on the next request.
+/// Singleton<PathData>; any thread may ask. Every path is empty when it cannot be determined, which is logged, and is
+/// then tried again on the next request.
 class PathData {
  public:
+  /// With `impersonateConsoleUser` the user directory is that of the user at the machine's console.
+  explicit PathData(bool impersonateConsoleUser = false) : impersonateConsoleUser_(impersonateConsoleUser) {}
   virtual ~PathData() = default;
+
+  // Known folders of Windows, for this process's user, without a separator at the end.
+  std::wstring GetWindowsFolder();
+  std::wstring GetSystemFolder();
+  std::wstring GetDesktopFolder();
+  std::wstring GetProgramsFolder();  // of the Start menu
+  std::wstring GetProgramFilesFolder();
+  std::wstring GetProfileFolder();
 
   /// The folder of the client's executable, ending in a separator; for a process that is hosted from inside the System
   /// folder, what the registry names.
@@ -29,24 +45,38 @@ class PathData {
   /// Full path of this module's own file.
   std::wstring GetModulePath();
 
-  /// Whether all users of the machine share their settings.
+  /// Whether all users of the machine share their settings; read once.
   bool IsSharedSettings();
 
+  /// The LocalAppData folder of the user at the machine's console, looked up on the calling thread in that user's name;
+  /// empty when nobody is there or the user cannot be impersonated, which needs the rights of the system account.
+  std::wstring GetConsoleUserLocalAppData();
+
  private:
-  std::wstring KnownUserDirectory();
+  std::wstring Read(const std::wstring& field) const;
+  bool Fill(std::wstring& field, const std::wstring& text);
+  std::wstring GetKnownFolder(std::wstring& field, const KNOWNFOLDERID& folder, const wchar_t* failure);
   std::wstring BaseOfUserDirectory();
 
-  // Guards the four paths below. What is called while it is held must not take it.
-  std::mutex mutex_;
+  const bool impersonateConsoleUser_;
+
+  // Guards the paths below. It is held while one is copied and never while anything else is called, so that every
+  // operation may call any other, and log. Two threads may work out the same path; they get the same.
+  mutable std::mutex mutex_;
+  std::wstring windowsFolder_;
+  std::wstring systemFolder_;
+  std::wstring desktopFolder_;
+  std::wstring programsFolder_;
+  std::wstring programFilesFolder_;
+  std::wstring profileFolder_;
+  std::wstring installPath_;
   std::wstring programDataPath_;
   std::wstring userDirectory_;
-  std::wstring userDataDirectory_;
-  std::wstring modulePath_;
   std::wstring executablePath_;
+  std::wstring modulePath_;
 
-  std::wstring installPath_;
-  bool sharedSettingsRead_ = false;
-  bool sharedSettings_ = false;
+  std::atomic<bool> sharedSettingsRead_{false};
+  std::atomic<bool> sharedSettings_{false};
 };
 
 /// Whether the process runs on the Windows log-on desktop; determined once.

@@ -5,6 +5,9 @@
 #include "NetUtilities/ErrorText.h"
 #include "NetUtilities/Format.h"
 #include "NetUtilities/Logger/Log.h"
+#include "NetUtilities/RegistryPlatform.h"
+
+RegistryPlatform registryPlatform;
 
 namespace {
 
@@ -16,9 +19,6 @@ const wchar_t* RootName(HKEY root) {
   return L"";
 }
 
-// A key or value that is not there is no failure.
-bool IsFailure(LONG code) { return code != ERROR_SUCCESS && code != ERROR_FILE_NOT_FOUND; }
-
 void LogFailure(LONG code, const std::wstring& message) { Log(LogLevel::Error, message + ErrorSuffix(code)); }
 
 }  // namespace
@@ -27,29 +27,45 @@ LONG RegistryKey::Open(HKEY root, const std::wstring& subkey, REGSAM access) {
   if (root == nullptr) return ERROR_BAD_ARGUMENTS;
   Close();
   path_ = Format(L"{}\\{}", RootName(root), subkey);
-  const LONG code = RegOpenKeyExW(root, subkey.c_str(), 0, access, &handle_);
+  const LONG code = registryPlatform.openKey(root, subkey.c_str(), 0, access, &handle_);
   if (code != ERROR_SUCCESS) {
     handle_ = nullptr;
-    if (IsFailure(code)) LogFailure(code, Format(L"RegOpenKeyEx {}", path_));
+    if (IsLogged(code)) LogFailure(code, Format(L"RegOpenKeyEx {}", path_));
   }
   return code;
 }
 
 LONG RegistryKey::Close() {
   path_.clear();
-  if (handle_ == nullptr) return ERROR_SUCCESS;
-  const LONG code = RegCloseKey(handle_);
-  handle_ = nullptr;
-  return code;
+  HKEY open = std::exchange(handle_, nullptr);
+  return open != nullptr ? registryPlatform.closeKey(open) : ERROR_SUCCESS;
+}
+
+std::vector<std::wstring> RegistryKey::GetSubkeyNames() const {
+  std::vector<std::wstring> names;
+  DWORD longest = 0;
+  if (registryPlatform.queryInfo(handle_, nullptr, nullptr, nullptr, nullptr, &longest, nullptr, nullptr, nullptr,
+                                 nullptr, nullptr, nullptr) != ERROR_SUCCESS) {
+    return names;
+  }
+  std::wstring buffer(longest + 1, L'\0');
+  for (DWORD index = 0;; ++index) {
+    auto length = static_cast<DWORD>(buffer.size());
+    if (registryPlatform.enumKey(handle_, index, buffer.data(), &length, nullptr, nullptr, nullptr, nullptr) !=
+        ERROR_SUCCESS) {
+      return names;
+    }
+    names.emplace_back(buffer.c_str());
+  }
 }
 
 LONG RegistryKey::ReadString(const std::wstring& valueName, std::wstring& out, const std::wstring& defaultValue) const {
   out = defaultValue;
   DWORD type = REG_NONE;
   DWORD size = 0;
-  LONG code = RegQueryValueExW(handle_, valueName.c_str(), nullptr, &type, nullptr, &size);
+  LONG code = registryPlatform.queryValue(handle_, valueName.c_str(), nullptr, &type, nullptr, &size);
   if (code != ERROR_SUCCESS) {
-    if (IsFailure(code)) LogFailure(code, Format(L"RegQueryValueEx get size read wstring {}\\{}", path_, valueName));
+    if (IsLogged(code)) LogFailure(code, Format(L"RegQueryValueEx get size read wstring {}\\{}", path_, valueName));
     return code;
   }
   if (type != REG_SZ && type != REG_EXPAND_SZ) return ERROR_INVALID_DATA;
@@ -59,9 +75,10 @@ LONG RegistryKey::ReadString(const std::wstring& valueName, std::wstring& out, c
   }
   // Half a character at the end has its place too, and is dropped.
   std::wstring data((size + 1) / sizeof(wchar_t), L'\0');
-  code = RegQueryValueExW(handle_, valueName.c_str(), nullptr, &type, reinterpret_cast<BYTE*>(data.data()), &size);
+  code = registryPlatform.queryValue(handle_, valueName.c_str(), nullptr, &type, reinterpret_cast<BYTE*>(data.data()),
+                                     &size);
   if (code != ERROR_SUCCESS) {
-    if (IsFailure(code)) LogFailure(code, Format(L"RegQueryValueEx read wstring {}\\{}", path_, valueName));
+    if (IsLogged(code)) LogFailure(code, Format(L"RegQueryValueEx read wstring {}\\{}", path_, valueName));
     return code;
   }
   // The terminator goes by count: a value that was stored without one loses its last character.
@@ -77,7 +94,7 @@ LONG RegistryKey::ReadDword(const std::wstring& valueName, DWORD& out, DWORD def
   DWORD size = 0;
   const LONG code = QueryDword(valueName, out, size);
   // The size is what the query reported: an eight-byte value is named as 64 bits wide.
-  if (IsFailure(code))
+  if (IsLogged(code))
     LogFailure(code, Format(L"RegQueryValueEx read DWORD{} {}\\{}", size * kBitsPerByte, path_, valueName));
   return code;
 }
@@ -85,7 +102,7 @@ LONG RegistryKey::ReadDword(const std::wstring& valueName, DWORD& out, DWORD def
 LONG RegistryKey::ReadDwordAs(const wchar_t* what, const std::wstring& valueName, DWORD& out) const {
   DWORD size = 0;
   const LONG code = QueryDword(valueName, out, size);
-  if (IsFailure(code)) LogFailure(code, Format(L"RegQueryValueEx read {}{}\\{}", what, path_, valueName));
+  if (IsLogged(code)) LogFailure(code, Format(L"RegQueryValueEx read {}{}\\{}", what, path_, valueName));
   return code;
 }
 
@@ -93,9 +110,14 @@ LONG RegistryKey::QueryDword(const std::wstring& valueName, DWORD& out, DWORD& s
   DWORD value = 0;
   size = sizeof(value);
   const LONG code =
-      RegQueryValueExW(handle_, valueName.c_str(), nullptr, nullptr, reinterpret_cast<BYTE*>(&value), &size);
+      registryPlatform.queryValue(handle_, valueName.c_str(), nullptr, nullptr, reinterpret_cast<BYTE*>(&value), &size);
   if (code == ERROR_SUCCESS) out = value;
   return code;
+}
+
+bool RegistryKey::IsLogged(LONG code) const {
+  // A key or value that is not there is no failure.
+  return logErrors_ && code != ERROR_SUCCESS && code != ERROR_FILE_NOT_FOUND;
 }
 
 DWORD ReadRegistryDword(HKEY root, const std::wstring& subkey, const std::wstring& valueName, DWORD defaultValue) {

@@ -10,13 +10,15 @@
 template <typename T>
 class Singleton {
  public:
-  /// The instance, or null once it has been destroyed; a caller that gets null skips its work. A reference keeps the
-  /// object alive until it is let go, also past its destruction by the tracker.
+  /// The instance; null once it, or everything, has been destroyed: a caller that gets null skips its work. A reference
+  /// keeps the object alive until it is let go, also past its destruction by the tracker.
   static std::shared_ptr<T> Get() {
+    std::shared_ptr<T> created;  // one that came too late is released after the lock
     const std::scoped_lock lock(mutex_);
     if (!instance_ && !ended_) {
-      instance_ = std::make_shared<T>();
-      SimpleSingleton<LifetimeTracker>::Get().Add(&Singleton::Destroy);
+      created = std::make_shared<T>();
+      ended_ = !SimpleSingleton<LifetimeTracker>::Get().Add(&Singleton::Destroy);
+      if (!ended_) instance_ = created;
     }
     return instance_;
   }

@@ -19,8 +19,11 @@ bool Contains(std::wstring_view haystack, std::wstring_view needle, Lower lower)
                      [lower](wchar_t left, wchar_t right) { return lower(left) == lower(right); }) != haystack.end();
 }
 
+constexpr uint32_t kReplacementCharacter = 0xFFFD;
+
 bool IsHighSurrogate(uint32_t unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
 bool IsLowSurrogate(uint32_t unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
+uint32_t OfSurrogates(uint32_t high, uint32_t low) { return 0x10000 + ((high - 0xD800) << 10) + (low - 0xDC00); }
 
 void AppendUtf8(std::string& utf8, uint32_t codePoint) {
   const auto append = [&utf8](uint32_t byte) { utf8 += static_cast<char>(byte); };
@@ -76,6 +79,26 @@ Decoded DecodeUtf8(std::string_view utf8) {
                                                                             : Decoded{length, codePoint};
 }
 
+// `firstByte` is the place in each unit, 0 or 1, of its more significant byte.
+std::wstring FromUtf16Bytes(std::string_view bytes, size_t firstByte) {
+  const auto byte = [bytes](size_t index) { return static_cast<uint32_t>(static_cast<unsigned char>(bytes[index])); };
+  const auto unit = [&](size_t index) { return byte(2 * index + firstByte) << 8 | byte(2 * index + 1 - firstByte); };
+  const size_t count = bytes.size() / 2;
+  std::wstring text;
+  text.reserve(count);
+  for (size_t index = 0; index < count; ++index) {
+    uint32_t codePoint = unit(index);
+    if (IsHighSurrogate(codePoint) && index + 1 < count && IsLowSurrogate(unit(index + 1))) {
+      codePoint = OfSurrogates(codePoint, unit(++index));
+    } else if (IsHighSurrogate(codePoint) || IsLowSurrogate(codePoint)) {
+      codePoint = kReplacementCharacter;
+    }
+    AppendWide(text, codePoint);
+  }
+  if (bytes.size() % 2 != 0) AppendWide(text, kReplacementCharacter);
+  return text;
+}
+
 }  // namespace
 
 bool StringToBool(std::wstring_view text) {
@@ -115,7 +138,7 @@ std::string ToUtf8(std::wstring_view text) {
     const bool paired =
         IsHighSurrogate(unit) && index + 1 < text.size() && IsLowSurrogate(static_cast<uint32_t>(text[index + 1]));
     if (paired) {
-      AppendUtf8(utf8, 0x10000 + ((unit - 0xD800) << 10) + (static_cast<uint32_t>(text[++index]) - 0xDC00));
+      AppendUtf8(utf8, OfSurrogates(unit, static_cast<uint32_t>(text[++index])));
     } else {
       AppendUtf8(utf8, IsHighSurrogate(unit) || IsLowSurrogate(unit) || unit > 0x10FFFF ? uint32_t{'_'} : unit);
     }
@@ -124,7 +147,6 @@ std::string ToUtf8(std::wstring_view text) {
 }
 
 std::wstring FromUtf8(std::string_view utf8) {
-  constexpr uint32_t kReplacementCharacter = 0xFFFD;
   std::wstring text;
   text.reserve(utf8.size());
   while (!utf8.empty()) {
@@ -133,4 +155,13 @@ std::wstring FromUtf8(std::string_view utf8) {
     utf8.remove_prefix(std::max<size_t>(decoded.length, 1));
   }
   return text;
+}
+
+std::wstring DecodeText(std::string_view bytes) {
+  constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
+  constexpr std::string_view kLittleEndianMark = "\xFF\xFE";
+  constexpr std::string_view kBigEndianMark = "\xFE\xFF";
+  if (bytes.starts_with(kLittleEndianMark)) return FromUtf16Bytes(bytes.substr(kLittleEndianMark.size()), 1);
+  if (bytes.starts_with(kBigEndianMark)) return FromUtf16Bytes(bytes.substr(kBigEndianMark.size()), 0);
+  return FromUtf8(bytes.substr(bytes.starts_with(kUtf8Mark) ? kUtf8Mark.size() : 0));
 }

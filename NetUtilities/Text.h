@@ -25,3 +25,7 @@ std::string ToUtf8(std::wstring_view text);
 
 /// The text that `utf8` encodes; bytes that are no UTF-8 become U+FFFD.
 std::wstring FromUtf8(std::string_view utf8);
+
+/// The text in the bytes of a file. A byte-order mark tells UTF-8 and both orders of UTF-16; without one they are taken
+/// as UTF-8. What is not well-formed becomes U+FFFD.
+std::wstring DecodeText(std::string_view bytes);

@@ -2,37 +2,42 @@
 
 #include <windows.h>
 
+#include <chrono>
+
+#include "NetUtilities/InstallDword.h"
 #include "NetUtilities/RefreshedDword.h"
 #include "NetUtilities/RegistryKey.h"
+#include "NetUtilities/RegistryNames.h"
+#include "NetUtilities/RegistryPlatform.h"
+#include "NetUtilities/TraceBits.h"
 
 namespace {
 
-constexpr unsigned kAlways = 32;
 constexpr unsigned kFlagCount = 32;
 constexpr uint16_t kDefaultTraceLevel = 4;
 
-RefreshedDword traceFlags([] { return ReadInstallDword(L"TraceFlags"); });
-RefreshedDword debugOutput([] {
-  return uint32_t{ReadRegistryDword(HKEY_LOCAL_MACHINE, kCurrentInstallKey, L"DebugOutput", 0)};
-});
+// A coarse clock that costs next to nothing: every traced function asks.
+std::chrono::steady_clock::time_point Now() {
+  return std::chrono::steady_clock::time_point(std::chrono::milliseconds(registryPlatform.tickCount()));
+}
+
+RefreshedDword traceFlags([] { return ReadInstallDword(kTraceFlagsValue); }, Now);
+RefreshedDword debugOutput(
+    [] { return uint32_t{ReadRegistryDword(HKEY_LOCAL_MACHINE, kCurrentInstallKey, kDebugOutputValue, 0)}; }, Now);
 
 }  // namespace
 
 uint32_t GetTraceFlags() { return traceFlags.Get(); }
 
-bool IsTraceFlagSet(unsigned bit) { return bit == kAlways || (GetTraceFlags() >> (bit % kFlagCount) & 1) != 0; }
+bool IsTraceFlagSet(unsigned bit) { return bit == kTraceAlways || (GetTraceFlags() >> (bit % kFlagCount) & 1) != 0; }
 
 uint16_t GetTraceLevel() {
   RegistryKey key;
   DWORD level = kDefaultTraceLevel;
   if (key.Open(HKEY_LOCAL_MACHINE, kClientKey, KEY_READ) == ERROR_SUCCESS) {
-    key.ReadDwordAs(L"enum ", L"TraceLevel", level);
+    key.ReadDwordAs(L"enum ", kTraceLevelValue, level);
   }
   return static_cast<uint16_t>(level);
 }
 
 bool IsDebugOutputEnabled() { return debugOutput.Get() != 0; }
-
-uint32_t ReadInstallDword(const std::wstring& valueName) {
-  return ReadRegistryDword(HKEY_CURRENT_USER, kCurrentInstallKey, valueName, 0);
-}

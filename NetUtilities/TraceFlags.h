@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <string>
 
 /// The `TraceFlags` word of the logged-on user; kept for up to 11 seconds.
 uint32_t GetTraceFlags();
@@ -15,6 +14,3 @@ uint16_t GetTraceLevel();
 
 /// Whether messages may go to the debugger output (`DebugOutput`); kept for up to 11 seconds.
 bool IsDebugOutputEnabled();
-
-/// A DWORD of the logged-on user's CurrentInstall key; 0 when it cannot be read.
-uint32_t ReadInstallDword(const std::wstring& valueName);

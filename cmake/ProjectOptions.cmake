@@ -12,6 +12,8 @@ if(WIN32)
   # Reproducible binaries; the build id lets a crash dump name the exact module.
   target_link_options(ProjectOptions INTERFACE -Wl,--no-insert-timestamp -Wl,--build-id)
 else()
-  target_compile_options(ProjectOptions INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all)
-  target_link_options(ProjectOptions INTERFACE -fsanitize=address,undefined)
+  set(PAVISE_SANITIZERS address,undefined CACHE STRING "The sanitizers that native programs are built with")
+  # All of a program, GoogleTest included: the sanitizer for threads must see everything that they do.
+  add_compile_options(-fsanitize=${PAVISE_SANITIZERS} -fno-sanitize-recover=all)
+  add_link_options(-fsanitize=${PAVISE_SANITIZERS})
 endif()

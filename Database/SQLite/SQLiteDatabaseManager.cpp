@@ -11,7 +11,7 @@ SQLiteDatabaseManager::~SQLiteDatabaseManager() {
 
 std::wstring SQLiteDatabaseManager::ComposePath(const std::wstring& directory, const std::wstring& fileName) {
   const std::filesystem::path folder = directory.empty() ? databasePlatform.userDataDirectory() : directory;
-  return (folder / (fileName.empty() ? L"Wayline.db" : fileName)).wstring();
+  return (folder / (fileName.empty() ? kSettingsDatabaseFile : fileName)).wstring();
 }
 
 std::shared_ptr<SQLiteDatabase> SQLiteDatabaseManager::GetDatabase(const std::wstring& path) {

@@ -6,6 +6,9 @@
 
 #include "Database/SQLite/SQLiteDatabase.h"
 
+/// The settings database, in the user's data directory.
+inline constexpr wchar_t kSettingsDatabaseFile[] = L"Wayline.db";
+
 /// Owner of the process's settings databases, one connection per path. Reached through
 /// Singleton<SQLiteDatabaseManager>; used by one thread.
 class SQLiteDatabaseManager {
@@ -18,7 +21,7 @@ class SQLiteDatabaseManager {
   virtual ~SQLiteDatabaseManager();
 
   /// Path of a database file. An empty directory means the user's data directory, an empty file name
-  /// "Wayline.db".
+  /// kSettingsDatabaseFile.
   static std::wstring ComposePath(const std::wstring& directory, const std::wstring& fileName);
 
   /// The database at a path, opened on the first request; paths that differ in letter case are different

@@ -13,6 +13,8 @@ LogTime LocalTime() {
   return {time.wMonth, time.wDay, time.wHour, time.wMinute, time.wSecond, time.wMilliseconds};
 }
 
+std::chrono::nanoseconds SteadyTime() { return std::chrono::steady_clock::now().time_since_epoch(); }
+
 void Deliver(const LogRecord& record) { LogOutputHelper::GetLogOutput(LogOutput::Debugger)(record.text); }
 
 }  // namespace
@@ -23,4 +25,6 @@ LogPlatform logPlatform = {
     [] { return uint32_t{GetCurrentThreadId()}; },
     GetTraceLevel,
     Deliver,
+    IsTraceFlagSet,
+    SteadyTime,
 };

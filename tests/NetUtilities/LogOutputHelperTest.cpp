@@ -6,6 +6,7 @@
 
 #include "NetUtilities/Logger/Log.h"
 #include "NetUtilities/RegistryKey.h"
+#include "NetUtilities/RegistryNames.h"
 #include "tests/support/DebugMonitor.h"
 #include "tests/support/OwnProcess.h"
 #include "tests/support/TestRegistryKey.h"

@@ -5,12 +5,20 @@
 #include <gmock/gmock.h>
 #include <shlobj.h>
 
+#include <atomic>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <thread>
+#include <vector>
 
 #include "NetUtilities/ErrorText.h"
-#include "NetUtilities/RegistryKey.h"
+#include "NetUtilities/PathPlatform.h"
+#include "NetUtilities/RegistryNames.h"
+#include "NetUtilities/RegistryPlatform.h"
 #include "tests/support/LogCapture.h"
 #include "tests/support/OwnProcess.h"
+#include "tests/support/Substituted.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/TestingIni.h"
 #include "tests/support/TestRegistryKey.h"
@@ -28,6 +36,17 @@ path KnownFolder(const KNOWNFOLDERID& id) {
   CoTaskMemFree(text);
   return folder;
 }
+
+LogCapture::Message Error(const std::wstring& text, LogSource source = LogSource::General) {
+  return {source, LogLevel::Error, text};
+}
+
+LogCapture::Message UserDirectorySetTo(const std::wstring& folder) {
+  return {LogSource::General, LogLevel::Detail, L"Setting the user directory to '" + folder + L"'"};
+}
+
+// Makes every known folder fail.
+HRESULT WINAPI NoKnownFolder(const KNOWNFOLDERID&, DWORD, HANDLE, PWSTR*) { return E_FAIL; }
 
 path ThisProgram() {
   wchar_t file[MAX_PATH];
@@ -60,11 +79,60 @@ class RedirectedFolder {
 // The machine's own settings say nothing of who shares what.
 class PathDataTest : public testing::Test {
  protected:
-  PathDataTest() { install.Remove(L"SharedSettings"); }
+  PathDataTest() { install.Remove(kSharedSettingsValue); }
 
   TestRegistryKey install{HKEY_LOCAL_MACHINE, kCurrentInstallKey};
   PathData paths;
 };
+
+struct KnownFolderCase {
+  const char* name;
+  std::wstring (PathData::*get)();
+  const KNOWNFOLDERID* id;
+  const wchar_t* failure;
+};
+
+class KnownFolders : public PathDataTest, public testing::WithParamInterface<KnownFolderCase> {
+ protected:
+  std::wstring Get() { return (paths.*GetParam().get)(); }
+};
+
+TEST_P(KnownFolders, IsThatOfWindows) { EXPECT_EQ(Get(), KnownFolder(*GetParam().id).wstring()); }
+
+TEST_P(KnownFolders, IsLookedUpOnce) {
+  const std::wstring folder = Get();
+  const Substituted platform(pathPlatform);
+  platform->knownFolderPath = NoKnownFolder;
+  EXPECT_EQ(Get(), folder);
+}
+
+TEST_P(KnownFolders, IsEmptyAndLoggedWhenItFailsAndIsTriedAgain) {
+  const LogCapture log;
+  {
+    const Substituted platform(pathPlatform);
+    platform->knownFolderPath = [](const KNOWNFOLDERID& id, DWORD flags, HANDLE token, PWSTR*) -> HRESULT {
+      EXPECT_TRUE(IsEqualGUID(id, *GetParam().id));
+      EXPECT_EQ(flags, 0u);
+      EXPECT_EQ(token, nullptr);
+      return E_ACCESSDENIED;
+    };
+    EXPECT_EQ(Get(), L"");
+  }
+  EXPECT_THAT(log.Messages(), ElementsAre(Error(GetParam().failure + ErrorSuffix(E_ACCESSDENIED))));
+  EXPECT_EQ(Get(), KnownFolder(*GetParam().id).wstring());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    All, KnownFolders,
+    testing::Values(
+        KnownFolderCase{"Windows", &PathData::GetWindowsFolder, &FOLDERID_Windows, L"Failed to get Windows folder"},
+        KnownFolderCase{"System", &PathData::GetSystemFolder, &FOLDERID_System, L"Failed to get System folder"},
+        KnownFolderCase{"Desktop", &PathData::GetDesktopFolder, &FOLDERID_Desktop, L"Failed to get Desktop folder"},
+        KnownFolderCase{"Programs", &PathData::GetProgramsFolder, &FOLDERID_Programs, L"Failed to get Programs folder"},
+        KnownFolderCase{"ProgramFiles", &PathData::GetProgramFilesFolder, &FOLDERID_ProgramFiles,
+                        L"Failed to get Programs Files folder"},
+        KnownFolderCase{"Profile", &PathData::GetProfileFolder, &FOLDERID_Profile, L"Failed to get Profile folder"}),
+    [](const auto& test) { return test.param.name; });
 
 TEST_F(PathDataTest, KnowsTheFilesOfTheProgramAndOfTheModule) {
   EXPECT_EQ(paths.GetExecutablePath(), ThisProgram().wstring());
@@ -76,7 +144,7 @@ TEST_F(PathDataTest, InstallPathIsTheProgramsFolderWithASeparator) {
 }
 
 TEST_F(PathDataTest, AProgramInTheSystemFolderTakesTheInstallPathFromTheRegistry) {
-  install.SetString(L"Path", LR"(C:\Wayline\)");
+  install.SetString(kInstallPathValue, LR"(C:\Wayline\)");
   const path hosted = KnownFolder(FOLDERID_System) / L"PaviseTest.exe";
   if (ThisProgram() != hosted) {
     remove(hosted);
@@ -85,6 +153,60 @@ TEST_F(PathDataTest, AProgramInTheSystemFolderTakesTheInstallPathFromTheRegistry
   InOwnProcess([this] { EXPECT_EQ(paths.GetInstallPath(), LR"(C:\Wayline\)"); }, {.program = hosted});
   std::error_code ignored;
   remove(hosted, ignored);
+}
+
+// The System folder seems to be the one in which the test program lies.
+class Hosted : public PathDataTest {
+ protected:
+  Hosted() {
+    platform->moduleFileName = [](HMODULE, LPWSTR buffer, DWORD size) -> DWORD {
+      EXPECT_EQ(size, 260u);
+      const std::wstring file = KnownFolder(FOLDERID_System).wstring() + LR"(\Spool\Host.exe)";
+      wcscpy(buffer, file.c_str());
+      CharUpperW(buffer);
+      return static_cast<DWORD>(file.size());
+    };
+  }
+
+  const Substituted<PathPlatform> platform{pathPlatform};
+};
+
+TEST_F(Hosted, BelowTheSystemFolderInAnyCaseTakesTheInstallPathFromTheRegistry) {
+  install.SetString(kInstallPathValue, LR"(D:\Client\)");
+  EXPECT_EQ(paths.GetInstallPath(), LR"(D:\Client\)");
+}
+
+TEST_F(Hosted, HasNoInstallPathUntilTheRegistryNamesOne) {
+  install.Remove(kInstallPathValue);
+  EXPECT_EQ(paths.GetInstallPath(), L"");
+  install.SetString(kInstallPathValue, LR"(D:\Client\)");
+  EXPECT_EQ(paths.GetInstallPath(), LR"(D:\Client\)");
+}
+
+TEST_F(PathDataTest, TakesTheInstallPathFromTheRegistryWhenTheSystemFolderIsUnknown) {
+  const Substituted platform(pathPlatform);
+  platform->knownFolderPath = NoKnownFolder;
+  install.SetString(kInstallPathValue, LR"(D:\Client\)");
+  EXPECT_EQ(paths.GetInstallPath(), LR"(D:\Client\)") << "The empty text occurs in every path.";
+}
+
+TEST_F(PathDataTest, FindsTheInstallPathOnce) {
+  const std::wstring folder = paths.GetInstallPath();
+  const Substituted platform(pathPlatform);
+  platform->knownFolderPath = NoKnownFolder;
+  platform->moduleFileName = [](HMODULE, LPWSTR, DWORD) -> DWORD { return 0; };
+  EXPECT_EQ(paths.GetInstallPath(), folder);
+}
+
+TEST_F(PathDataTest, AsksForTheFilesOfProgramAndModuleAgainAfterAFailure) {
+  {
+    const Substituted platform(pathPlatform);
+    platform->moduleFileName = [](HMODULE, LPWSTR, DWORD) -> DWORD { return 0; };
+    EXPECT_EQ(paths.GetExecutablePath(), L"");
+    EXPECT_EQ(paths.GetModulePath(), L"");
+  }
+  EXPECT_EQ(paths.GetExecutablePath(), ThisProgram().wstring());
+  EXPECT_EQ(paths.GetModulePath(), ThisProgram().wstring());
 }
 
 TEST_F(PathDataTest, CreatesTheProgramDataFolders) {
@@ -122,9 +244,7 @@ TEST_F(PathDataTest, LogsTheUserDirectoryOnce) {
   const RedirectedFolder folder = RedirectedFolder::LocalAppData();
   paths.GetUserDirectory();
   paths.GetUserDirectory();
-  EXPECT_THAT(log.Messages(),
-              ElementsAre(LogCapture::Message{LogSource::General, LogLevel::Detail,
-                                              L"Setting the user directory to '" + folder.Product().wstring() + L"'"}));
+  EXPECT_THAT(log.Messages(), ElementsAre(UserDirectorySetTo(folder.Product().wstring())));
 }
 
 TEST_F(PathDataTest, LooksForTheUserDirectoryAgainAfterAFailure) {
@@ -140,31 +260,93 @@ TEST_F(PathDataTest, LooksForTheUserDirectoryAgainAfterAFailure) {
   EXPECT_EQ(paths.GetUserDirectory(), folder.Product().wstring());
 }
 
+TEST_F(PathDataTest, SaysSoWhenEveryLookUpFailed) {
+  const LogCapture log;
+  const Substituted platform(pathPlatform);
+  platform->knownFolderPath = NoKnownFolder;
+  EXPECT_EQ(paths.GetUserDirectory(), L"");
+  EXPECT_EQ(paths.GetProgramDataPath(), L"");
+  EXPECT_THAT(log.Messages(),
+              ElementsAre(Error(L"Failed to get Local App Data folder" + ErrorSuffix(E_FAIL)), UserDirectorySetTo(L""),
+                          Error(L"Failed to get Program Data folder" + ErrorSuffix(E_FAIL))));
+}
+
+TEST_F(PathDataTest, SaysSoWhenTheSharedFolderCannotBeFound) {
+  const LogCapture log;
+  install.SetString(kSharedSettingsValue, L"1");
+  const Substituted platform(pathPlatform);
+  platform->knownFolderPath = NoKnownFolder;
+  EXPECT_EQ(paths.GetUserDirectory(), L"");
+  EXPECT_THAT(log.Messages(),
+              ElementsAre(Error(L"Failed to get program data folder" + ErrorSuffix(E_FAIL)), UserDirectorySetTo(L"")));
+}
+
+TEST_F(PathDataTest, AsksForTheBaseFoldersToBeCreated) {
+  static std::vector<std::pair<GUID, DWORD>> asked;
+  asked.clear();
+  const Substituted platform(pathPlatform);
+  platform->knownFolderPath = [](const KNOWNFOLDERID& id, DWORD flags, HANDLE, PWSTR*) -> HRESULT {
+    asked.emplace_back(id, flags);
+    return E_FAIL;
+  };
+  paths.GetUserDirectory();
+  paths.GetProgramDataPath();
+  EXPECT_THAT(asked, ElementsAre(std::pair(FOLDERID_LocalAppData, DWORD{0x8000}),
+                                 std::pair(FOLDERID_ProgramData, DWORD{0x8000})));
+}
+
+TEST_F(PathDataTest, AFolderThatCannotBeCreatedIsNotReported) {
+  const LogCapture log;
+  const RedirectedFolder folder = RedirectedFolder::LocalAppData();
+  std::ofstream(folder.Product().parent_path()) << "a file where the folder should be";
+  EXPECT_EQ(paths.GetUserDirectory(), folder.Product().wstring());
+  EXPECT_THAT(log.Messages(), ElementsAre(UserDirectorySetTo(folder.Product().wstring())));
+}
+
 TEST_F(PathDataTest, SharedSettingsLieInProgramData) {
-  install.SetString(L"SharedSettings", L"1");
+  install.SetString(kSharedSettingsValue, L"1");
   EXPECT_TRUE(paths.IsSharedSettings());
   EXPECT_EQ(paths.GetUserDirectory(), (KnownFolder(FOLDERID_ProgramData) / L"Ostrel" / L"Wayline").wstring());
 }
 
 TEST_F(PathDataTest, TheNumber1DoesNotShareTheSettings) {
-  install.SetDword(L"SharedSettings", 1);
+  install.SetDword(kSharedSettingsValue, 1);
   EXPECT_FALSE(paths.IsSharedSettings());
 }
 
 TEST_F(PathDataTest, TheNumberOfTheCharacter1SharesTheSettings) {
-  install.SetDword(L"SharedSettings", 0x70031);
+  install.SetDword(kSharedSettingsValue, 0x70031);
   EXPECT_TRUE(paths.IsSharedSettings());
 }
 
 TEST_F(PathDataTest, ReadsOnlyOnceWhetherSettingsAreShared) {
   EXPECT_FALSE(paths.IsSharedSettings());
-  install.SetString(L"SharedSettings", L"1");
+  install.SetString(kSharedSettingsValue, L"1");
   EXPECT_FALSE(paths.IsSharedSettings());
+}
+
+TEST_F(PathDataTest, NeverOpensTheRegistryAgainForSharedSettings) {
+  paths.IsSharedSettings();
+  const Substituted registry(registryPlatform);
+  registry->openKey = [](HKEY, LPCWSTR, DWORD, REGSAM, PHKEY) -> LSTATUS {
+    ADD_FAILURE() << "The answer is known.";
+    return ERROR_FILE_NOT_FOUND;
+  };
+  EXPECT_FALSE(paths.IsSharedSettings());
+}
+
+TEST_F(PathDataTest, LogsSharedSettingsThatCannotBeOpened) {
+  const LogCapture log;
+  const Substituted registry(registryPlatform);
+  registry->openKey = [](HKEY, LPCWSTR, DWORD, REGSAM, PHKEY) -> LSTATUS { return ERROR_ACCESS_DENIED; };
+  EXPECT_FALSE(paths.IsSharedSettings());
+  EXPECT_THAT(log.Messages(), ElementsAre(Error(LR"(RegOpenKeyEx HKLM\Software\Ostrel\Wayline\CurrentInstall)" +
+                                                ErrorSuffix(ERROR_ACCESS_DENIED))));
 }
 
 TEST_F(PathDataTest, LogsSharedSettingsThatDoNotFit) {
   const LogCapture log;
-  install.SetString(L"SharedSettings", L"10");
+  install.SetString(kSharedSettingsValue, L"10");
   EXPECT_FALSE(paths.IsSharedSettings());
   EXPECT_THAT(log.Messages(),
               ElementsAre(LogCapture::Message{
@@ -185,7 +367,7 @@ TEST_F(PathDataTest, DebugUserDirectoryPutsTheUserDirectoryBesideTheProgram) {
   remove(data);
 }
 
-class LogOnDesktop : public PathDataTest {
+class LogOnDesktop : public PathDataTest, public testing::WithParamInterface<const wchar_t*> {
  protected:
   void ExpectUserDirectoryInProgramData() {
     InOwnProcess(
@@ -194,24 +376,29 @@ class LogOnDesktop : public PathDataTest {
           EXPECT_FALSE(paths.IsSharedSettings());
           EXPECT_EQ(paths.GetUserDirectory(), (KnownFolder(FOLDERID_ProgramData) / L"Ostrel" / L"Wayline").wstring());
         },
-        {.desktop = L"WinSta0\\WINLOGON"});
+        {.desktop = GetParam()});
   }
 };
 
-TEST_F(LogOnDesktop, SettingsAreShared) { ExpectUserDirectoryInProgramData(); }
+TEST_P(LogOnDesktop, SettingsAreShared) { ExpectUserDirectoryInProgramData(); }
 
-TEST_F(LogOnDesktop, SettingsAreSharedWhateverNumberTheMachineSays) {
-  install.SetDword(L"SharedSettings", 1);
+TEST_P(LogOnDesktop, SettingsAreSharedWhateverNumberTheMachineSays) {
+  install.SetDword(kSharedSettingsValue, 1);
   ExpectUserDirectoryInProgramData();
 }
 
-TEST_F(LogOnDesktop, SettingsAreSharedWhateverTextTheMachineSays) {
-  install.SetString(L"SharedSettings", L"0");
+TEST_P(LogOnDesktop, SettingsAreSharedWhateverTextTheMachineSays) {
+  install.SetString(kSharedSettingsValue, L"0");
   ExpectUserDirectoryInProgramData();
 }
+
+INSTANTIATE_TEST_SUITE_P(InAnyCase, LogOnDesktop,
+                         testing::Values(L"winsta0\\winlogon", L"WinSta0\\Winlogon", L"WINSTA0\\WINLOGON"));
 
 TEST_F(PathDataTest, AnotherDesktopIsNotTheLogOnDesktop) {
-  InOwnProcess([] { EXPECT_FALSE(IsRunningInWinLogonDesktop()); }, {.desktop = L"WinSta0\\Default"});
+  for (const wchar_t* desktop : {L"WinSta0\\Default", L"winlogon", L"WinSta0\\Winlogon2"}) {
+    InOwnProcess([] { EXPECT_FALSE(IsRunningInWinLogonDesktop()); }, {.desktop = desktop});
+  }
 }
 
 TEST_F(PathDataTest, ATestSwitchStandsInForTheLogOnDesktop) {
@@ -224,6 +411,174 @@ TEST_F(PathDataTest, ATestSwitchStandsInForTheLogOnDesktop) {
     const RedirectedFolder folder = RedirectedFolder::LocalAppData();
     EXPECT_EQ(paths.GetUserDirectory(), folder.Product().wstring()) << "The settings stay the user's own.";
   });
+}
+
+// The user at the console, asked for by a process that may impersonate that user.
+class ConsoleUser : public PathDataTest {
+ protected:
+  ConsoleUser() {
+    steps.clear();
+    platform->queryUserToken = [](ULONG, PHANDLE token) { return Make(L"query", token); };
+    platform->duplicateToken = [](HANDLE, SECURITY_IMPERSONATION_LEVEL level, PHANDLE duplicate) {
+      EXPECT_EQ(level, SecurityImpersonation);
+      return Make(L"duplicate", duplicate);
+    };
+    platform->impersonate = [](HANDLE token) {
+      EXPECT_EQ(token, tokens.back()) << "The duplicate is used.";
+      return Step(L"impersonate");
+    };
+    platform->revertToSelf = [] { return Step(L"revert"); };
+    platform->knownFolderPath = [](const KNOWNFOLDERID& id, DWORD flags, HANDLE token, PWSTR* out) -> HRESULT {
+      if (flags == 0) {
+        EXPECT_TRUE(IsEqualGUID(id, FOLDERID_LocalAppData));
+        EXPECT_EQ(token, nullptr);
+        Step(L"look up");
+      }
+      return SHGetKnownFolderPath(id, flags, token, out);
+    };
+    failing = nullptr;
+    tokens.clear();
+  }
+
+  ~ConsoleUser() override {
+    for (HANDLE token : tokens) {
+      DWORD flags = 0;
+      EXPECT_EQ(GetHandleInformation(token, &flags), FALSE) << "A token is still open.";
+    }
+  }
+
+  static BOOL Step(const wchar_t* name) {
+    steps.emplace_back(name);
+    if (failing == nullptr || wcscmp(name, failing) != 0) return TRUE;
+    SetLastError(ERROR_PRIVILEGE_NOT_HELD);
+    return FALSE;
+  }
+
+  static BOOL Make(const wchar_t* name, PHANDLE token) {
+    if (Step(name) == FALSE) return FALSE;
+    *token = CreateEventW(nullptr, FALSE, FALSE, nullptr);
+    tokens.push_back(*token);
+    return TRUE;
+  }
+
+  // Lets a step fail and returns what is logged.
+  std::vector<LogCapture::Message> LoggedWhenFailing(const wchar_t* step) {
+    failing = step;
+    const LogCapture log;
+    EXPECT_EQ(paths.GetConsoleUserLocalAppData(), L"");
+    return log.Messages();
+  }
+
+  static LogCapture::Message Denied(const std::wstring& what) {
+    return Error(what + ErrorSuffix(ERROR_PRIVILEGE_NOT_HELD), LogSource::Impersonation);
+  }
+
+  static inline std::vector<std::wstring> steps;
+  static inline std::vector<HANDLE> tokens;
+  static inline const wchar_t* failing = nullptr;
+  const Substituted<PathPlatform> platform{pathPlatform};
+};
+
+TEST_F(ConsoleUser, IsImpersonatedWhileTheFolderIsLookedUp) {
+  const LogCapture log;
+  EXPECT_EQ(paths.GetConsoleUserLocalAppData(), KnownFolder(FOLDERID_LocalAppData).wstring());
+  EXPECT_THAT(steps, ElementsAre(L"query", L"duplicate", L"impersonate", L"look up", L"revert"));
+  EXPECT_THAT(log.Messages(), testing::IsEmpty());
+}
+
+TEST_F(ConsoleUser, OfTheConsolesSessionIsAsked) {
+  platform->activeConsoleSession = [] { return DWORD{3}; };
+  platform->queryUserToken = [](ULONG session, PHANDLE) -> BOOL {
+    EXPECT_EQ(session, 3u);
+    return SetLastError(ERROR_NO_TOKEN), FALSE;
+  };
+  EXPECT_EQ(paths.GetConsoleUserLocalAppData(), L"");
+}
+
+TEST_F(ConsoleUser, IsNobodyWithoutAConsoleSession) {
+  const LogCapture log;
+  platform->activeConsoleSession = [] { return DWORD{0xFFFFFFFF}; };
+  EXPECT_EQ(paths.GetConsoleUserLocalAppData(), L"");
+  EXPECT_THAT(steps, testing::IsEmpty());
+  EXPECT_THAT(log.Messages(), testing::IsEmpty());
+}
+
+TEST_F(ConsoleUser, WithoutATokenIsLogged) {
+  EXPECT_THAT(LoggedWhenFailing(L"query"), ElementsAre(Denied(L"WTSQueryUserToken")));
+  EXPECT_THAT(steps, ElementsAre(L"query"));
+}
+
+TEST_F(ConsoleUser, WhoseTokenCannotBeDuplicatedIsLogged) {
+  EXPECT_THAT(LoggedWhenFailing(L"duplicate"), ElementsAre(Denied(L"DuplicateToken")));
+  EXPECT_THAT(steps, ElementsAre(L"query", L"duplicate"));
+}
+
+TEST_F(ConsoleUser, WhoCannotBeImpersonatedIsLogged) {
+  EXPECT_THAT(LoggedWhenFailing(L"impersonate"), ElementsAre(Denied(L"ImpersonateLoggedOnUser")));
+  EXPECT_THAT(steps, ElementsAre(L"query", L"duplicate", L"impersonate"));
+}
+
+TEST_F(ConsoleUser, FromWhomThereIsNoWayBackIsLogged) {
+  EXPECT_THAT(LoggedWhenFailing(L"revert"), ElementsAre(Denied(L"Error: RevertToSelf")));
+  EXPECT_THAT(steps, ElementsAre(L"query", L"duplicate", L"impersonate", L"look up", L"revert"));
+}
+
+TEST_F(ConsoleUser, GivesTheUserDirectoryToAServiceThatActsForThatUser) {
+  const RedirectedFolder folder = RedirectedFolder::LocalAppData();
+  PathData service(true);
+  EXPECT_EQ(service.GetUserDirectory(), folder.Product().wstring());
+  EXPECT_THAT(steps, ElementsAre(L"query", L"duplicate", L"impersonate", L"look up", L"revert"));
+}
+
+TEST_F(ConsoleUser, IsReplacedByTheProcessesOwnWhenThatFails) {
+  const LogCapture log;
+  const RedirectedFolder folder = RedirectedFolder::LocalAppData();
+  failing = L"duplicate";
+  PathData service(true);
+  EXPECT_EQ(service.GetUserDirectory(), folder.Product().wstring());
+  EXPECT_THAT(log.Messages(), ElementsAre(Denied(L"DuplicateToken"), UserDirectorySetTo(folder.Product().wstring())));
+}
+
+TEST_F(ConsoleUser, IsNotImpersonatedForAnOrdinaryProcess) {
+  const RedirectedFolder folder = RedirectedFolder::LocalAppData();
+  EXPECT_EQ(paths.GetUserDirectory(), folder.Product().wstring());
+  EXPECT_THAT(steps, testing::IsEmpty());
+}
+
+TEST_F(PathDataTest, FindsTheFolderOfTheUserWhoIsReallyAtTheConsole) {
+  const LogCapture log;
+  EXPECT_EQ(paths.GetConsoleUserLocalAppData(), KnownFolder(FOLDERID_LocalAppData).wstring());
+  EXPECT_THAT(log.Messages(), testing::IsEmpty());
+}
+
+TEST_F(PathDataTest, GivesEightThreadsTheSamePaths) {
+  using Getter = std::wstring (PathData::*)();
+  constexpr Getter kGetters[] = {
+      &PathData::GetWindowsFolder,  &PathData::GetSystemFolder,       &PathData::GetDesktopFolder,
+      &PathData::GetProgramsFolder, &PathData::GetProgramFilesFolder, &PathData::GetProfileFolder,
+      &PathData::GetInstallPath,    &PathData::GetProgramDataPath,    &PathData::GetUserDirectory,
+      &PathData::GetExecutablePath, &PathData::GetModulePath,         &PathData::GetUserDataDirectory};
+  constexpr size_t kThreads = 8;
+  constexpr size_t kCallsPerThread = 125'000;
+  std::vector<std::wstring> expected;
+  for (const Getter getter : kGetters) expected.push_back((paths.*getter)());
+
+  PathData shared;
+  std::atomic<size_t> wrong = 0;
+  std::atomic<size_t> waiting = kThreads;
+  std::vector<std::thread> threads;
+  for (size_t thread = 0; thread < kThreads; ++thread) {
+    threads.emplace_back([&, thread] {
+      for (--waiting; waiting > 0;) std::this_thread::yield();
+      for (size_t call = thread; call < thread + kCallsPerThread; ++call) {
+        const size_t which = call % std::size(kGetters);
+        if ((shared.*kGetters[which])() != expected[which]) ++wrong;
+        if (shared.IsSharedSettings()) ++wrong;
+      }
+    });
+  }
+  for (std::thread& thread : threads) thread.join();
+  EXPECT_EQ(wrong, 0u);
 }
 
 }  // namespace

@@ -5,7 +5,9 @@
 #include <cstring>
 
 #include "NetUtilities/ErrorText.h"
+#include "NetUtilities/RegistryPlatform.h"
 #include "tests/support/LogCapture.h"
+#include "tests/support/Substituted.h"
 #include "tests/support/TestRegistryKey.h"
 
 namespace {
@@ -88,6 +90,31 @@ TEST_F(RegistryKeyTest, LogsAnyOtherFailureToReadAString) {
               ElementsAre(Error(L"RegQueryValueEx get size read wstring \\Name" + ErrorSuffix(ERROR_INVALID_HANDLE))));
 }
 
+TEST_F(RegistryKeyTest, LogsAStringThatCannotBeReadAfterItsSize) {
+  stored.SetString(L"Name", L"Wayline");
+  const Substituted registry(registryPlatform);
+  registry->queryValue = [](HKEY handle, LPCWSTR name, LPDWORD reserved, LPDWORD type, LPBYTE data,
+                            LPDWORD size) -> LSTATUS {
+    return data != nullptr ? ERROR_MORE_DATA : RegQueryValueExW(handle, name, reserved, type, data, size);
+  };
+  EXPECT_EQ(ReadString(L"Name"), ERROR_MORE_DATA);
+  EXPECT_EQ(text, L"default");
+  EXPECT_THAT(log.Messages(), ElementsAre(Error(L"RegQueryValueEx read wstring HKCU\\" + kSubkey + L"\\Name" +
+                                                ErrorSuffix(ERROR_MORE_DATA))));
+}
+
+TEST_F(RegistryKeyTest, KeepsASilentKeysFailuresToItself) {
+  key.SetLogErrors(false);
+  stored.Set(L"Wide", REG_QWORD, "\1\0\0\0\0\0\0", 8);
+  EXPECT_EQ(ReadDword(L"Wide"), ERROR_MORE_DATA);
+  EXPECT_EQ(key.ReadDwordAs(L"enum ", L"Wide", number), ERROR_MORE_DATA);
+  key.Close();
+  EXPECT_EQ(ReadString(L"Name"), ERROR_INVALID_HANDLE);
+  const auto noKey = reinterpret_cast<HKEY>(INT_PTR{0x7ffffff4});
+  EXPECT_EQ(key.Open(noKey, L"Sub", KEY_READ), ERROR_INVALID_HANDLE);
+  EXPECT_THAT(log.Messages(), IsEmpty());
+}
+
 TEST_F(RegistryKeyTest, ReadsADword) {
   stored.SetDword(L"Number", 0xfffffffe);
   EXPECT_EQ(ReadDword(L"Number"), ERROR_SUCCESS);
@@ -139,6 +166,11 @@ TEST_F(RegistryKeyTest, AMissingKeyIsNotLoggedAndStillNamed) {
 }
 
 TEST_F(RegistryKeyTest, ANullRootIsABadArgument) {
+  const Substituted registry(registryPlatform);
+  registry->openKey = [](HKEY, LPCWSTR, DWORD, REGSAM, PHKEY) -> LSTATUS {
+    ADD_FAILURE() << "Nothing is opened.";
+    return ERROR_SUCCESS;
+  };
   EXPECT_EQ(key.Open(nullptr, kSubkey, KEY_READ), ERROR_BAD_ARGUMENTS);
   EXPECT_EQ(key.Path(), L"HKCU\\" + kSubkey);
   EXPECT_THAT(log.Messages(), IsEmpty());
@@ -172,6 +204,74 @@ TEST_F(RegistryKeyTest, ClosingForgetsThePath) {
   EXPECT_EQ(key.Close(), ERROR_SUCCESS);
   EXPECT_EQ(key.Path(), L"");
   EXPECT_EQ(key.Close(), ERROR_SUCCESS);
+}
+
+TEST_F(RegistryKeyTest, ClosingGivesTheErrorOfClosing) {
+  const Substituted registry(registryPlatform);
+  registry->closeKey = [](HKEY handle) -> LSTATUS { return RegCloseKey(handle), ERROR_INVALID_HANDLE; };
+  EXPECT_EQ(key.Close(), ERROR_INVALID_HANDLE);
+  EXPECT_EQ(key.Close(), ERROR_SUCCESS) << "It is closed all the same.";
+}
+
+TEST_F(RegistryKeyTest, ClosesTheKeyAtTheEnd) {
+  static int closed;
+  closed = 0;
+  const Substituted registry(registryPlatform);
+  registry->closeKey = [](HKEY handle) -> LSTATUS { return ++closed, RegCloseKey(handle); };
+  {
+    RegistryKey other;
+    ASSERT_EQ(other.Open(HKEY_CURRENT_USER, kSubkey, KEY_READ), ERROR_SUCCESS);
+    EXPECT_EQ(closed, 0);
+    ASSERT_EQ(other.Open(HKEY_CURRENT_USER, kSubkey, KEY_READ), ERROR_SUCCESS);
+    EXPECT_EQ(closed, 1);
+    EXPECT_EQ(other.Open(HKEY_CURRENT_USER, kSubkey + L"\\Missing", KEY_READ), ERROR_FILE_NOT_FOUND);
+    EXPECT_EQ(closed, 2);
+  }
+  EXPECT_EQ(closed, 2) << "Nothing was open at the end.";
+}
+
+TEST_F(RegistryKeyTest, OpensTheNativeViewForReadingOnly) {
+  static REGSAM rights;
+  const Substituted registry(registryPlatform);
+  registry->openKey = [](HKEY, LPCWSTR, DWORD, REGSAM access, PHKEY) -> LSTATUS {
+    rights = access;
+    return ERROR_FILE_NOT_FOUND;
+  };
+  for (const auto& read :
+       {+[] { ReadRegistryDword(HKEY_CURRENT_USER, kSubkey, L"x", 0); }, +[] { ReadHklmString(kSubkey, L"x", L""); }}) {
+    rights = 0;
+    read();
+    EXPECT_EQ(rights, 0x20019u);
+  }
+}
+
+TEST_F(RegistryKeyTest, NamesTheSubkeysInTheRegistrysOrder) {
+  const std::wstring longest(255, L'k');
+  const TestRegistryKey first(HKEY_CURRENT_USER, kSubkey + L"\\alpha");
+  const TestRegistryKey second(HKEY_CURRENT_USER, kSubkey + L"\\" + longest);
+  const TestRegistryKey below(HKEY_CURRENT_USER, kSubkey + L"\\m\\below");
+  EXPECT_THAT(key.GetSubkeyNames(), ElementsAre(L"alpha", longest, L"m"));
+}
+
+TEST_F(RegistryKeyTest, NamesNoSubkeysWhereThereAreNone) { EXPECT_THAT(key.GetSubkeyNames(), IsEmpty()); }
+
+TEST_F(RegistryKeyTest, NamesNoSubkeysOfAClosedKeyAndLogsNothing) {
+  key.Close();
+  EXPECT_THAT(key.GetSubkeyNames(), IsEmpty());
+  EXPECT_THAT(log.Messages(), IsEmpty());
+}
+
+TEST_F(RegistryKeyTest, KeepsTheSubkeysFoundBeforeAFailure) {
+  const TestRegistryKey first(HKEY_CURRENT_USER, kSubkey + L"\\a");
+  const TestRegistryKey second(HKEY_CURRENT_USER, kSubkey + L"\\b");
+  const Substituted registry(registryPlatform);
+  registry->enumKey = [](HKEY handle, DWORD index, LPWSTR name, LPDWORD length, LPDWORD reserved, LPWSTR className,
+                         LPDWORD classLength, PFILETIME time) -> LSTATUS {
+    return index == 1 ? ERROR_KEY_DELETED
+                      : RegEnumKeyExW(handle, index, name, length, reserved, className, classLength, time);
+  };
+  EXPECT_THAT(key.GetSubkeyNames(), ElementsAre(L"a"));
+  EXPECT_THAT(log.Messages(), IsEmpty());
 }
 
 TEST_F(RegistryKeyTest, TheOneShotReadersReadAValue) {

@@ -1,34 +1,124 @@
 #include "NetUtilities/Singleton.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
-#include <atomic>
-#include <thread>
+#include <string>
 #include <vector>
+
+#include "tests/support/OwnProcess.h"
 
 namespace {
 
-struct CountsCreations {
-  CountsCreations() { ++created; }
-  inline static std::atomic<int> created = 0;
+using testing::ElementsAre;
+
+void Teardown() { SimpleSingleton<LifetimeTracker>::Get().DestroyAll(); }
+
+// What the objects of a test report, in order.
+std::vector<std::string> events;
+
+class First {
+ public:
+  First() { events.emplace_back("first created"); }
+  ~First() { events.emplace_back("first destroyed"); }
+  First(const First&) = delete;
+  First& operator=(const First&) = delete;
+
+  const std::string text = "text of the first";
+};
+
+// Needs another one from the start.
+class Second {
+ public:
+  Second() : first_(Singleton<First>::Get()) { events.emplace_back("second created"); }
+  ~Second() { events.emplace_back("second destroyed"); }
+  Second(const Second&) = delete;
+  Second& operator=(const Second&) = delete;
+
+ private:
+  std::shared_ptr<First> first_;
+};
+
+struct Third {
+  ~Third() { events.emplace_back("third destroyed"); }
+};
+
+// Asks for others while it is destroyed.
+class Asker {
+ public:
+  ~Asker() {
+    events.emplace_back(Singleton<Asker>::Get() ? "itself there" : "itself gone");
+    events.emplace_back(Singleton<First>::Get() ? "an earlier one there" : "an earlier one gone");
+    events.emplace_back(Singleton<Third>::Get() ? "a later one there" : "a later one gone");
+    events.emplace_back(Singleton<Second>::Get() ? "a new one there" : "a new one gone");
+  }
 };
 
 struct NeverWanted {};
 
-}  // namespace
-
-TEST(Singleton, IsCreatedOnceByManyThreads) {
-  std::vector<std::thread> threads;
-  threads.reserve(8);
-  for (int i = 0; i < 8; ++i) threads.emplace_back([] { (void)Singleton<CountsCreations>::Get(); });
-  for (auto& thread : threads) thread.join();
-  EXPECT_EQ(CountsCreations::created, 1);
-  EXPECT_TRUE(Singleton<CountsCreations>::Exists());
+TEST(Singleton, IsTheSameObjectForEverybody) {
+  const auto one = Singleton<std::string>::Get();
+  ASSERT_TRUE(one);
+  EXPECT_EQ(Singleton<std::string>::Get(), one);
+  EXPECT_TRUE(Singleton<std::string>::Exists());
 }
 
 TEST(Singleton, IsNotCreatedByAskingWhetherItExists) {
   EXPECT_FALSE(Singleton<NeverWanted>::Exists());
   EXPECT_FALSE(Singleton<NeverWanted>::Exists());
+}
+
+TEST(Singleton, IsNullAfterTeardownAndNotCreatedAgain) {
+  InOwnProcess([] {
+    EXPECT_TRUE(Singleton<First>::Get());
+    Teardown();
+    EXPECT_FALSE(Singleton<First>::Exists());
+    EXPECT_EQ(Singleton<First>::Get(), nullptr);
+    EXPECT_EQ(Singleton<First>::Get(), nullptr);
+    EXPECT_THAT(events, ElementsAre("first created", "first destroyed"));
+  });
+}
+
+TEST(Singleton, IsNullAfterTeardownAlsoWhenNobodyAskedBefore) {
+  InOwnProcess([] {
+    Teardown();
+    EXPECT_EQ(Singleton<First>::Get(), nullptr);
+    EXPECT_EQ(Singleton<First>::Get(), nullptr);
+    EXPECT_FALSE(Singleton<First>::Exists());
+  });
+}
+
+TEST(Singleton, IsDestroyedBeforeThoseThatWereCreatedEarlier) {
+  InOwnProcess([] {
+    Singleton<Second>::Get();
+    Singleton<Third>::Get();
+    Teardown();
+    EXPECT_THAT(events, ElementsAre("first created", "second created", "third destroyed", "second destroyed",
+                                    "first destroyed"));
+  });
+}
+
+TEST(Singleton, LivesOnPastTeardownAsLongAsSomebodyHoldsIt) {
+  InOwnProcess([] {
+    auto held = Singleton<First>::Get();
+    Teardown();
+    EXPECT_EQ(held->text, "text of the first");
+    EXPECT_THAT(events, ElementsAre("first created"));
+    EXPECT_EQ(Singleton<First>::Get(), nullptr) << "It is held, but no longer handed out.";
+    held.reset();
+    EXPECT_THAT(events, ElementsAre("first created", "first destroyed"));
+  });
+}
+
+TEST(Singleton, MayAskForItselfAndOthersWhileItIsDestroyed) {
+  InOwnProcess([] {
+    Singleton<First>::Get();
+    Singleton<Asker>::Get();
+    Singleton<Third>::Get();
+    Teardown();
+    EXPECT_THAT(events, ElementsAre("first created", "third destroyed", "itself gone", "an earlier one there",
+                                    "a later one gone", "second created", "a new one there", "second destroyed",
+                                    "first destroyed"));
+  });
 }
 
 TEST(LifetimeTracker, DestroysInReverseOrderOfCreation) {
@@ -37,14 +127,35 @@ TEST(LifetimeTracker, DestroysInReverseOrderOfCreation) {
   tracker.Add([&] { destroyed.push_back(1); });
   tracker.Add([&] { destroyed.push_back(2); });
   tracker.DestroyAll();
-  EXPECT_EQ(destroyed, (std::vector<int>{2, 1}));
+  EXPECT_THAT(destroyed, ElementsAre(2, 1));
 }
 
 TEST(LifetimeTracker, DestroysWhatIsCreatedWhileItDestroys) {
   std::vector<int> destroyed;
   LifetimeTracker tracker;
   tracker.Add([&] { destroyed.push_back(1); });
-  tracker.Add([&] { tracker.Add([&] { destroyed.push_back(3); }); });
+  tracker.Add([&] { EXPECT_TRUE(tracker.Add([&] { destroyed.push_back(3); })); });
   tracker.DestroyAll();
-  EXPECT_EQ(destroyed, (std::vector<int>{3, 1}));
+  EXPECT_THAT(destroyed, ElementsAre(3, 1));
 }
+
+TEST(LifetimeTracker, TakesNothingOnceAllIsDestroyed) {
+  std::vector<int> destroyed;
+  LifetimeTracker tracker;
+  tracker.DestroyAll();
+  EXPECT_FALSE(tracker.Add([&] { destroyed.push_back(1); }));
+  tracker.DestroyAll();
+  EXPECT_THAT(destroyed, ElementsAre());
+}
+
+TEST(LifetimeTracker, DestroysInItsOwnEndWhatIsLeft) {
+  std::vector<int> destroyed;
+  {
+    LifetimeTracker tracker;
+    tracker.Add([&] { destroyed.push_back(1); });
+    tracker.Add([&] { destroyed.push_back(2); });
+  }
+  EXPECT_THAT(destroyed, ElementsAre(2, 1));
+}
+
+}  // namespace

@@ -3,9 +3,11 @@
 #include <gmock/gmock.h>
 
 #include "NetUtilities/ErrorText.h"
-#include "NetUtilities/RegistryKey.h"
+#include "NetUtilities/RegistryNames.h"
+#include "NetUtilities/RegistryPlatform.h"
 #include "tests/support/LogCapture.h"
 #include "tests/support/OwnProcess.h"
+#include "tests/support/Substituted.h"
 #include "tests/support/TestRegistryKey.h"
 
 namespace {
@@ -15,7 +17,7 @@ using testing::IsEmpty;
 
 TEST(TraceFlags, AreReadFromTheUsersInstallation) {
   TestRegistryKey install(HKEY_CURRENT_USER, kCurrentInstallKey);
-  install.SetDword(L"TraceFlags", 0x80000002);
+  install.SetDword(kTraceFlagsValue, 0x80000002);
   InOwnProcess([] {
     EXPECT_EQ(GetTraceFlags(), 0x80000002);
     EXPECT_FALSE(IsTraceFlagSet(0));
@@ -26,68 +28,115 @@ TEST(TraceFlags, AreReadFromTheUsersInstallation) {
   });
 }
 
-TEST(TraceFlags, AreKeptForSomeTime) {
-  TestRegistryKey install(HKEY_CURRENT_USER, kCurrentInstallKey);
-  install.SetDword(L"TraceFlags", 1);
-  InOwnProcess([&install] {
-    GetTraceFlags();
-    install.SetDword(L"TraceFlags", 2);
-    EXPECT_EQ(GetTraceFlags(), 1u);
+// Each of these runs in a process of its own, which has not read anything yet. The clock stands, and readings are
+// counted.
+class KeptSwitches : public testing::Test {
+ protected:
+  KeptSwitches() {
+    openings = 0;
+    registry->tickCount = [] { return ticks; };
+    registry->openKey = [](HKEY root, LPCWSTR subkey, DWORD options, REGSAM access, PHKEY key) -> LSTATUS {
+      ++openings;
+      return RegOpenKeyExW(root, subkey, options, access, key);
+    };
+    user.SetDword(kTraceFlagsValue, 1);
+    machine.SetDword(kDebugOutputValue, 0);
+  }
+
+  // How often the registry has been opened in all, after `ask` when `milliseconds` have passed since the first reading.
+  template <typename Ask>
+  int OpeningsAfter(ULONGLONG milliseconds, Ask ask) {
+    ticks = kStart + milliseconds;
+    ask();
+    return openings;
+  }
+
+  static constexpr ULONGLONG kStart = 86'400'700;  // not at a whole second
+  static inline ULONGLONG ticks = kStart;
+  static inline int openings = 0;
+
+  TestRegistryKey user{HKEY_CURRENT_USER, kCurrentInstallKey};
+  TestRegistryKey machine{HKEY_LOCAL_MACHINE, kCurrentInstallKey};
+  const Substituted<RegistryPlatform> registry{registryPlatform};
+};
+
+TEST_F(KeptSwitches, TraceFlagsAreReadAgainAfter11Seconds) {
+  InOwnProcess([this] {
+    const auto ask = [] { IsTraceFlagSet(0); };
+    EXPECT_EQ(OpeningsAfter(0, ask), 1);
+    user.SetDword(kTraceFlagsValue, 2);
+    for (const ULONGLONG milliseconds : {0, 1, 9'000, 10'000, 10'999}) {
+      EXPECT_EQ(OpeningsAfter(milliseconds, ask), 1) << milliseconds;
+      EXPECT_TRUE(IsTraceFlagSet(0)) << milliseconds;
+    }
+    EXPECT_EQ(OpeningsAfter(11'000, ask), 2);
+    EXPECT_FALSE(IsTraceFlagSet(0));
+    EXPECT_TRUE(IsTraceFlagSet(1));
+    EXPECT_EQ(GetTraceFlags(), 2u);
+    EXPECT_EQ(openings, 2);
   });
 }
 
-TEST(TraceFlags, Bit32IsAlwaysSetWithoutReadingAnything) {
-  TestRegistryKey install(HKEY_CURRENT_USER, kCurrentInstallKey);
-  install.Remove(L"TraceFlags");
-  InOwnProcess([&install] {
+TEST_F(KeptSwitches, DebugOutputIsReadAgainAfter11Seconds) {
+  InOwnProcess([this] {
+    const auto ask = [] { IsDebugOutputEnabled(); };
+    EXPECT_EQ(OpeningsAfter(0, ask), 1);
+    machine.SetDword(kDebugOutputValue, 1);
+    for (const ULONGLONG milliseconds : {9'000, 10'000, 10'999}) {
+      EXPECT_EQ(OpeningsAfter(milliseconds, ask), 1) << milliseconds;
+      EXPECT_FALSE(IsDebugOutputEnabled());
+    }
+    EXPECT_EQ(OpeningsAfter(11'000, ask), 2);
+    EXPECT_TRUE(IsDebugOutputEnabled());
+  });
+}
+
+TEST_F(KeptSwitches, Bit32IsAlwaysSetWithoutReadingAnything) {
+  InOwnProcess([] {
+    registryPlatform.openKey = [](HKEY, LPCWSTR, DWORD, REGSAM, PHKEY) -> LSTATUS {
+      ++openings;
+      return ERROR_FILE_NOT_FOUND;
+    };
     EXPECT_TRUE(IsTraceFlagSet(32));
-    install.SetDword(L"TraceFlags", 4);
-    EXPECT_TRUE(IsTraceFlagSet(2)) << "The flags had been read before.";
+    EXPECT_EQ(openings, 0);
+    EXPECT_FALSE(IsTraceFlagSet(0)) << "There is no key.";
+    EXPECT_TRUE(IsTraceFlagSet(32));
+    EXPECT_EQ(openings, 1);
   });
 }
 
 TEST(TraceFlags, NoneIsSetWithoutAValue) {
   TestRegistryKey install(HKEY_CURRENT_USER, kCurrentInstallKey);
-  install.Remove(L"TraceFlags");
+  install.Remove(kTraceFlagsValue);
   InOwnProcess([] { EXPECT_EQ(GetTraceFlags(), 0u); });
-}
-
-TEST(ReadInstallDword, ReadsTheUsersValueAnew) {
-  TestRegistryKey install(HKEY_CURRENT_USER, kCurrentInstallKey);
-  install.SetDword(L"PaviseTest", 3);
-  EXPECT_EQ(ReadInstallDword(L"PaviseTest"), 3u);
-  install.SetDword(L"PaviseTest", 4);
-  EXPECT_EQ(ReadInstallDword(L"PaviseTest"), 4u);
-  install.Remove(L"PaviseTest");
-  EXPECT_EQ(ReadInstallDword(L"PaviseTest"), 0u);
 }
 
 TEST(TraceLevel, Is4WithoutAValue) {
   const LogCapture log;
   TestRegistryKey client(HKEY_LOCAL_MACHINE, kClientKey);
-  client.Remove(L"TraceLevel");
+  client.Remove(kTraceLevelValue);
   EXPECT_EQ(GetTraceLevel(), 4);
   EXPECT_THAT(log.Messages(), IsEmpty());
 }
 
 TEST(TraceLevel, IsReadByEveryCall) {
   TestRegistryKey client(HKEY_LOCAL_MACHINE, kClientKey);
-  client.SetDword(L"TraceLevel", 5);
+  client.SetDword(kTraceLevelValue, 5);
   EXPECT_EQ(GetTraceLevel(), 5);
-  client.SetDword(L"TraceLevel", 0);
+  client.SetDword(kTraceLevelValue, 0);
   EXPECT_EQ(GetTraceLevel(), 0);
 }
 
 TEST(TraceLevel, IsCutTo16Bits) {
   TestRegistryKey client(HKEY_LOCAL_MACHINE, kClientKey);
-  client.SetDword(L"TraceLevel", 0x10003);
+  client.SetDword(kTraceLevelValue, 0x10003);
   EXPECT_EQ(GetTraceLevel(), 3);
 }
 
 TEST(TraceLevel, Is4AndLoggedWhenItCannotBeRead) {
   const LogCapture log;
   TestRegistryKey client(HKEY_LOCAL_MACHINE, kClientKey);
-  client.Set(L"TraceLevel", REG_QWORD, "\x01\0\0\0\0\0\0", 8);
+  client.Set(kTraceLevelValue, REG_QWORD, "\x01\0\0\0\0\0\0", 8);
   EXPECT_EQ(GetTraceLevel(), 4);
   EXPECT_THAT(log.Messages(),
               ElementsAre(LogCapture::Message{LogSource::General, LogLevel::Error,
@@ -97,13 +146,13 @@ TEST(TraceLevel, Is4AndLoggedWhenItCannotBeRead) {
 
 TEST(DebugOutput, IsOffWithoutAValue) {
   TestRegistryKey install(HKEY_LOCAL_MACHINE, kCurrentInstallKey);
-  install.Remove(L"DebugOutput");
+  install.Remove(kDebugOutputValue);
   InOwnProcess([] { EXPECT_FALSE(IsDebugOutputEnabled()); });
 }
 
 TEST(DebugOutput, IsOnForAnyNumberBut0) {
   TestRegistryKey install(HKEY_LOCAL_MACHINE, kCurrentInstallKey);
-  install.SetDword(L"DebugOutput", 8);
+  install.SetDword(kDebugOutputValue, 8);
   InOwnProcess([] { EXPECT_TRUE(IsDebugOutputEnabled()); });
 }
 

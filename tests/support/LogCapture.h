@@ -1,9 +1,11 @@
 #pragma once
 
+#include <ostream>
 #include <string>
 #include <vector>
 
 #include "NetUtilities/Logger/LogPlatform.h"
+#include "NetUtilities/Text.h"
 
 /// While it lives, lines that pass the log filter are collected here instead of being sent to the logging service.
 /// One at a time.
@@ -19,6 +21,10 @@ class LogCapture {
     LogLevel level;
     std::wstring text;  // without the line's prefix
     bool operator==(const Message&) const = default;
+    friend void PrintTo(const Message& message, std::ostream* out) {
+      *out << "source " << static_cast<unsigned>(message.source) << ", level " << static_cast<unsigned>(message.level)
+           << ": " << ToUtf8(message.text);
+    }
   };
 
   /// The messages so far, in order.

@@ -13,6 +13,8 @@ LogPlatform logPlatform = {
     [] { return uint32_t{1}; },
     [] { return uint16_t{4}; },
     [](const LogRecord& record) { std::cerr << ToUtf8(record.text) << '\n'; },
+    [](unsigned) { return false; },
+    [] { return std::chrono::nanoseconds(0); },
 };
 
 DatabasePlatform databasePlatform = {

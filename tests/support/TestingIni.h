@@ -5,6 +5,7 @@
 #include <fstream>
 #include <string_view>
 
+#include "NetUtilities/IniFile.h"
 #include "NetUtilities/PathData.h"
 #include "NetUtilities/Singleton.h"
 
@@ -31,5 +32,5 @@ class TestingIni {
 
  private:
   std::filesystem::path file_ =
-      std::filesystem::path(Singleton<PathData>::Get()->GetProgramDataPath()) / L"Testing.ini";
+      std::filesystem::path(Singleton<PathData>::Get()->GetProgramDataPath()) / kTestingIniFile;
 };

@@ -8,7 +8,7 @@
 
 #include "LoginProperties/ProfilePage/ProfileControls.h"
 #include "LoginProperties/Timeouts/TimeoutControls.h"
-#include "NetUtilities/RegistryKey.h"
+#include "NetUtilities/RegistryNames.h"
 #include "tests/support/DebugMonitor.h"
 #include "tests/support/OwnProcess.h"
 #include "tests/support/TemporaryFolder.h"

@@ -1,0 +1,4 @@
+#pragma once
+
+/// The number of the trace bit that is always set, whatever the trace flags are. The bits of the flags are 0 to 31.
+inline constexpr unsigned kTraceAlways = 32;
