@@ -1,0 +1,181 @@
+// What the page for administrators shows does what the page says, on a real system.
+
+#include <windows.h>
+
+#include <gtest/gtest.h>
+#include <shlobj.h>
+
+#include <cwchar>
+#include <filesystem>
+#include <string>
+
+#include "Database/SQLite/DatabasePlatform.h"
+#include "Database/SQLite/SQLiteDatabaseManager.h"
+#include "LoginProperties/ProfilePage/ProfileDataDialog.h"
+#include "NetUtilities/InstallDword.h"
+#include "NetUtilities/PathData.h"
+#include "NetUtilities/PathPlatform.h"
+#include "NetUtilities/RegistryNames.h"
+#include "NetUtilities/Singleton.h"
+#include "NetUtilities/Text.h"
+#include "NetUtilities/TraceFlags.h"
+#include "NetUtilities/UserAccount.h"
+#include "tests/docs/RegistryExamples.h"
+#include "tests/support/MarkdownPage.h"
+#include "tests/support/OwnProcess.h"
+#include "tests/support/Substituted.h"
+#include "tests/support/TestingIni.h"
+#include "tests/support/TestRegistryKey.h"
+
+namespace {
+
+const MarkdownPage& Page() {
+  static const MarkdownPage page("docs/administration.md");
+  return page;
+}
+
+// A registry value of which the page has an example. At first it is missing; in the end it is as it was.
+class Example {
+ public:
+  explicit Example(const std::string& value) : example_(Find(value)) { key_.Remove(FromUtf8(value)); }
+
+  /// Does what the page shows.
+  void Apply() {
+    const std::wstring value = FromUtf8(example_.value);
+    if (example_.type == "REG_DWORD") {
+      key_.SetDword(value, static_cast<DWORD>(std::stoul(example_.data)));
+    } else {
+      key_.SetString(value, Data());
+    }
+  }
+
+  std::wstring Data() const { return FromUtf8(example_.data); }
+
+ private:
+  static RegistryExample Find(const std::string& value) {
+    for (const RegistryExample& example : RegistryExamples(Page())) {
+      if (example.value == value) return example;
+    }
+    ADD_FAILURE() << "The page has no example for " << value << '.';
+    return {};
+  }
+
+  RegistryExample example_;
+  TestRegistryKey key_{example_.key.starts_with("HKLM") ? HKEY_LOCAL_MACHINE : HKEY_CURRENT_USER,
+                       FromUtf8(example_.key.substr(5))};
+};
+
+// What the page says of a registry value that is missing.
+std::string DefaultOf(const std::string& value) {
+  for (MarkdownPage::Row& row : Page().Rows("Key")) {
+    if (row["Value"] == value) return row["If missing"];
+  }
+  return {};
+}
+
+// The place of a file or folder in the page's table, on this system.
+std::filesystem::path PlaceOf(const std::string& end) {
+  for (MarkdownPage::Row& row : Page().Rows("File or folder")) {
+    const std::string& place = row["File or folder"];
+    if (!place.ends_with(end)) continue;
+    wchar_t expanded[MAX_PATH];
+    ExpandEnvironmentStringsW(FromUtf8(place).c_str(), expanded, MAX_PATH);
+    return expanded;
+  }
+  return {};
+}
+
+struct OverridePolicy : ProfileDataDialog {
+  using ProfileDataDialog::IsOverrideDisabled;
+};
+
+}  // namespace
+
+TEST(AdministrationExamples, DisableOverrideSendsATabBackToTheDefaults) {
+  Example example("disableOverride");
+  EXPECT_FALSE(OverridePolicy::IsOverrideDisabled(L"Timeouts"));
+  example.Apply();
+  EXPECT_TRUE(OverridePolicy::IsOverrideDisabled(L"Timeouts"));
+}
+
+TEST(AdministrationExamples, SharedSettingsPutsTheUserDirectoryIntoTheSharedFolder) {
+  Example example("SharedSettings");
+  EXPECT_EQ(PathData().GetUserDirectory(), PlaceOf(R"(%LOCALAPPDATA%\Ostrel\Wayline)"));
+  example.Apply();
+  EXPECT_EQ(PathData().GetUserDirectory(), PlaceOf(R"(%ProgramData%\Ostrel\Wayline)"));
+}
+
+TEST(AdministrationExamples, PathNamesTheInstallFolderForAHost) {
+  Example example("Path");
+  const Substituted platform(pathPlatform);
+  platform->moduleFileName = [](HMODULE, LPWSTR buffer, DWORD) -> DWORD {
+    wcscpy(buffer, (PathData().GetSystemFolder() + LR"(\Host.exe)").c_str());
+    return static_cast<DWORD>(wcslen(buffer));
+  };
+  EXPECT_EQ(PathData().GetInstallPath(), L"");
+  example.Apply();
+  EXPECT_EQ(PathData().GetInstallPath(), example.Data());
+}
+
+TEST(AdministrationExamples, DebugOutputIsOffUnlessSet) {
+  Example example("DebugOutput");
+  InOwnProcess([&] { EXPECT_EQ(std::to_string(IsDebugOutputEnabled()), DefaultOf("DebugOutput")); });
+}
+
+TEST(AdministrationExamples, DebugOutputTurnsTheOutputOn) {
+  Example example("DebugOutput");
+  example.Apply();
+  InOwnProcess([] { EXPECT_TRUE(IsDebugOutputEnabled()); });
+}
+
+TEST(AdministrationExamples, TraceLevelSetsTheLevel) {
+  Example example("TraceLevel");
+  EXPECT_EQ(std::to_string(GetTraceLevel()), DefaultOf("TraceLevel"));
+  example.Apply();
+  EXPECT_EQ(std::to_wstring(GetTraceLevel()), example.Data());
+}
+
+TEST(AdministrationExamples, TraceFlagsAreOffUnlessSet) {
+  Example example("TraceFlags");
+  InOwnProcess([] { EXPECT_EQ(std::to_string(GetTraceFlags()), DefaultOf("TraceFlags")); });
+}
+
+TEST(AdministrationExamples, TraceFlagsTurnTheDatabasesLinesOn) {
+  Example example("TraceFlags");
+  example.Apply();
+  InOwnProcess([] { EXPECT_TRUE(IsTraceFlagSet(kDatabaseTraceFlag)); });
+}
+
+TEST(AdministrationExamples, LoggedOnUserIsTheAccountWhoseFlagsASystemProcessTakes) {
+  static std::wstring account;
+  account.clear();
+  Example example("LoggedOnUser");
+  const Substituted accounts(accountPlatform);
+  accounts->getUserName = [](LPWSTR name, LPDWORD) -> BOOL { return wcscpy(name, L"SYSTEM"), TRUE; };
+  accounts->lookupAccountName = [](LPCWSTR, LPCWSTR name, PSID, LPDWORD, LPWSTR, LPDWORD, PSID_NAME_USE) -> BOOL {
+    account = name;
+    return FALSE;
+  };
+  EXPECT_EQ(ReadInstallDword(kTraceFlagsValue), 0u);
+  EXPECT_EQ(account, L"");
+  example.Apply();
+  EXPECT_EQ(ReadInstallDword(kTraceFlagsValue), 0u);
+  EXPECT_EQ(account, example.Data());
+}
+
+TEST(AdministrationExamples, TestSwitchesMoveTheUserDirectoryAndHideTabs) {
+  std::string text;
+  for (const std::string& line : Page().CodeLines("ini")) text += line + "\r\n";
+  const TestingIni file(text);
+  InOwnProcess([] {
+    EXPECT_EQ(PathData().GetUserDirectory(), PathData().GetInstallPath());
+    EXPECT_TRUE(IsRunningInWinLogonDesktop());
+  });
+}
+
+TEST(AdministrationExamples, FilesAndFoldersAreWhereThePageSays) {
+  const Example notShared("SharedSettings");
+  EXPECT_EQ(SQLiteDatabaseManager::ComposePath({}, {}), PlaceOf("Wayline.db"));
+  EXPECT_EQ(PathData().GetProgramDataPath(), PlaceOf(R"(%ProgramData%\Ostrel\Wayline)"));
+  EXPECT_EQ(std::filesystem::path(PathData().GetProgramDataPath()) / kTestingIniFile, PlaceOf("Testing.ini"));
+}
