@@ -1,0 +1,156 @@
+// TraceLogManager.exe: the logging service of the client. COM starts it to serve; a person, to set it up and to watch
+// the log.
+
+#include <windows.h>
+
+#include <exception>
+#include <iostream>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "NetUtilities/ErrorText.h"
+#include "NetUtilities/PathData.h"
+#include "NetUtilities/Singleton.h"
+#include "NetUtilities/Text.h"
+#include "TraceLogManager/DailyLogFile.h"
+#include "TraceLogManager/LevelReport.h"
+#include "TraceLogManager/LevelSettings.h"
+#include "TraceLogManager/LogFollower.h"
+#include "TraceLogManager/Registration.h"
+#include "TraceLogManager/Server.h"
+#include "TraceLogManager/ServiceOptions.h"
+
+namespace {
+
+constexpr int kSuccess = 0;
+constexpr int kFailed = 1;
+constexpr int kBadCommandLine = 2;
+
+// What is printed is UTF-8, on the console too.
+class Utf8Console {
+ public:
+  Utf8Console() : previous_(GetConsoleOutputCP()) { SetConsoleOutputCP(CP_UTF8); }
+  ~Utf8Console() { SetConsoleOutputCP(previous_); }
+  Utf8Console(const Utf8Console&) = delete;
+  Utf8Console& operator=(const Utf8Console&) = delete;
+
+ private:
+  UINT previous_;
+};
+
+// While it lives, Ctrl+C does not end the program at once but is seen by WaitFor.
+class Interruption {
+ public:
+  Interruption() {
+    pressed_.reset(CreateEventW(nullptr, TRUE, FALSE, nullptr));
+    SetConsoleCtrlHandler(OnControl, TRUE);
+  }
+  ~Interruption() { SetConsoleCtrlHandler(OnControl, FALSE); }
+  Interruption(const Interruption&) = delete;
+  Interruption& operator=(const Interruption&) = delete;
+
+  /// Waits for Ctrl+C; false when it has not come within the time.
+  static bool WaitFor(DWORD milliseconds) { return WaitForSingleObject(pressed_.get(), milliseconds) == WAIT_OBJECT_0; }
+
+ private:
+  struct Close {
+    void operator()(void* handle) const { CloseHandle(handle); }
+  };
+
+  static BOOL WINAPI OnControl(DWORD event) {
+    if (event != CTRL_C_EVENT && event != CTRL_BREAK_EVENT) return FALSE;
+    SetEvent(pressed_.get());
+    return TRUE;
+  }
+
+  inline static std::unique_ptr<void, Close> pressed_;
+};
+
+int Fail(const std::wstring& sentence) {
+  std::cerr << ToUtf8(sentence) << '\n';
+  return kFailed;
+}
+
+// What failed, why, and what to do about it.
+int Fail(const std::wstring& what, LONG code, const std::wstring& remedy) {
+  if (code == ERROR_ACCESS_DENIED) return Fail(what + L": access is denied. " + remedy);
+  return Fail(what + L"." + ErrorSuffix(code));
+}
+
+int ChangeRegistration(const ServiceOptions& options) {
+  const bool registers = options.action == ServiceOptions::Action::Register;
+  const std::wstring program = Singleton<PathData>::Get()->GetExecutablePath();
+  const LONG code = registers ? RegisterService(options.scope, program) : UnregisterService(options.scope);
+  if (code == ERROR_SUCCESS) return kSuccess;
+  return Fail(registers ? L"The service cannot be registered" : L"The registration of the service cannot be removed",
+              code, L"Use an administrator's command prompt, or the option --user for the current user alone.");
+}
+
+int ShowLevels() {
+  const DailyLogFile logFile([] { return Singleton<PathData>::Get()->GetProgramDataPath(); }, LocalDate);
+  SourceLevels levels{};
+  for (uint32_t source = 0; source < levels.size(); ++source) levels[source] = ReadSourceLevel(source);
+  std::cout << LevelReport(ReadGlobalLevel(), levels, logFile.Path());
+  return kSuccess;
+}
+
+int ChangeLevels(const ServiceOptions& options) {
+  LONG code = options.globalLevel ? WriteGlobalLevel(*options.globalLevel) : ERROR_SUCCESS;
+  for (const auto& [source, level] : options.sourceLevels) {
+    if (code == ERROR_SUCCESS) code = WriteSourceLevel(source, level);
+  }
+  if (code != ERROR_SUCCESS) {
+    return Fail(L"The level cannot be set", code, L"Use an administrator's command prompt.");
+  }
+  return options.show ? ShowLevels() : kSuccess;
+}
+
+// Ends with Ctrl+C, or when nobody reads any more what is printed.
+int FollowLog(const ServiceOptions& options) {
+  constexpr DWORD kPollMilliseconds = 200;
+  const std::wstring folder = Singleton<PathData>::Get()->GetProgramDataPath();
+  if (folder.empty()) return Fail(L"The folder of the log files cannot be determined.");
+  LogFollower follower(folder, LocalDate, options.filter);
+  const Interruption interruption;
+  do {
+    for (const std::string& line : follower.Next()) std::cout << line << '\n';
+    std::cout.flush();
+  } while (std::cout && !Interruption::WaitFor(kPollMilliseconds));
+  return kSuccess;
+}
+
+int Run(const ServiceOptions& options) {
+  switch (options.action) {
+    case ServiceOptions::Action::Register:
+    case ServiceOptions::Action::Unregister:
+      return ChangeRegistration(options);
+    case ServiceOptions::Action::Levels:
+      return ChangeLevels(options);
+    case ServiceOptions::Action::Tail:
+      return FollowLog(options);
+  }
+  return kFailed;
+}
+
+}  // namespace
+
+int wmain(int count, wchar_t** arguments) {
+  const std::vector<std::wstring> list(arguments + 1, arguments + count);
+  if (IsStartedByCom(list)) {
+    // A console that Windows has made for this process closes with that.
+    FreeConsole();
+    return SUCCEEDED(RunServer()) ? kSuccess : kFailed;
+  }
+  const Utf8Console console;
+  const ServiceCommandLine commandLine = ParseServiceCommandLine(list);
+  if (commandLine.answer) {
+    (commandLine.answer->isError ? std::cerr : std::cout) << commandLine.answer->text;
+    return commandLine.answer->isError ? kBadCommandLine : kSuccess;
+  }
+  try {
+    return Run(commandLine.options);
+  } catch (const std::exception& exception) {
+    return Fail(L"TraceLogManager failed: " + FromUtf8(exception.what()) + L".");
+  }
+}
