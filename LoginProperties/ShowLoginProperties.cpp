@@ -19,6 +19,8 @@
 #include "LoginProperties/Timeouts/TimeoutDialog.h"
 #include "LoginProperties/WiFiSwitching/AutoReconnectControls.h"
 #include "LoginProperties/WiFiSwitching/AutoReconnectDialog.h"
+#include "NetUtilities/CrashDump.h"
+#include "NetUtilities/Logger/Logger.h"
 #include "NetUtilities/PathData.h"
 #include "WaylineDll/StringDb.h"
 
@@ -102,6 +104,8 @@ INT_PTR ShowSheet(const LoginPropertiesContext& context, std::vector<PageDescrip
 }  // namespace
 
 extern "C" INT_PTR ShowLoginProperties(LoginPropertiesContext* callersContext) {
+  const LogSession logging;
+  PrepareCrashDump();
   LoginPropertiesContext& context = GetContext();
   context = *callersContext;
 

@@ -37,11 +37,10 @@ class RedirectionOff {
 std::vector<std::byte> ReadVersionResource(const std::wstring& path) {
   DWORD ignored = 0;
   std::vector<std::byte> resource(GetFileVersionInfoSizeW(path.c_str(), &ignored));
-  if (resource.empty() || fileVersionPlatform.getFileVersionInfo(path.c_str(), 0, static_cast<DWORD>(resource.size()),
-                                                                 resource.data()) == FALSE) {
-    return {};
-  }
-  return resource;
+  if (resource.empty()) return {};
+  const BOOL read =
+      fileVersionPlatform.getFileVersionInfo(path.c_str(), 0, static_cast<DWORD>(resource.size()), resource.data());
+  return read != FALSE ? resource : std::vector<std::byte>();
 }
 
 // A value inside of `resource`, null when there is none; `length` is in the value's own units.

@@ -2,6 +2,13 @@
 
 #include <utility>
 
+#include "NetUtilities/ModuleThread.h"
+
+LifetimeTracker::~LifetimeTracker() {
+  // Threads that the end of the process has caught may have taken locks with them; the system takes everything back.
+  if (!threadPlatform.processEnds()) DestroyAll();
+}
+
 bool LifetimeTracker::Add(std::function<void()> destroy) {
   const std::scoped_lock lock(mutex_);
   if (!ended_) destroyers_.push_back(std::move(destroy));

@@ -1,15 +1,16 @@
 #pragma once
 
 #include <functional>
-#include <mutex>
 #include <vector>
+
+#include "NetUtilities/Mutex.h"
 
 /// Knows the process-wide objects of the module and destroys them in reverse order of their creation. The module's one
 /// is SimpleSingleton<LifetimeTracker>. Any thread may ask for anything.
 class LifetimeTracker {
  public:
   LifetimeTracker() = default;
-  ~LifetimeTracker() { DestroyAll(); }
+  ~LifetimeTracker();
   LifetimeTracker(const LifetimeTracker&) = delete;
   LifetimeTracker& operator=(const LifetimeTracker&) = delete;
 
@@ -21,7 +22,7 @@ class LifetimeTracker {
   void DestroyAll();
 
  private:
-  std::mutex mutex_;
+  Mutex mutex_;
   std::vector<std::function<void()>> destroyers_;
   bool ended_ = false;
 };

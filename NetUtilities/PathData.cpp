@@ -1,6 +1,7 @@
 #include "NetUtilities/PathData.h"
 
 #include <array>
+#include <cwchar>
 #include <filesystem>
 #include <memory>
 
@@ -22,8 +23,6 @@ namespace {
 
 using std::filesystem::path;
 
-constexpr wchar_t kVendorFolder[] = L"Ostrel";
-constexpr wchar_t kProductFolder[] = L"Wayline";
 constexpr wchar_t kDataFolder[] = L"Data";
 
 // The path of a known folder for the calling thread's user in `out`.
@@ -63,13 +62,14 @@ path ProductFolderIn(const std::wstring& base) {
 std::wstring FileOfModule(HMODULE module) {
   std::array<wchar_t, MAX_PATH> buffer{};
   const DWORD length = pathPlatform.moduleFileName(module, buffer.data(), static_cast<DWORD>(buffer.size()));
-  return std::wstring(buffer.data(), length);
+  // A path that does not fit is cut, and its length then counts the terminator too.
+  return std::wstring(buffer.data(), wcsnlen(buffer.data(), length));
 }
 
 bool StartedOnWinLogonDesktop() {
   STARTUPINFOW startup{};
   GetStartupInfoW(&startup);
-  return startup.lpDesktop != nullptr && EqualsNoCaseAscii(startup.lpDesktop, L"winsta0\\winlogon");
+  return startup.lpDesktop != nullptr && EqualsNoCaseAscii(startup.lpDesktop, kWinLogonDesktop);
 }
 
 bool IsTestSwitchOn(const IniSwitch& testSwitch) {
@@ -116,13 +116,19 @@ bool PathData::Fill(std::wstring& field, const std::wstring& text) {
   return true;
 }
 
-std::wstring PathData::GetKnownFolder(std::wstring& field, const KNOWNFOLDERID& folder, const wchar_t* failure) {
+// Nothing is locked while `compute` runs.
+template <typename Compute>
+std::wstring PathData::GetOrCompute(std::wstring& field, Compute compute) {
   std::wstring text = Read(field);
   if (text.empty()) {
-    text = KnownFolder(folder, 0, failure);
+    text = compute();
     Fill(field, text);
   }
   return text;
+}
+
+std::wstring PathData::GetKnownFolder(std::wstring& field, const KNOWNFOLDERID& folder, const wchar_t* failure) {
+  return GetOrCompute(field, [&] { return KnownFolder(folder, 0, failure); });
 }
 
 std::wstring PathData::GetWindowsFolder() {
@@ -150,44 +156,41 @@ std::wstring PathData::GetProfileFolder() {
 }
 
 std::wstring PathData::GetInstallPath() {
-  std::wstring folder = Read(installPath_);
-  if (folder.empty()) {
+  return GetOrCompute(installPath_, [this] {
     const std::wstring executable = GetExecutablePath();
-    folder = executable.substr(0, executable.find_last_of(L"\\/") + 1);
+    const std::wstring folder = executable.substr(0, executable.find_last_of(L"\\/") + 1);
     // A program of the System folder only hosts the client.
-    if (ContainsNoCaseAscii(folder, GetSystemFolder())) {
-      folder = ReadHklmString(kCurrentInstallKey, kInstallPathValue, L"");
-    }
-    Fill(installPath_, folder);
-  }
-  return folder;
+    const bool hosted = ContainsNoCaseAscii(folder, GetSystemFolder());
+    return hosted ? ReadHklmString(kCurrentInstallKey, kInstallPathValue, L"") : folder;
+  });
 }
 
 std::wstring PathData::GetProgramDataPath() {
-  std::wstring folder = Read(programDataPath_);
-  if (folder.empty()) {
+  return GetOrCompute(programDataPath_, [] {
     const std::wstring base = KnownFolder(FOLDERID_ProgramData, KF_FLAG_CREATE, L"Failed to get Program Data folder");
-    if (!base.empty()) {
-      const path product = ProductFolderIn(base);
-      CreateFolder(product / kDataFolder);
-      folder = product.wstring();
-      Fill(programDataPath_, folder);
-    }
-  }
-  return folder;
+    if (base.empty()) return std::wstring();
+    const path product = ProductFolderIn(base);
+    CreateFolder(product / kDataFolder);
+    return product.wstring();
+  });
 }
 
 std::wstring PathData::GetUserDirectory() {
   std::wstring folder = Read(userDirectory_);
   if (folder.empty()) {
-    const std::wstring base = BaseOfUserDirectory();
-    if (!base.empty()) {
-      folder = ProductFolderIn(base).wstring();
-      if (IsTestSwitchOn(kDebugUserDirectory)) folder = GetInstallPath();
-      CreateFolder(path(folder) / kDataFolder);
-    }
+    folder = FindUserDirectory();
     if (Fill(userDirectory_, folder)) Log(LogLevel::Detail, Format(L"Setting the user directory to '{}'", folder));
   }
+  return folder;
+}
+
+std::wstring PathData::FindUserDirectory() {
+  const std::wstring base = BaseOfUserDirectory();
+  if (base.empty()) return {};
+  std::wstring folder = ProductFolderIn(base).wstring();
+  if (IsTestSwitchOn(kDebugUserDirectory)) folder = GetInstallPath();
+  // Without an install folder this would be a folder in the current directory.
+  if (!folder.empty()) CreateFolder(path(folder) / kDataFolder);
   return folder;
 }
 
@@ -209,15 +212,11 @@ std::wstring PathData::GetUserDataDirectory() {
 }
 
 std::wstring PathData::GetExecutablePath() {
-  std::wstring file = Read(executablePath_);
-  if (file.empty()) Fill(executablePath_, file = FileOfModule(nullptr));
-  return file;
+  return GetOrCompute(executablePath_, [] { return FileOfModule(nullptr); });
 }
 
 std::wstring PathData::GetModulePath() {
-  std::wstring file = Read(modulePath_);
-  if (file.empty()) Fill(modulePath_, file = FileOfModule(OwnModule()));
-  return file;
+  return GetOrCompute(modulePath_, [] { return FileOfModule(OwnModule()); });
 }
 
 bool PathData::IsSharedSettings() {

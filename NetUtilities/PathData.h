@@ -2,11 +2,19 @@
 
 #include <windows.h>
 
-#include <shlobj.h>
+#include <shtypes.h>
 
 #include <atomic>
-#include <mutex>
 #include <string>
+
+#include "NetUtilities/Mutex.h"
+
+// The client's folder below the folders of Windows for program data: <ProgramData>\Ostrel\Wayline.
+inline constexpr wchar_t kVendorFolder[] = L"Ostrel";
+inline constexpr wchar_t kProductFolder[] = L"Wayline";
+
+/// The desktop on which users log on to Windows. Its name may be written in upper or lower case.
+inline constexpr wchar_t kWinLogonDesktop[] = LR"(winsta0\winlogon)";
 
 /// The process-wide holder of the directories that the module needs, each computed on first request. Reached through
 /// Singleton<PathData>; any thread may ask. Every path is empty when it cannot be determined, which is logged, and is
@@ -33,7 +41,7 @@ class PathData {
   std::wstring GetProgramDataPath();
 
   /// The folder of the settings: per user, or shared when the machine or the log-on desktop asks for that. It and its
-  /// Data folder are created.
+  /// Data folder are created. With the test switch for it, it is the install folder, and empty when there is none.
   std::wstring GetUserDirectory();
 
   /// The Data folder of the user directory, where the settings database lies.
@@ -55,14 +63,17 @@ class PathData {
  private:
   std::wstring Read(const std::wstring& field) const;
   bool Fill(std::wstring& field, const std::wstring& text);
+  template <typename Compute>
+  std::wstring GetOrCompute(std::wstring& field, Compute compute);
   std::wstring GetKnownFolder(std::wstring& field, const KNOWNFOLDERID& folder, const wchar_t* failure);
+  std::wstring FindUserDirectory();
   std::wstring BaseOfUserDirectory();
 
   const bool impersonateConsoleUser_;
 
   // Guards the paths below. It is held while one is copied and never while anything else is called, so that every
   // operation may call any other, and log. Two threads may work out the same path; they get the same.
-  mutable std::mutex mutex_;
+  mutable Mutex mutex_;
   std::wstring windowsFolder_;
   std::wstring systemFolder_;
   std::wstring desktopFolder_;
@@ -79,5 +90,5 @@ class PathData {
   std::atomic<bool> sharedSettings_{false};
 };
 
-/// Whether the process runs on the Windows log-on desktop; determined once.
+/// Whether the process runs on the Windows log-on desktop, or a test switch says so; determined once.
 bool IsRunningInWinLogonDesktop();

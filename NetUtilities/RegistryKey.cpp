@@ -94,8 +94,9 @@ LONG RegistryKey::ReadDword(const std::wstring& valueName, DWORD& out, DWORD def
   DWORD size = 0;
   const LONG code = QueryDword(valueName, out, size);
   // The size is what the query reported: an eight-byte value is named as 64 bits wide.
-  if (IsLogged(code))
+  if (IsLogged(code)) {
     LogFailure(code, Format(L"RegQueryValueEx read DWORD{} {}\\{}", size * kBitsPerByte, path_, valueName));
+  }
   return code;
 }
 
@@ -107,7 +108,8 @@ LONG RegistryKey::ReadDwordAs(const wchar_t* what, const std::wstring& valueName
 }
 
 LONG RegistryKey::QueryDword(const std::wstring& valueName, DWORD& out, DWORD& size) const {
-  DWORD value = 0;
+  // A value of fewer bytes replaces only the lower ones, and a failure may leave anything behind.
+  DWORD value = out;
   size = sizeof(value);
   const LONG code =
       registryPlatform.queryValue(handle_, valueName.c_str(), nullptr, nullptr, reinterpret_cast<BYTE*>(&value), &size);

@@ -29,11 +29,12 @@ class RegistryKey {
   /// gives 13 (ERROR_INVALID_DATA), which is not logged.
   LONG ReadString(const std::wstring& valueName, std::wstring& out, const std::wstring& defaultValue) const;
 
-  /// Reads a 32-bit value; `out` keeps `defaultValue` on failure.
+  /// Reads a 32-bit value, of whatever type; `out` keeps `defaultValue` on failure. A value of fewer than four bytes
+  /// replaces only the lower bytes of `defaultValue`; a longer one gives 234 (ERROR_MORE_DATA).
   LONG ReadDword(const std::wstring& valueName, DWORD& out, DWORD defaultValue) const;
 
-  /// As ReadDword with `out` left as it is on failure, which is logged as "RegQueryValueEx read ", `what` and the
-  /// value's path.
+  /// As ReadDword with what `out` holds for its default; a failure is logged as "RegQueryValueEx read ", `what` and
+  /// the value's path.
   LONG ReadDwordAs(const wchar_t* what, const std::wstring& valueName, DWORD& out) const;
 
   /// Whether failures of this key are logged, which they are at first.

@@ -11,6 +11,7 @@ inline constexpr wchar_t kCurrentInstallKey[] = LR"(Software\Ostrel\Wayline\Curr
 // Values of kClientKey.
 inline constexpr wchar_t kTraceLevelValue[] = L"TraceLevel";
 inline constexpr wchar_t kLoggedOnUserValue[] = L"LoggedOnUser";
+inline constexpr wchar_t kDumpTypeValue[] = L"DumpType";
 
 // Values of kCurrentInstallKey for the machine.
 inline constexpr wchar_t kInstallPathValue[] = L"Path";

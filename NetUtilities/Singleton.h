@@ -1,22 +1,30 @@
 #pragma once
 
+#include <atomic>
 #include <memory>
 #include <mutex>
+#include <thread>
 
 #include "NetUtilities/LifetimeTracker.h"
+#include "NetUtilities/Mutex.h"
 #include "NetUtilities/SimpleSingleton.h"
 
 /// The module's one `T`: created on first use, handed out as a shared reference, destroyed by the LifetimeTracker.
 template <typename T>
 class Singleton {
  public:
-  /// The instance; null once it, or everything, has been destroyed: a caller that gets null skips its work. A reference
-  /// keeps the object alive until it is let go, also past its destruction by the tracker.
+  /// The instance; null once it, or everything, has been destroyed, and for what its own constructor calls: a caller
+  /// that gets null skips its work. A reference keeps the object alive until it is let go, also past its destruction by
+  /// the tracker.
   static std::shared_ptr<T> Get() {
+    // Creating an object may log, and so ask for objects.
+    if (creator_ == std::this_thread::get_id()) return nullptr;
     std::shared_ptr<T> created;  // one that came too late is released after the lock
     const std::scoped_lock lock(mutex_);
     if (!instance_ && !ended_) {
+      creator_ = std::this_thread::get_id();
       created = std::make_shared<T>();
+      creator_ = std::thread::id();
       ended_ = !SimpleSingleton<LifetimeTracker>::Get().Add(&Singleton::Destroy);
       if (!ended_) instance_ = created;
     }
@@ -37,7 +45,8 @@ class Singleton {
     last.swap(instance_);
   }
 
-  inline static std::mutex mutex_;
+  inline static Mutex mutex_;
   inline static std::shared_ptr<T> instance_;
+  inline static std::atomic<std::thread::id> creator_;  // the thread that creates the instance at this moment
   inline static bool ended_ = false;
 };

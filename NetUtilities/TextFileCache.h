@@ -3,9 +3,10 @@
 #include <filesystem>
 #include <map>
 #include <memory>
-#include <mutex>
 #include <optional>
 #include <string>
+
+#include "NetUtilities/Mutex.h"
 
 /// The texts of files, kept per path and read again when a file has changed. Any thread may ask.
 class TextFileCache {
@@ -24,6 +25,6 @@ class TextFileCache {
     std::optional<std::filesystem::file_time_type> lastWrite = {};
   };
 
-  std::mutex mutex_;
+  Mutex mutex_;
   std::map<std::filesystem::path, Copy> copies_;
 };

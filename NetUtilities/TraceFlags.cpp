@@ -29,7 +29,7 @@ RefreshedDword debugOutput(
 
 uint32_t GetTraceFlags() { return traceFlags.Get(); }
 
-bool IsTraceFlagSet(unsigned bit) { return bit == kTraceAlways || (GetTraceFlags() >> (bit % kFlagCount) & 1) != 0; }
+bool IsTraceFlagSet(unsigned bit) { return bit == kTraceAlways || ((GetTraceFlags() >> (bit % kFlagCount)) & 1) != 0; }
 
 uint16_t GetTraceLevel() {
   RegistryKey key;

@@ -9,8 +9,8 @@
 /// The name of the account that the calling thread runs as; empty when it cannot be determined.
 std::wstring CurrentUserName();
 
-/// The SID of an account of this machine in string form ("S-1-5-..."). Returns 0, or the Win32 error, which is logged;
-/// `out` is then empty.
+/// The SID in string form ("S-1-5-...") of an account that this machine knows: one of its own or of a domain, with or
+/// without the domain's name. Returns 0, or the Win32 error, which is logged; `out` is then empty.
 DWORD UserNameToSidString(const std::wstring& userName, std::wstring& out);
 
 /// The platform's functions behind the above. Tests put others in their place.

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "NetUtilities/RegistryKey.h"
+#include "NetUtilities/RegistryNames.h"
 #include "NetUtilities/TraceFlags.h"
 
 namespace {
@@ -22,7 +23,7 @@ uint16_t ReadSourceLevel(uint32_t source) {
   return static_cast<uint16_t>(ReadRegistryDword(HKEY_LOCAL_MACHINE, kSourceLevelsKey, std::to_wstring(source), 0));
 }
 
-LONG WriteGlobalLevel(uint16_t level) { return WriteLevel(kClientKey, L"TraceLevel", level); }
+LONG WriteGlobalLevel(uint16_t level) { return WriteLevel(kClientKey, kTraceLevelValue, level); }
 
 LONG WriteSourceLevel(uint32_t source, uint16_t level) {
   return WriteLevel(kSourceLevelsKey, std::to_wstring(source), level);

@@ -27,7 +27,7 @@ constexpr uint64_t Join(DWORD high, DWORD low) { return uint64_t{high} << 32 | l
 
 }  // namespace
 
-LogFollower::LogFollower(std::wstring folder, std::function<LogDate()> today, LogFilter filter)
+LogFollower::LogFollower(std::wstring folder, std::function<LogDate()> today, LogViewFilter filter)
     : folder_(std::move(folder)), today_(std::move(today)), view_(std::move(filter)) {}
 
 std::vector<std::string> LogFollower::Next() {

@@ -12,7 +12,7 @@
 class LogFollower {
  public:
   /// `folder` is that of the log files; `today` gives the date.
-  LogFollower(std::wstring folder, std::function<LogDate()> today, LogFilter filter);
+  LogFollower(std::wstring folder, std::function<LogDate()> today, LogViewFilter filter);
 
   /// The lines that were written since the last call and pass the filter, as LogView shows them; at the first call the
   /// last ten that there are. A file that does not exist has none.

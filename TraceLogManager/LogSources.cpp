@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "NetUtilities/Format.h"
-#include "NetUtilities/Logger/LogLine.h"
+#include "NetUtilities/Logger/Log.h"
 #include "NetUtilities/Text.h"
 
 namespace {

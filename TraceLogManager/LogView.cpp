@@ -22,7 +22,7 @@ std::string Shown(const LogFileLine& line) {
 
 }  // namespace
 
-bool LogFilter::Passes(uint32_t source, uint32_t level) const {
+bool LogViewFilter::Passes(uint32_t source, uint32_t level) const {
   return level <= maximumLevel && (sources.empty() || std::ranges::find(sources, source) != sources.end());
 }
 

@@ -9,7 +9,7 @@
 #include "TraceLogManager/LogFileFormat.h"
 
 /// Which records of a log file are shown.
-struct LogFilter {
+struct LogViewFilter {
   std::vector<uint32_t> sources;                                 // all when empty
   uint32_t maximumLevel = std::numeric_limits<uint32_t>::max();  // less severe records are left out
 
@@ -19,7 +19,7 @@ struct LogFilter {
 /// Makes out of a log file what a person reads: the records that pass a filter, with names for source and level.
 class LogView {
  public:
-  explicit LogView(LogFilter filter) : filter_(std::move(filter)) {}
+  explicit LogView(LogViewFilter filter) : filter_(std::move(filter)) {}
 
   /// Takes the next bytes of the file and gives the lines that they complete, UTF-8 without line ends.
   std::vector<std::string> Add(std::string_view bytes);
@@ -28,7 +28,7 @@ class LogView {
   void BeginFile();
 
  private:
-  LogFilter filter_;
+  LogViewFilter filter_;
   std::string unfinishedLine_;
   bool recordPasses_ = true;  // the record that the next line may continue
 };

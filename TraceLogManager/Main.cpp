@@ -10,6 +10,8 @@
 #include <vector>
 
 #include "NetUtilities/ErrorText.h"
+#include "NetUtilities/Logger/Log.h"
+#include "NetUtilities/Logger/LogOutputHelper.h"
 #include "NetUtilities/PathData.h"
 #include "NetUtilities/Singleton.h"
 #include "NetUtilities/Text.h"
@@ -136,6 +138,10 @@ int Run(const ServiceOptions& options) {
 }  // namespace
 
 int wmain(int count, wchar_t** arguments) {
+  // The log of this program would be itself.
+  logHandler = [](LogSource, LogLevel, std::wstring_view message) {
+    LogOutputHelper::GetLogOutput(LogOutput::Debugger)(message);
+  };
   const std::vector<std::wstring> list(arguments + 1, arguments + count);
   if (IsStartedByCom(list)) {
     // A console that Windows has made for this process closes with that.

@@ -29,7 +29,7 @@ struct ServiceOptions {
   std::vector<std::pair<uint32_t, uint16_t>> sourceLevels;  // to set: source and level, 0 for the global one
   bool show = false;
 
-  LogFilter filter;
+  LogViewFilter filter;
 };
 
 /// A command line that was read: the options, or a text that answers it at once.

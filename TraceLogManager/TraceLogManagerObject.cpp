@@ -3,7 +3,7 @@
 #include <new>
 #include <string>
 
-#include "NetUtilities/Logger/LogLine.h"
+#include "NetUtilities/Logger/Log.h"
 #include "TraceLogManager/LevelSettings.h"
 #include "TraceLogManager/LogSources.h"
 

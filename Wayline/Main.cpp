@@ -10,9 +10,11 @@
 #include <vector>
 
 #include "LoginProperties/LoginPropertiesContext.h"
+#include "NetUtilities/Logger/Logger.h"
 #include "NetUtilities/PathData.h"
 #include "NetUtilities/Singleton.h"
 #include "NetUtilities/Text.h"
+#include "Wayline/LogServiceSetup.h"
 #include "Wayline/Options.h"
 #include "Wayline/ProfileChoice.h"
 #include "Wayline/Report.h"
@@ -53,6 +55,13 @@ class ComApartment {
 
  private:
   HRESULT result_;
+};
+
+// Messages can be logged while this lives; in the end all of them have been delivered.
+class Logging : LogSession {
+ public:
+  Logging() = default;
+  ~Logging() { StopLogger(); }
 };
 
 // The settings database is open while this lives.
@@ -109,6 +118,8 @@ int ShowSheet(const Options& options, ProfileTable profiles) {
 }
 
 int Run(const Options& options) {
+  if (const Failure failure = SetUpLogService()) return Fail(*failure);
+  const Logging logging;
   const std::wstring file = options.database.empty() ? DefaultDatabase() : options.database;
   if (file.empty()) return Fail(L"The folder of the user's settings cannot be determined.");
   const OpenDatabase database;

@@ -12,7 +12,10 @@ enum class LogLevel : uint16_t {
   Trace = 5,
 };
 
-/// Which component a message comes from. Numbers up to 36 exist; the others belong to other parts of the client.
+/// Number of log sources; a source is a number below it.
+inline constexpr uint16_t kLogSourceCount = 37;
+
+/// Which component a message comes from. The numbers without a name belong to other parts of the client.
 enum class LogSource : uint16_t {
   General = 1,
   Impersonation = 8,
@@ -25,3 +28,7 @@ void Log(LogSource source, LogLevel level, std::wstring_view message);
 
 /// As above, from the default source `General`.
 void Log(LogLevel level, std::wstring_view message);
+
+/// What becomes of messages: they go to the Logger, unless a program or a test puts another function in its place.
+using LogHandler = void (*)(LogSource source, LogLevel level, std::wstring_view message);
+extern LogHandler logHandler;

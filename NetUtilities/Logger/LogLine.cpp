@@ -1,12 +1,64 @@
 #include "NetUtilities/Logger/LogLine.h"
 
-#include "NetUtilities/Format.h"
+#include <array>
+#include <cstddef>
 
-std::wstring LogLinePrefix(const LogTime& time, uint32_t processId, uint32_t threadId) {
-  return Format(L"{:02}/{:02} {:02}:{:02}:{:02}.{:03} {:05x}-{:05x}: ", time.month, time.day, time.hour, time.minute,
-                time.second, time.millisecond, processId, threadId);
+namespace {
+
+// Composed by hand, digit by digit: every message has a prefix, and a general formatter costs its caller several times
+// as much.
+class Cursor {
+ public:
+  explicit Cursor(wchar_t* at) : at_(at) {}
+
+  void Put(wchar_t character) { *at_++ = character; }
+
+  void PutDecimal(unsigned number, int digits) {
+    for (int digit = digits; digit-- > 0; number /= 10) at_[digit] = static_cast<wchar_t>(L'0' + number % 10);
+    at_ += digits;
+  }
+
+  void PutHexadecimal(uint32_t number) {
+    constexpr int kFewestDigits = 5;
+    int digits = kFewestDigits;
+    while (digits < 8 && (number >> (4 * digits)) != 0) ++digits;
+    for (int digit = digits; digit-- > 0; number >>= 4) at_[digit] = L"0123456789abcdef"[number & 0xF];
+    at_ += digits;
+  }
+
+  wchar_t* At() const { return at_; }
+
+ private:
+  wchar_t* at_;
+};
+
+}  // namespace
+
+void AppendLogLinePrefix(std::wstring& line, const LogTime& time, uint32_t processId, uint32_t threadId) {
+  std::array<wchar_t, 40> prefix;  // the longest one has 38 characters
+  Cursor cursor(prefix.data());
+  cursor.PutDecimal(time.month, 2);
+  cursor.Put(L'/');
+  cursor.PutDecimal(time.day, 2);
+  cursor.Put(L' ');
+  cursor.PutDecimal(time.hour, 2);
+  cursor.Put(L':');
+  cursor.PutDecimal(time.minute, 2);
+  cursor.Put(L':');
+  cursor.PutDecimal(time.second, 2);
+  cursor.Put(L'.');
+  cursor.PutDecimal(time.millisecond, 3);
+  cursor.Put(L' ');
+  cursor.PutHexadecimal(processId);
+  cursor.Put(L'-');
+  cursor.PutHexadecimal(threadId);
+  cursor.Put(L':');
+  cursor.Put(L' ');
+  line.append(prefix.data(), static_cast<size_t>(cursor.At() - prefix.data()));
 }
 
-bool PassesLogFilter(LogLevel level, uint16_t sourceThreshold, uint16_t globalThreshold) {
-  return static_cast<uint16_t>(level) <= (sourceThreshold != 0 ? sourceThreshold : globalThreshold);
+std::wstring LogLinePrefix(const LogTime& time, uint32_t processId, uint32_t threadId) {
+  std::wstring prefix;
+  AppendLogLinePrefix(prefix, time, processId, threadId);
+  return prefix;
 }

@@ -6,6 +6,7 @@
 /// Local places for reports that cannot go through the Logger.
 enum class LogOutput {
   Debugger,  // the debugger output, as "TARN: {}\n", while `DebugOutput` is on
+  File,      // the FileLogger, behind the module's name and the prefix of log lines
 };
 
 namespace LogOutputHelper {

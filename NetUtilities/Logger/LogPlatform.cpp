@@ -2,7 +2,13 @@
 
 #include <windows.h>
 
+#include <objbase.h>
+
+#include "NetUtilities/ErrorText.h"
+#include "NetUtilities/Format.h"
 #include "NetUtilities/Logger/LogOutputHelper.h"
+#include "NetUtilities/Logger/TraceLogService.h"
+#include "NetUtilities/OwnModule.h"
 #include "NetUtilities/TraceFlags.h"
 
 namespace {
@@ -15,16 +21,23 @@ LogTime LocalTime() {
 
 std::chrono::nanoseconds SteadyTime() { return std::chrono::steady_clock::now().time_since_epoch(); }
 
-void Deliver(const LogRecord& record) { LogOutputHelper::GetLogOutput(LogOutput::Debugger)(record.text); }
+std::wstring ModuleLabel() { return Format(L"{} -> {}", ModuleFileName(nullptr), ModuleFileName(OwnModule())); }
 
 }  // namespace
 
 LogPlatform logPlatform = {
-    LocalTime,
-    [] { return uint32_t{GetCurrentProcessId()}; },
-    [] { return uint32_t{GetCurrentThreadId()}; },
-    GetTraceLevel,
-    Deliver,
-    IsTraceFlagSet,
-    SteadyTime,
+    .localTime = LocalTime,
+    .processId = [] { return uint32_t{GetCurrentProcessId()}; },
+    .threadId = [] { return uint32_t{GetCurrentThreadId()}; },
+    .traceLevel = GetTraceLevel,
+    .isTraceFlagSet = IsTraceFlagSet,
+    .steadyTime = SteadyTime,
+    .enterServiceThread = [] { return int32_t{CoInitializeEx(nullptr, COINIT_MULTITHREADED)}; },
+    .leaveServiceThread = CoUninitialize,
+    .connect = ConnectTraceLogManager,
+    .reportToFile = [](std::wstring_view line) { LogOutputHelper::GetLogOutput(LogOutput::File)(line); },
+    .reportToDebugger = [](std::wstring_view line) { LogOutputHelper::GetLogOutput(LogOutput::Debugger)(line); },
+    .errorText = SystemErrorText,
+    .errorSuffix = ErrorSuffix,
+    .moduleLabel = ModuleLabel,
 };

@@ -1,9 +1,14 @@
 #include "NetUtilities/Logger/Logger.h"
 
+#include <source_location>
+#include <thread>
 #include <utility>
 
+#include "NetUtilities/Format.h"
 #include "NetUtilities/Logger/LogPlatform.h"
+#include "NetUtilities/Logger/TraceScope.h"
 #include "NetUtilities/Singleton.h"
+#include "NetUtilities/TraceBits.h"
 
 namespace {
 
@@ -19,33 +24,156 @@ uint16_t ReadTraceLevel() {
   return logPlatform.traceLevel();
 }
 
+void ReportError(std::wstring_view message, int32_t code) {
+  logPlatform.reportToFile(Format(L"Error: {}{}", message, logPlatform.errorSuffix(code)));
+}
+
+void ReportDebug(std::wstring_view message) {
+  if (logPlatform.isTraceFlagSet(kLoggerTraceFlag)) logPlatform.reportToFile(Format(L"Debug: {}", message));
+}
+
+void ReportInformation(std::wstring_view message) { logPlatform.reportToFile(Format(L"Info:  {}", message)); }
+
+bool Failed(int32_t result) { return result < 0; }
+
+// The Logger's own scopes go to the debugger: in the log they would trace themselves.
+class LoggerScope : public TraceScope {
+ public:
+  explicit LoggerScope(const std::wstring& label,
+                       const char* function = std::source_location::current().function_name())
+      : TraceScope(kLoggerTraceFlag, label, logPlatform.reportToDebugger, TraceTiming::Untimed, function) {}
+};
+
 }  // namespace
 
-void Logger::Enqueue(LogSource source, LogLevel level, std::wstring_view message) {
-  if (message.empty()) return;
-  if (!initialized_) Initialize();
-  if (!PassesLogFilter(level, SourceThreshold(source), globalThreshold_)) return;
-  std::wstring line = LogLinePrefix(logPlatform.localTime(), logPlatform.processId(), logPlatform.threadId());
-  line += message;
-  logPlatform.deliver({source, level, std::move(line)});
+LogFilter processLogFilter;
+
+Logger::Logger(LogFilter& filter) : filter_(filter), label_(logPlatform.moduleLabel() + L" Logger") {
+  const LoggerScope scope(label_);
 }
 
-void Logger::Initialize() {
-  if (initializing) return;
+Logger::~Logger() { const LoggerScope scope(label_); }
+
+bool Logger::Initialize() {
+  if (initialized_) return true;
+  if (initializing) return false;
+  const LoggerScope scope(label_);
   const uint16_t level = ReadTraceLevel();
   const std::scoped_lock lock(initializeMutex_);
-  if (initialized_) return;
-  globalThreshold_ = level;
-  initialized_ = true;
+  if (initialized_) return true;
+  filter_.SetGlobal(level);
+  initialized_ = Started(StartThread());
+  std::this_thread::yield();
+  return initialized_;
 }
 
-uint16_t Logger::SourceThreshold(LogSource source) const {
-  const auto index = static_cast<uint16_t>(source);
-  return index < kLogSourceCount ? sourceThresholds_[index].load() : uint16_t{0};
+// Reports a thread that could not be started.
+bool Logger::Started(uint32_t code) const {
+  if (code == 0) return true;
+  ReportError(Format(L"Unable to create Logger thread - '{}'", logPlatform.errorText(code)),
+              static_cast<int32_t>(code));
+  return false;
 }
 
-void Log(LogSource source, LogLevel level, std::wstring_view message) {
-  if (const auto logger = Singleton<Logger>::Get()) logger->Enqueue(source, level, message);
+void Logger::Stop() {
+  if (!initialized_) return;
+  const LoggerScope scope(label_);
+  QueueThread::Stop();
 }
 
-void Log(LogLevel level, std::wstring_view message) { Log(Logger::kDefaultSource, level, message); }
+void Logger::Enqueue(LogSource source, LogLevel level, std::wstring_view message) {
+  constexpr size_t kRoomForPrefix = 30;
+  if (message.empty()) return;
+  if (!initialized_) Initialize();
+  if (!filter_.Passes(source, level)) return;
+  std::wstring line;
+  line.reserve(message.size() + kRoomForPrefix);
+  AppendLogLinePrefix(line, logPlatform.localTime(), logPlatform.processId(), logPlatform.threadId());
+  line += message;
+  Started(Push({source, level, std::move(line)}));
+}
+
+void Logger::LoggerThread() {
+  const LoggerScope scope(label_);
+  QueueThread::ThreadBody();
+}
+
+bool Logger::BeginThread() {
+  const int32_t result = logPlatform.enterServiceThread();
+  if (Failed(result)) {
+    ReportError(L"Unable to initialize COM for the TraceLogManager!", result);
+    return false;
+  }
+  InitializeLogManager();
+  RefreshLevels();
+  return true;
+}
+
+void Logger::InitializeLogManager() {
+  const LoggerScope scope(label_);
+  int32_t result = 0;
+  service_ = logPlatform.connect(result);
+  if (!service_) {
+    logPlatform.reportToDebugger(L"Unable to Create Instance of TraceLogManager!" + logPlatform.errorSuffix(result));
+  }
+}
+
+void Logger::Deliver(std::deque<LogRecord>& records) {
+  for (const LogRecord& record : records) Deliver(record);
+  if (!IsStopping()) RefreshLevels();
+}
+
+void Logger::EndThread() {
+  service_.reset();
+  logPlatform.leaveServiceThread();
+}
+
+void Logger::RefreshLevels() {
+  constexpr auto kPeriod = std::chrono::seconds(60);
+  const std::chrono::nanoseconds now = logPlatform.steadyTime();
+  // Whole seconds count.
+  if (refreshedAt_ && std::chrono::floor<std::chrono::seconds>(now - *refreshedAt_) <= kPeriod) return;
+  refreshedAt_ = now;
+  if (!service_) return;
+
+  ReportDebug(L"Updating Global log levels from service.");
+  uint16_t level = 0;
+  if (const int32_t result = service_->GetGlobalLevel(level); Failed(result)) {
+    ReportError(L"Unable to get current log level from TraceLogManager!", result);
+    level = logPlatform.traceLevel();
+  }
+  ReportDebug(L"Updating Source log levels from service.");
+  for (uint16_t source = 1; source < kLogSourceCount; ++source) {
+    uint16_t own = 0;
+    if (!Failed(service_->GetSourceLevel(source, own))) filter_.SetSource(source, own);
+  }
+  ReportDebug(L"Done updating from service.");
+  filter_.SetGlobal(level);
+}
+
+void Logger::Deliver(const LogRecord& record) {
+  const auto source = static_cast<uint16_t>(record.source);
+  if (source >= kLogSourceCount) {
+    ReportInformation(Format(L"********** Logging source {} out of range! **********", source));
+    ReportInformation(record.text);
+    return;
+  }
+  // A missing service is a fault of the installation that must not go unnoticed: nobody catches this, and the process
+  // ends.
+  if (!service_) throw NoLogService();
+  const int32_t result = service_->LogMessage(source, static_cast<uint16_t>(record.level), record.text);
+  if (Failed(result)) ReportError(L"Unable to send log message!", result);
+}
+
+void StopLogger() {
+  if (!Singleton<Logger>::Exists()) return;
+  if (const auto logger = Singleton<Logger>::Get()) logger->Stop();
+}
+
+LogSession::LogSession() : logger_(Singleton<Logger>::Get()) {
+  if (logger_) logger_->Hold();
+}
+
+LogSession::~LogSession() {
+  if (logger_) logger_->Release();
+}

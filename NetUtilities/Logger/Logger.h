@@ -1,28 +1,82 @@
 #pragma once
 
-#include <array>
 #include <atomic>
+#include <chrono>
 #include <cstdint>
-#include <mutex>
+#include <deque>
+#include <memory>
+#include <optional>
+#include <string>
 #include <string_view>
 
+#include "NetUtilities/Logger/LogFilter.h"
 #include "NetUtilities/Logger/LogLine.h"
+#include "NetUtilities/Logger/LogService.h"
+#include "NetUtilities/Mutex.h"
+#include "NetUtilities/QueueThread.h"
 
-/// The process-wide logging facility: filters messages by level, stamps them and delivers them. Reached through
-/// Singleton<Logger>, which the free functions of Log.h do.
-class Logger {
+/// The filter of the process's one Logger: known without it, so that a message that is filtered out costs next to
+/// nothing.
+extern LogFilter processLogFilter;
+
+/// Thrown on the logger thread, where nobody catches it, when there is a message for a service that is not there.
+struct NoLogService {};
+
+/// The process-wide logging facility: filters messages by level, stamps them, queues them, and hands them to the
+/// client's logging service on a thread of its own, which also asks the service for the levels. Reached through
+/// Singleton<Logger>, which the free functions of Log.h do; always owned by a shared pointer.
+class Logger : public QueueThread<LogRecord> {
  public:
   static constexpr LogSource kDefaultSource = LogSource::General;
 
-  /// Filters, stamps and delivers one message; an empty one is dropped before anything else happens.
+  /// Filters by `filter`, which must outlive the object.
+  explicit Logger(LogFilter& filter = processLogFilter);
+  ~Logger() override;
+
+  /// Starts the logger thread if that has not been done. False when it could not be started: the next message tries
+  /// again.
+  bool Initialize();
+
+  /// Ends the logger thread after it has delivered what is queued. Later messages are queued and stay so.
+  void Stop();
+
+  /// Filters, stamps and queues one message; an empty one is dropped before anything else happens.
   void Enqueue(LogSource source, LogLevel level, std::wstring_view message);
 
  private:
-  void Initialize();
-  uint16_t SourceThreshold(LogSource source) const;
+  void ThreadBody() override { LoggerThread(); }
+  bool BeginThread() override;
+  void Deliver(std::deque<LogRecord>& records) override;
+  void EndThread() override;
 
-  std::mutex initializeMutex_;
+  bool Started(uint32_t code) const;
+  void LoggerThread();
+  void InitializeLogManager();
+  void RefreshLevels();
+  void Deliver(const LogRecord& record);
+
+  LogFilter& filter_;
+  const std::wstring label_;  // tells the Logger's own trace lines from those of other modules
+  Mutex initializeMutex_;
   std::atomic<bool> initialized_{false};
-  std::atomic<uint16_t> globalThreshold_{0};
-  std::array<std::atomic<uint16_t>, kLogSourceCount> sourceThresholds_{};
+
+  // These belong to the logger thread.
+  std::unique_ptr<LogService> service_;
+  std::optional<std::chrono::nanoseconds> refreshedAt_;
+};
+
+/// Stops the process's Logger if there is one.
+void StopLogger();
+
+/// While it lives, the process's Logger keeps its thread and its connection to the service, once it has them. For the
+/// time in which messages are to be expected.
+class LogSession {
+ public:
+  LogSession();
+  ~LogSession();
+  LogSession(const LogSession&) = delete;
+  LogSession& operator=(const LogSession&) = delete;
+
+ private:
+  std::shared_ptr<Logger> logger_;
 };

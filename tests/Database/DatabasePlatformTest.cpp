@@ -6,6 +6,7 @@
 
 #include "NetUtilities/PathData.h"
 #include "tests/support/OwnProcess.h"
+#include "tests/support/ThisProgram.h"
 
 namespace {
 
@@ -47,8 +48,7 @@ TEST(InstanceMutex, IsNeitherHeldNorFirstUnderANameThatCannotBe) {
 
 TEST(DatabasePlatform, TellsOfThisProcess) {
   EXPECT_EQ(databasePlatform.processId(), GetCurrentProcessId());
-  wchar_t file[MAX_PATH];
-  EXPECT_EQ(databasePlatform.executablePath(), std::wstring(file, GetModuleFileNameW(nullptr, file, MAX_PATH)));
+  EXPECT_EQ(databasePlatform.executablePath(), ThisProgram().wstring());
 }
 
 TEST(DatabasePlatform, TakesTheUserDataDirectoryOfThePaths) {

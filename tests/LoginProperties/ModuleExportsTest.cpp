@@ -231,7 +231,7 @@ TEST(ModuleLife, TheModuleIsGoneAfterItWasUsedAndUnloaded) {
         ASSERT_NE(pavise.Handle(), nullptr);
         UseModule(pavise, mode);
       }
-      EXPECT_EQ(GetModuleHandleW(L"Pavise.dll"), nullptr);
+      EXPECT_TRUE(WaitUntil([] { return GetModuleHandleW(L"Pavise.dll") == nullptr; }));
     }
   });
 }

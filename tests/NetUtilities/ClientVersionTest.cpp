@@ -11,15 +11,11 @@
 #include "tests/support/OwnProcess.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/TestRegistryKey.h"
+#include "tests/support/ThisProgram.h"
 
 namespace {
 
 using std::filesystem::path;
-
-path ThisProgram() {
-  wchar_t file[MAX_PATH];
-  return std::wstring(file, GetModuleFileNameW(nullptr, file, MAX_PATH));
-}
 
 // Puts the real client, which is found in the search path, into a folder.
 void InstallClient(const path& folder) {
@@ -45,14 +41,29 @@ TEST(ClientVersion, IsEmptyWithoutAClientBesideTheProgram) {
   InProcessOf(folder.File(L"Program.exe"), [] { EXPECT_EQ(GetClientVersion(), L""); });
 }
 
+// As InProcessOf, with a program in the System folder.
+void InHostProcess(const std::function<void()>& body) {
+  wchar_t system[MAX_PATH];
+  const UINT length = GetSystemDirectoryW(system, MAX_PATH);
+  const path host = path(std::wstring(system, length)) / L"ClientVersionTest.exe";
+  if (ThisProgram() != host) remove(host);
+  InProcessOf(host, body);
+  std::error_code ignored;
+  remove(host, ignored);
+}
+
+TEST(ClientVersion, OfAHostIsThatOfTheClientThatTheRegistryNames) {
+  const TemporaryFolder folder;
+  InstallClient(folder.Path());
+  TestRegistryKey install(HKEY_LOCAL_MACHINE, kCurrentInstallKey);
+  install.SetString(kInstallPathValue, folder.Path().wstring() + L'\\');
+  InHostProcess([] { EXPECT_EQ(GetClientVersion(), CLIENT_VERSION); });
+}
+
 TEST(ClientVersion, IsEmptyWithoutAnInstallDirectoryWhateverTheCurrentOneHolds) {
   TestRegistryKey install(HKEY_LOCAL_MACHINE, kCurrentInstallKey);
   install.Remove(kInstallPathValue);
-  wchar_t system[MAX_PATH];
-  const UINT length = GetSystemDirectoryW(system, MAX_PATH);
-  const path hosted = path(std::wstring(system, length)) / L"ClientVersionTest.exe";
-  if (ThisProgram() != hosted) remove(hosted);
-  InProcessOf(hosted, [] {
+  InHostProcess([] {
     const TemporaryFolder folder;
     InstallClient(folder.Path());
     const path previous = std::filesystem::current_path();
@@ -62,8 +73,6 @@ TEST(ClientVersion, IsEmptyWithoutAnInstallDirectoryWhateverTheCurrentOneHolds) 
     EXPECT_EQ(GetClientVersion(), L"");
     std::filesystem::current_path(previous);
   });
-  std::error_code ignored;
-  remove(hosted, ignored);
 }
 
 }  // namespace

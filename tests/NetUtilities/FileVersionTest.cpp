@@ -13,6 +13,7 @@
 #include "tests/support/FileBytes.h"
 #include "tests/support/Substituted.h"
 #include "tests/support/TemporaryFolder.h"
+#include "tests/support/ThisProgram.h"
 
 namespace {
 
@@ -22,11 +23,7 @@ using testing::IsEmpty;
 constexpr wchar_t kUntouched[] = L"untouched";
 
 // A file beside this program.
-std::wstring BesideThisProgram(const wchar_t* name) {
-  wchar_t file[MAX_PATH];
-  const DWORD length = GetModuleFileNameW(nullptr, file, MAX_PATH);
-  return std::filesystem::path(std::wstring(file, length)).replace_filename(name).wstring();
-}
+std::wstring BesideThisProgram(const wchar_t* name) { return ThisProgram().replace_filename(name).wstring(); }
 
 std::wstring German() { return BesideThisProgram(L"VersionGerman.dll"); }
 std::wstring TwoLanguages() { return BesideThisProgram(L"VersionTwoLanguages.dll"); }

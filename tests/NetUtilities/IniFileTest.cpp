@@ -4,8 +4,11 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <memory>
 
+#include "tests/support/InThreads.h"
+#include "tests/support/OwnProcess.h"
 #include "tests/support/TestingIni.h"
 
 namespace {
@@ -53,6 +56,19 @@ TEST(IniFile, ReadsTheFileAgainWhenItHasChanged) {
   TestingIni file("[Misc]\nName=first\n");
   IniFile ini;
   EXPECT_EQ(ini.GetString(L"Misc", L"Name", L""), L"first");
+  file.Write("[Misc]\nName=second\n");
+  EXPECT_EQ(ini.GetString(L"Misc", L"Name", L""), L"second");
+}
+
+TEST(IniFile, ReadsAnOldFileOnceAndAgainWhenItHasChanged) {
+  TestingIni file("[Misc]\nName=first\n");
+  file.MakeOld();
+  IniFile ini;
+  EXPECT_EQ(ini.GetString(L"Misc", L"Name", L""), L"first");
+  {
+    const LockedIni locked;
+    EXPECT_EQ(ini.GetString(L"Misc", L"Name", L""), L"first") << "It is not read now.";
+  }
   file.Write("[Misc]\nName=second\n");
   EXPECT_EQ(ini.GetString(L"Misc", L"Name", L""), L"second");
 }
@@ -113,6 +129,21 @@ TEST(IniFile, ASwitchIsOnByTheFirstCharacterOfItsValue) {
   for (const wchar_t* off : {L"Zero", L"No", L"Empty", L"On", L"Missing"})
     EXPECT_FALSE(ini.GetBool(L"Misc", off)) << off;
   EXPECT_FALSE(ini.GetBool(L"Missing", L"Yes"));
+}
+
+TEST(IniFile, TellsEightThreadsTheSame) {
+  const TestingIni file("[Misc]\nYes=Yes\nNo=no\n");
+  InOwnProcess([] {
+    constexpr int kCallsPerThread = 500;
+    std::atomic<int> wrong = 0;
+    InThreads([&](int) {
+      for (int call = 0; call < kCallsPerThread; ++call) {
+        const auto ini = Singleton<IniFile>::Get();
+        if (!ini->GetBool(L"Misc", L"Yes") || ini->GetBool(L"Misc", L"No")) ++wrong;
+      }
+    });
+    EXPECT_EQ(wrong, 0);
+  });
 }
 
 }  // namespace

@@ -13,7 +13,6 @@
 #include "NetUtilities/RegistryPlatform.h"
 #include "NetUtilities/UserAccount.h"
 #include "tests/support/LogCapture.h"
-#include "tests/support/OwnProcess.h"
 #include "tests/support/Substituted.h"
 #include "tests/support/TestRegistryKey.h"
 
@@ -22,7 +21,6 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
-using testing::StartsWith;
 
 constexpr wchar_t kValue[] = L"PaviseTest";
 
@@ -65,14 +63,13 @@ TEST(InstallDword, TakesTheUsersOwnRoadWhenTheUserIsUnknown) {
 class InstallDwordOfSystem : public testing::Test {
  protected:
   InstallDwordOfSystem() {
-    // What is missing is told only to those who trace.
-    logPlatform.traceLevel = [] { return uint16_t{5}; };
     PretendToBe(L"SYSTEM");
     client.SetString(kLoggedOnUserValue, user);
     own.SetDword(kValue, 7);
     opened.clear();
     registry->openKey = [](HKEY root, LPCWSTR subkey, DWORD options, REGSAM access, PHKEY key) -> LSTATUS {
       opened.emplace_back(root, subkey);
+      EXPECT_EQ(access, 0x20019u) << "for reading only, in the native view";
       return RegOpenKeyExW(root, subkey, options, access, key);
     };
   }
@@ -80,13 +77,6 @@ class InstallDwordOfSystem : public testing::Test {
   void PretendToBe(const wchar_t* name) {
     pretended = name;
     accounts->getUserName = [](LPWSTR out, LPDWORD) -> BOOL { return wcscpy(out, pretended), TRUE; };
-  }
-
-  // Opening any other key than the client's fails.
-  void LockTheUsersKey() {
-    registry->openKey = [](HKEY root, LPCWSTR subkey, DWORD options, REGSAM access, PHKEY key) -> LSTATUS {
-      return root == HKEY_USERS ? ERROR_ACCESS_DENIED : RegOpenKeyExW(root, subkey, options, access, key);
-    };
   }
 
   std::wstring SidOfUser() const {
@@ -124,42 +114,34 @@ TEST_F(InstallDwordOfSystem, IsThatOfTheProcessWhenTheNameIsSpelledOtherwise) {
 
 TEST_F(InstallDwordOfSystem, Is0WhenNobodyIsNotedAsLoggedOn) {
   client.Remove(kLoggedOnUserValue);
-  InOwnProcess([this] {
-    SetLastError(ERROR_ACCESS_DENIED);
-    EXPECT_EQ(ReadInstallDword(kValue), 0u);
-    EXPECT_THAT(opened, SizeIs(1)) << "No user's key was looked for.";
-    EXPECT_THAT(log.Messages(), ElementsAre(Trace(L"ReadValue failed! " + SystemErrorText(ERROR_ACCESS_DENIED))))
-        << "The text is that of the thread's last error, whatever it was.";
-  });
+  SetLastError(ERROR_ACCESS_DENIED);
+  EXPECT_EQ(ReadInstallDword(kValue), 0u);
+  EXPECT_THAT(opened, SizeIs(1)) << "No user's key was looked for.";
+  EXPECT_THAT(log.Messages(), ElementsAre(Trace(L"ReadValue failed! " + SystemErrorText(ERROR_ACCESS_DENIED))))
+      << "The text is that of the thread's last error, whatever it was.";
 }
 
 TEST_F(InstallDwordOfSystem, Is0WhenTheNotedUserIsNoText) {
   client.SetDword(kLoggedOnUserValue, 1);
-  InOwnProcess([this] {
-    SetLastError(ERROR_SUCCESS);
-    EXPECT_EQ(ReadInstallDword(kValue), 0u);
-    EXPECT_THAT(log.Messages(), ElementsAre(Trace(L"ReadValue failed! " + SystemErrorText(ERROR_SUCCESS))));
-  });
+  SetLastError(ERROR_SUCCESS);
+  EXPECT_EQ(ReadInstallDword(kValue), 0u);
+  EXPECT_THAT(log.Messages(), ElementsAre(Trace(L"ReadValue failed! " + SystemErrorText(ERROR_SUCCESS))));
 }
 
 TEST_F(InstallDwordOfSystem, Is0WithoutTheClientsKey) {
-  InOwnProcess([this] {
-    registry->openKey = [](HKEY, LPCWSTR, DWORD, REGSAM, PHKEY) -> LSTATUS { return ERROR_FILE_NOT_FOUND; };
-    SetLastError(ERROR_INVALID_NAME);
-    EXPECT_EQ(ReadInstallDword(kValue), 0u);
-    EXPECT_THAT(log.Messages(), ElementsAre(Trace(L"OpenKey failed! " + SystemErrorText(ERROR_INVALID_NAME))));
-  });
+  registry->openKey = [](HKEY, LPCWSTR, DWORD, REGSAM, PHKEY) -> LSTATUS { return ERROR_FILE_NOT_FOUND; };
+  SetLastError(ERROR_INVALID_NAME);
+  EXPECT_EQ(ReadInstallDword(kValue), 0u);
+  EXPECT_THAT(log.Messages(), ElementsAre(Trace(L"OpenKey failed! " + SystemErrorText(ERROR_INVALID_NAME))));
 }
 
 TEST_F(InstallDwordOfSystem, Is0WhenTheClientsKeyCannotBeOpened) {
-  InOwnProcess([this] {
-    registry->openKey = [](HKEY, LPCWSTR, DWORD, REGSAM, PHKEY) -> LSTATUS { return ERROR_ACCESS_DENIED; };
-    EXPECT_EQ(ReadInstallDword(kValue), 0u);
-    ASSERT_THAT(log.Messages(), SizeIs(2));
-    EXPECT_EQ(log.Messages()[0],
-              Error(LR"(RegOpenKeyEx HKLM\Software\Ostrel\Wayline)" + ErrorSuffix(ERROR_ACCESS_DENIED)));
-    EXPECT_THAT(log.Messages()[1].text, StartsWith(L"OpenKey failed! "));
-  });
+  registry->openKey = [](HKEY, LPCWSTR, DWORD, REGSAM, PHKEY) -> LSTATUS { return ERROR_ACCESS_DENIED; };
+  SetLastError(ERROR_INVALID_NAME);
+  EXPECT_EQ(ReadInstallDword(kValue), 0u);
+  EXPECT_THAT(log.Messages(),
+              ElementsAre(Error(LR"(RegOpenKeyEx HKLM\Software\Ostrel\Wayline)" + ErrorSuffix(ERROR_ACCESS_DENIED)),
+                          Trace(L"OpenKey failed! " + SystemErrorText(ERROR_INVALID_NAME))));
 }
 
 TEST_F(InstallDwordOfSystem, Is0WhenTheNotedUserIsUnknown) {
@@ -177,7 +159,9 @@ TEST_F(InstallDwordOfSystem, Is0WithoutTheUsersKey) {
 }
 
 TEST_F(InstallDwordOfSystem, Is0WhenTheUsersKeyCannotBeOpened) {
-  LockTheUsersKey();
+  registry->openKey = [](HKEY root, LPCWSTR subkey, DWORD options, REGSAM access, PHKEY key) -> LSTATUS {
+    return root == HKEY_USERS ? ERROR_ACCESS_DENIED : RegOpenKeyExW(root, subkey, options, access, key);
+  };
   EXPECT_EQ(ReadInstallDword(kValue), 0u);
   EXPECT_THAT(log.Messages(), ElementsAre(Error(L"RegOpenKeyEx HKU\\" + SidOfUser() + L'\\' + kCurrentInstallKey +
                                                 ErrorSuffix(ERROR_ACCESS_DENIED))));

@@ -10,16 +10,3 @@ TEST(LogLinePrefix, LetsLongIdsGrow) {
   EXPECT_EQ(LogLinePrefix({11, 15, 6, 10, 17, 42}, 0x1a2c, 0xf3b8), L"11/15 06:10:17.042 01a2c-0f3b8: ");
   EXPECT_EQ(LogLinePrefix({12, 31, 23, 59, 59, 999}, 0x1234567, 0xffffffff), L"12/31 23:59:59.999 1234567-ffffffff: ");
 }
-
-TEST(LogFilter, PassesLevelsUpToTheGlobalThreshold) {
-  EXPECT_TRUE(PassesLogFilter(LogLevel::Detail, 0, 4));
-  EXPECT_FALSE(PassesLogFilter(LogLevel::Trace, 0, 4));
-  EXPECT_TRUE(PassesLogFilter(LogLevel::Trace, 0, 5));
-}
-
-TEST(LogFilter, LetsASourceThresholdOverrideBothWays) {
-  EXPECT_TRUE(PassesLogFilter(LogLevel::Trace, 5, 2));
-  EXPECT_FALSE(PassesLogFilter(LogLevel::Error, 1, 4));
-}
-
-TEST(LogFilter, AlwaysPassesLevelZero) { EXPECT_TRUE(PassesLogFilter(LogLevel{0}, 0, 0)); }

@@ -5,23 +5,27 @@
 #include <gmock/gmock.h>
 #include <shlobj.h>
 
+#include <array>
 #include <atomic>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <thread>
+#include <utility>
 #include <vector>
 
 #include "NetUtilities/ErrorText.h"
+#include "NetUtilities/OwnModule.h"
 #include "NetUtilities/PathPlatform.h"
 #include "NetUtilities/RegistryNames.h"
 #include "NetUtilities/RegistryPlatform.h"
+#include "tests/support/InThreads.h"
 #include "tests/support/LogCapture.h"
 #include "tests/support/OwnProcess.h"
 #include "tests/support/Substituted.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/TestingIni.h"
 #include "tests/support/TestRegistryKey.h"
+#include "tests/support/ThisProgram.h"
 
 namespace {
 
@@ -47,11 +51,6 @@ LogCapture::Message UserDirectorySetTo(const std::wstring& folder) {
 
 // Makes every known folder fail.
 HRESULT WINAPI NoKnownFolder(const KNOWNFOLDERID&, DWORD, HANDLE, PWSTR*) { return E_FAIL; }
-
-path ThisProgram() {
-  wchar_t file[MAX_PATH];
-  return std::wstring(file, GetModuleFileNameW(nullptr, file, MAX_PATH));
-}
 
 // A known folder that lies, while this lives, in a temporary place.
 class RedirectedFolder {
@@ -139,6 +138,31 @@ TEST_F(PathDataTest, KnowsTheFilesOfTheProgramAndOfTheModule) {
   EXPECT_EQ(paths.GetModulePath(), ThisProgram().wstring()) << "The code is linked into the test program.";
 }
 
+TEST_F(PathDataTest, AsksForTheFilesOfTheProgramAndOfTheModuleByTheirHandles) {
+  static std::vector<HMODULE> asked;
+  asked.clear();
+  const Substituted platform(pathPlatform);
+  platform->moduleFileName = [](HMODULE module, LPWSTR, DWORD) -> DWORD {
+    asked.push_back(module);
+    return 0;
+  };
+  paths.GetExecutablePath();
+  paths.GetModulePath();
+  EXPECT_THAT(asked, ElementsAre(nullptr, OwnModule()));
+}
+
+TEST_F(PathDataTest, CutsTheFileOfAModuleThatIsTooLong) {
+  const Substituted platform(pathPlatform);
+  platform->moduleFileName = [](HMODULE, LPWSTR buffer, DWORD size) -> DWORD {
+    std::wstring(size - 1, L'x').copy(buffer, size - 1);
+    buffer[size - 1] = L'\0';
+    SetLastError(ERROR_INSUFFICIENT_BUFFER);
+    return size;
+  };
+  EXPECT_EQ(paths.GetExecutablePath(), std::wstring(259, L'x'));
+  EXPECT_EQ(paths.GetModulePath(), std::wstring(259, L'x'));
+}
+
 TEST_F(PathDataTest, InstallPathIsTheProgramsFolderWithASeparator) {
   EXPECT_EQ(paths.GetInstallPath(), ThisProgram().parent_path().wstring() + L'\\');
 }
@@ -155,7 +179,7 @@ TEST_F(PathDataTest, AProgramInTheSystemFolderTakesTheInstallPathFromTheRegistry
   remove(hosted, ignored);
 }
 
-// The System folder seems to be the one in which the test program lies.
+// The test program seems to lie below the System folder.
 class Hosted : public PathDataTest {
  protected:
   Hosted() {
@@ -176,11 +200,42 @@ TEST_F(Hosted, BelowTheSystemFolderInAnyCaseTakesTheInstallPathFromTheRegistry) 
   EXPECT_EQ(paths.GetInstallPath(), LR"(D:\Client\)");
 }
 
+TEST_F(Hosted, TakesTheInstallPathFromTheRegistryOnce) {
+  static int openings;
+  openings = 0;
+  install.SetString(kInstallPathValue, LR"(D:\Client\)");
+  const Substituted registry(registryPlatform);
+  registry->openKey = [](HKEY root, LPCWSTR subkey, DWORD options, REGSAM access, PHKEY key) -> LSTATUS {
+    ++openings;
+    EXPECT_EQ(access, 0x20019u) << "for reading only, in the native view";
+    return RegOpenKeyExW(root, subkey, options, access, key);
+  };
+  EXPECT_EQ(paths.GetInstallPath(), LR"(D:\Client\)");
+  EXPECT_EQ(paths.GetInstallPath(), LR"(D:\Client\)");
+  EXPECT_EQ(openings, 1);
+}
+
 TEST_F(Hosted, HasNoInstallPathUntilTheRegistryNamesOne) {
   install.Remove(kInstallPathValue);
   EXPECT_EQ(paths.GetInstallPath(), L"");
   install.SetString(kInstallPathValue, LR"(D:\Client\)");
   EXPECT_EQ(paths.GetInstallPath(), LR"(D:\Client\)");
+}
+
+TEST_F(Hosted, WithoutAnInstallPathHasNoUserDirectoryForDebugging) {
+  const LogCapture log;
+  install.Remove(kInstallPathValue);
+  const TestingIni ini("[Misc]\nDebugUserDirectory=1\n");
+  const RedirectedFolder folder = RedirectedFolder::LocalAppData();
+  const TemporaryFolder current;
+  const path previous = std::filesystem::current_path();
+  std::filesystem::current_path(current.Path());
+  EXPECT_EQ(paths.GetUserDirectory(), L"");
+  EXPECT_EQ(paths.GetUserDataDirectory(), L"");
+  std::filesystem::current_path(previous);
+  EXPECT_TRUE(is_empty(current.Path())) << "Nothing is created in the current directory.";
+  EXPECT_TRUE(is_directory(folder.Product())) << "These folders are created all the same.";
+  EXPECT_THAT(log.Messages(), ElementsAre(UserDirectorySetTo(L""), UserDirectorySetTo(L"")));
 }
 
 TEST_F(PathDataTest, TakesTheInstallPathFromTheRegistryWhenTheSystemFolderIsUnknown) {
@@ -282,20 +337,31 @@ TEST_F(PathDataTest, SaysSoWhenTheSharedFolderCannotBeFound) {
 }
 
 TEST_F(PathDataTest, AsksForTheBaseFoldersToBeCreated) {
-  static std::vector<std::pair<GUID, DWORD>> asked;
+  static std::vector<GUID> asked;
   asked.clear();
   const Substituted platform(pathPlatform);
-  platform->knownFolderPath = [](const KNOWNFOLDERID& id, DWORD flags, HANDLE, PWSTR*) -> HRESULT {
-    asked.emplace_back(id, flags);
+  platform->knownFolderPath = [](const KNOWNFOLDERID& id, DWORD flags, HANDLE token, PWSTR*) -> HRESULT {
+    asked.push_back(id);
+    EXPECT_EQ(flags, 0x8000u);
+    EXPECT_EQ(token, nullptr);
     return E_FAIL;
   };
   paths.GetUserDirectory();
   paths.GetProgramDataPath();
-  EXPECT_THAT(asked, ElementsAre(std::pair(FOLDERID_LocalAppData, DWORD{0x8000}),
-                                 std::pair(FOLDERID_ProgramData, DWORD{0x8000})));
+  install.SetString(kSharedSettingsValue, L"1");
+  PathData().GetUserDirectory();
+  EXPECT_THAT(asked, ElementsAre(FOLDERID_LocalAppData, FOLDERID_ProgramData, FOLDERID_ProgramData));
 }
 
-TEST_F(PathDataTest, AFolderThatCannotBeCreatedIsNotReported) {
+TEST_F(PathDataTest, AProgramDataFolderThatCannotBeCreatedIsNotReported) {
+  const LogCapture log;
+  const RedirectedFolder folder = RedirectedFolder::ProgramData();
+  std::ofstream(folder.Product().parent_path()) << "a file where the folder should be";
+  EXPECT_EQ(paths.GetProgramDataPath(), folder.Product().wstring());
+  EXPECT_THAT(log.Messages(), testing::IsEmpty());
+}
+
+TEST_F(PathDataTest, AUserDirectoryThatCannotBeCreatedIsNotReported) {
   const LogCapture log;
   const RedirectedFolder folder = RedirectedFolder::LocalAppData();
   std::ofstream(folder.Product().parent_path()) << "a file where the folder should be";
@@ -307,6 +373,31 @@ TEST_F(PathDataTest, SharedSettingsLieInProgramData) {
   install.SetString(kSharedSettingsValue, L"1");
   EXPECT_TRUE(paths.IsSharedSettings());
   EXPECT_EQ(paths.GetUserDirectory(), (KnownFolder(FOLDERID_ProgramData) / L"Ostrel" / L"Wayline").wstring());
+}
+
+TEST_F(PathDataTest, TheText1WithoutATerminatorSharesTheSettings) {
+  install.Set(kSharedSettingsValue, REG_SZ, L"1", sizeof(wchar_t));
+  EXPECT_TRUE(paths.IsSharedSettings());
+}
+
+TEST_F(PathDataTest, SharedSettingsOfNoBytesAreNotShared) {
+  install.Set(kSharedSettingsValue, REG_SZ, nullptr, 0);
+  EXPECT_FALSE(paths.IsSharedSettings());
+}
+
+TEST_F(PathDataTest, OpensSharedSettingsForReadingOnlyInTheNativeView) {
+  static int openings;
+  openings = 0;
+  const Substituted registry(registryPlatform);
+  registry->openKey = [](HKEY root, LPCWSTR subkey, DWORD, REGSAM access, PHKEY) -> LSTATUS {
+    ++openings;
+    EXPECT_EQ(root, HKEY_LOCAL_MACHINE);
+    EXPECT_STREQ(subkey, kCurrentInstallKey);
+    EXPECT_EQ(access, 0x20019u);
+    return ERROR_FILE_NOT_FOUND;
+  };
+  EXPECT_FALSE(paths.IsSharedSettings());
+  EXPECT_EQ(openings, 1);
 }
 
 TEST_F(PathDataTest, TheNumber1DoesNotShareTheSettings) {
@@ -432,7 +523,7 @@ class ConsoleUser : public PathDataTest {
       if (flags == 0) {
         EXPECT_TRUE(IsEqualGUID(id, FOLDERID_LocalAppData));
         EXPECT_EQ(token, nullptr);
-        Step(L"look up");
+        if (Step(L"look up") == FALSE) return E_ACCESSDENIED;
       }
       return SHGetKnownFolderPath(id, flags, token, out);
     };
@@ -518,6 +609,11 @@ TEST_F(ConsoleUser, WhoCannotBeImpersonatedIsLogged) {
   EXPECT_THAT(steps, ElementsAre(L"query", L"duplicate", L"impersonate"));
 }
 
+TEST_F(ConsoleUser, WithoutAFolderIsLeftAgainAndNotLogged) {
+  EXPECT_THAT(LoggedWhenFailing(L"look up"), testing::IsEmpty());
+  EXPECT_THAT(steps, ElementsAre(L"query", L"duplicate", L"impersonate", L"look up", L"revert"));
+}
+
 TEST_F(ConsoleUser, FromWhomThereIsNoWayBackIsLogged) {
   EXPECT_THAT(LoggedWhenFailing(L"revert"), ElementsAre(Denied(L"Error: RevertToSelf")));
   EXPECT_THAT(steps, ElementsAre(L"query", L"duplicate", L"impersonate", L"look up", L"revert"));
@@ -530,12 +626,29 @@ TEST_F(ConsoleUser, GivesTheUserDirectoryToAServiceThatActsForThatUser) {
   EXPECT_THAT(steps, ElementsAre(L"query", L"duplicate", L"impersonate", L"look up", L"revert"));
 }
 
-TEST_F(ConsoleUser, IsReplacedByTheProcessesOwnWhenThatFails) {
+TEST_F(ConsoleUser, IsReplacedByTheProcessesOwnWhateverStepFails) {
+  const RedirectedFolder folder = RedirectedFolder::LocalAppData();
+  for (const wchar_t* step : {L"query", L"duplicate", L"impersonate", L"look up", L"revert"}) {
+    steps.clear();
+    failing = step;
+    PathData service(true);
+    EXPECT_EQ(service.GetUserDirectory(), folder.Product().wstring()) << step;
+    EXPECT_THAT(steps, testing::Contains(step));
+  }
+}
+
+TEST_F(ConsoleUser, IsReplacedByTheProcessesOwnWithoutAConsoleSession) {
+  const RedirectedFolder folder = RedirectedFolder::LocalAppData();
+  platform->activeConsoleSession = [] { return DWORD{0xFFFFFFFF}; };
+  PathData service(true);
+  EXPECT_EQ(service.GetUserDirectory(), folder.Product().wstring());
+}
+
+TEST_F(ConsoleUser, ReplacedByTheProcessesOwnIsLoggedBefore) {
   const LogCapture log;
   const RedirectedFolder folder = RedirectedFolder::LocalAppData();
   failing = L"duplicate";
-  PathData service(true);
-  EXPECT_EQ(service.GetUserDirectory(), folder.Product().wstring());
+  PathData(true).GetUserDirectory();
   EXPECT_THAT(log.Messages(), ElementsAre(Denied(L"DuplicateToken"), UserDirectorySetTo(folder.Product().wstring())));
 }
 
@@ -551,34 +664,59 @@ TEST_F(PathDataTest, FindsTheFolderOfTheUserWhoIsReallyAtTheConsole) {
   EXPECT_THAT(log.Messages(), testing::IsEmpty());
 }
 
+using Getter = std::wstring (PathData::*)();
+constexpr Getter kGetters[] = {
+    &PathData::GetWindowsFolder,  &PathData::GetSystemFolder,       &PathData::GetDesktopFolder,
+    &PathData::GetProgramsFolder, &PathData::GetProgramFilesFolder, &PathData::GetProfileFolder,
+    &PathData::GetInstallPath,    &PathData::GetProgramDataPath,    &PathData::GetUserDirectory,
+    &PathData::GetExecutablePath, &PathData::GetModulePath,         &PathData::GetUserDataDirectory};
+
 TEST_F(PathDataTest, GivesEightThreadsTheSamePaths) {
-  using Getter = std::wstring (PathData::*)();
-  constexpr Getter kGetters[] = {
-      &PathData::GetWindowsFolder,  &PathData::GetSystemFolder,       &PathData::GetDesktopFolder,
-      &PathData::GetProgramsFolder, &PathData::GetProgramFilesFolder, &PathData::GetProfileFolder,
-      &PathData::GetInstallPath,    &PathData::GetProgramDataPath,    &PathData::GetUserDirectory,
-      &PathData::GetExecutablePath, &PathData::GetModulePath,         &PathData::GetUserDataDirectory};
-  constexpr size_t kThreads = 8;
   constexpr size_t kCallsPerThread = 125'000;
   std::vector<std::wstring> expected;
   for (const Getter getter : kGetters) expected.push_back((paths.*getter)());
 
   PathData shared;
   std::atomic<size_t> wrong = 0;
-  std::atomic<size_t> waiting = kThreads;
-  std::vector<std::thread> threads;
-  for (size_t thread = 0; thread < kThreads; ++thread) {
-    threads.emplace_back([&, thread] {
-      for (--waiting; waiting > 0;) std::this_thread::yield();
-      for (size_t call = thread; call < thread + kCallsPerThread; ++call) {
-        const size_t which = call % std::size(kGetters);
-        if ((shared.*kGetters[which])() != expected[which]) ++wrong;
-        if (shared.IsSharedSettings()) ++wrong;
-      }
-    });
-  }
-  for (std::thread& thread : threads) thread.join();
+  InThreads([&](int thread) {
+    const auto first = static_cast<size_t>(thread);
+    for (size_t call = first; call < first + kCallsPerThread; ++call) {
+      const size_t which = call % std::size(kGetters);
+      if ((shared.*kGetters[which])() != expected[which]) ++wrong;
+      if (shared.IsSharedSettings()) ++wrong;
+    }
+  });
   EXPECT_EQ(wrong, 0u);
+}
+
+TEST_F(PathDataTest, GivesEightThreadsThatAskFirstTheSamePath) {
+  const LogCapture log;
+  constexpr int kRounds = 20;
+  std::vector<LogCapture::Message> expectedLog;
+  for (int round = 0; round < kRounds; ++round) {
+    for (const Getter getter : kGetters) {
+      PathData fresh;
+      std::array<std::wstring, kThreads> found;
+      InThreads([&](int thread) { found.at(static_cast<size_t>(thread)) = (fresh.*getter)(); });
+      EXPECT_THAT(found, testing::Each((fresh.*getter)()));
+      EXPECT_THAT(found, testing::Each(testing::Not(testing::IsEmpty())));
+      if (getter == &PathData::GetUserDirectory || getter == &PathData::GetUserDataDirectory) {
+        expectedLog.push_back(UserDirectorySetTo(fresh.GetUserDirectory()));
+      }
+    }
+  }
+  EXPECT_EQ(log.Messages(), expectedLog) << "one line for each object that was asked for the user directory";
+}
+
+TEST_F(PathDataTest, TellsEightThreadsThatAskFirstOfTheLogOnDesktop) {
+  InOwnProcess([] {
+    const TestingIni ini("[GINA]\nRunnningInWinLogonDesktop=yes\n");
+    std::atomic<int> yes = 0;
+    InThreads([&](int) {
+      if (IsRunningInWinLogonDesktop()) ++yes;
+    });
+    EXPECT_EQ(yes, kThreads);
+  });
 }
 
 }  // namespace

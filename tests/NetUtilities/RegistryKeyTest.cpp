@@ -127,6 +127,29 @@ TEST_F(RegistryKeyTest, ReadsFourBytesOfAnotherTypeAsADword) {
   EXPECT_EQ(number, 0x01020304u);
 }
 
+TEST_F(RegistryKeyTest, AShorterValueReplacesTheLowerBytesOfTheDefault) {
+  stored.Set(L"None", REG_BINARY, nullptr, 0);
+  EXPECT_EQ(key.ReadDword(L"None", number, 0x12345678), ERROR_SUCCESS);
+  EXPECT_EQ(number, 0x12345678u);
+  stored.Set(L"Two", REG_BINARY, "\xcd\xab", 2);
+  EXPECT_EQ(key.ReadDword(L"Two", number, 0x12345678), ERROR_SUCCESS);
+  EXPECT_EQ(number, 0x1234abcdu);
+  number = 0x87654321;
+  EXPECT_EQ(key.ReadDwordAs(L"enum ", L"Two", number), ERROR_SUCCESS);
+  EXPECT_EQ(number, 0x8765abcdu);
+  EXPECT_THAT(log.Messages(), IsEmpty());
+}
+
+TEST_F(RegistryKeyTest, GivesTheDefaultWhenAReadingFailsHalfway) {
+  const Substituted registry(registryPlatform);
+  registry->queryValue = [](HKEY, LPCWSTR, LPDWORD, LPDWORD, LPBYTE data, LPDWORD) -> LSTATUS {
+    data[0] = 1;
+    return ERROR_READ_FAULT;
+  };
+  EXPECT_EQ(ReadDword(L"Number"), ERROR_READ_FAULT);
+  EXPECT_EQ(number, 77u);
+}
+
 TEST_F(RegistryKeyTest, GivesTheDefaultForAMissingDwordAndLogsNothing) {
   EXPECT_EQ(ReadDword(L"Missing"), ERROR_FILE_NOT_FOUND);
   EXPECT_EQ(number, 77u);
@@ -228,6 +251,12 @@ TEST_F(RegistryKeyTest, ClosesTheKeyAtTheEnd) {
     EXPECT_EQ(closed, 2);
   }
   EXPECT_EQ(closed, 2) << "Nothing was open at the end.";
+  {
+    RegistryKey other;
+    ASSERT_EQ(other.Open(HKEY_CURRENT_USER, kSubkey, KEY_READ), ERROR_SUCCESS);
+    EXPECT_EQ(closed, 2);
+  }
+  EXPECT_EQ(closed, 3);
 }
 
 TEST_F(RegistryKeyTest, OpensTheNativeViewForReadingOnly) {

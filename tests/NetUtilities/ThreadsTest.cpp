@@ -17,22 +17,20 @@
 #include "NetUtilities/ErrnoText.h"
 #include "NetUtilities/Format.h"
 #include "NetUtilities/IniText.h"
-#include "NetUtilities/Logger/Log.h"
-#include "NetUtilities/Logger/LogPlatform.h"
+#include "NetUtilities/Logger/Logger.h"
 #include "NetUtilities/RefreshedDword.h"
 #include "NetUtilities/Singleton.h"
 #include "NetUtilities/Text.h"
 #include "NetUtilities/TextFileCache.h"
+#include "tests/support/FakeLogMachine.h"
+#include "tests/support/InThreads.h"
 #include "tests/support/OwnProcess.h"
-#include "tests/support/Substituted.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/WaitUntil.h"
 
 namespace {
 
 using namespace std::chrono_literals;
-
-constexpr int kThreads = 8;
 
 // Calls per thread.
 constexpr int kSingletonTypes = 50;  // each asked for the first time by all threads at once
@@ -46,31 +44,6 @@ constexpr int kTextFileCalls = 1'000;
 static_assert(kThreads * (kSingletonTypes + kSingletonCalls + kRefreshedDwordCalls + kErrnoTextCalls +
                           kStringToBoolCalls + kIniCalls + kLogCalls + kTextFileCalls) ==
               1'000'000);
-
-// Keeps threads together: who arrives waits for all others of the same round.
-class MeetingPoint {
- public:
-  void Arrive() {
-    const int endOfRound = (arrived_++ / kThreads + 1) * kThreads;
-    while (arrived_ < endOfRound) std::this_thread::yield();
-  }
-
- private:
-  std::atomic<int> arrived_ = 0;
-};
-
-// Runs `body(number of the thread)` in eight threads that start together.
-template <typename Body>
-void InThreads(Body body) {
-  MeetingPoint start;
-  std::vector<std::jthread> threads;
-  for (int thread = 0; thread < kThreads; ++thread) {
-    threads.emplace_back([&, thread] {
-      start.Arrive();
-      body(thread);
-    });
-  }
-}
 
 // How many of the calls of `isRight(number of the thread, number of the call)` by eight threads said no.
 template <typename Check>
@@ -139,7 +112,8 @@ TEST(Threads, GetTheSameSingleton) {
 }
 
 TEST(Threads, ReadASwitchThatIsRefreshed) {
-  // A clock that goes on by a millisecond whenever it is asked. What is read is a multiple of a number, and grows.
+  // A clock that goes on by a millisecond whenever it is asked. What is read is a multiple of a number, and grows; what
+  // a thread sees need not, for of two that read at the same time the one with the older number may be the last.
   constexpr uint32_t kStep = 7;
   static std::atomic<int64_t> milliseconds;
   static std::atomic<uint32_t> readings;
@@ -150,12 +124,13 @@ TEST(Threads, ReadASwitchThatIsRefreshed) {
   EXPECT_EQ(CountWrong(kRefreshedDwordCalls,
                        [&](int, int) {
                          const uint32_t seen = value.Get();
-                         return seen % kStep == 0 && seen <= kStep * readings;
+                         return seen > 0 && seen % kStep == 0 && seen <= kStep * readings;
                        }),
             0);
   constexpr int kPeriods = kThreads * kRefreshedDwordCalls / 11'000;
   EXPECT_GE(readings, kPeriods / 2u);
-  EXPECT_LE(readings, kPeriods * 100u) << "It is kept for some time.";
+  // Each thread may find it old once in a period; as much again for those that are held up while they read.
+  EXPECT_LE(readings, 2u * kThreads * (kPeriods + 1)) << "It is kept for some time.";
 }
 
 TEST(Threads, AskForErrnoTexts) {
@@ -248,32 +223,26 @@ TEST(Threads, ReadAFileThatIsRewritten) {
 }
 
 TEST(Threads, Log) {
-  static std::atomic<int> delivered;
-  static std::atomic<int> damaged;
-  delivered = 0;
-  damaged = 0;
-  const Substituted platform(logPlatform);
-  platform->localTime = [] { return LogTime{1, 3, 9, 5, 7, 4}; };
-  platform->processId = [] { return uint32_t{0x1a2}; };
-  platform->threadId = [] { return uint32_t{0x3b}; };
-  platform->traceLevel = [] { return uint16_t{4}; };
-  platform->deliver = [](const LogRecord& record) {
-    const bool whole = record.source == LogSource::Database && record.level == LogLevel::Error &&
-                       record.text.starts_with(L"01/03 09:05:07.004 001a2-0003b: Thread ") &&
-                       record.text.ends_with(L" says something.");
-    if (!whole) ++damaged;
-    ++delivered;
-  };
-  InThreads([](int thread) {
+  FakeLogMachine machine;
+  machine.sourceLevels[28] = 5;
+  LogFilter filter;
+  const auto logger = std::make_shared<Logger>(filter);
+  InThreads([&](int thread) {
     for (int call = 0; call < kLogCalls; ++call) {
-      const std::wstring message = Format(L"Thread {} says something.", thread);
-      Log(LogSource::Database, call % 2 == 0 ? LogLevel::Error : LogLevel{100}, message);
+      logger->Enqueue(LogSource::Database, call % 2 == 0 ? LogLevel::Error : LogLevel{100},
+                      Format(L"{} {}", thread, call));
     }
   });
-  constexpr int kExpected = kThreads * kLogCalls / 2;  // the others are filtered out
-  EXPECT_TRUE(WaitUntil([] { return delivered >= kExpected; }));
-  EXPECT_EQ(delivered, kExpected);
-  EXPECT_EQ(damaged, 0);
+  logger->Stop();
+  const std::vector<FakeLogMachine::Sent> sent = machine.AllSent();
+  EXPECT_EQ(sent.size(), static_cast<size_t>(kThreads * kLogCalls / 2)) << "The others are filtered out.";
+  std::array<int, kThreads> next{};
+  for (const FakeLogMachine::Sent& line : sent) {
+    const std::wstring text = line.text.substr(line.text.find(L": ") + 2);
+    const auto thread = static_cast<size_t>(text.front() - L'0');
+    ASSERT_EQ(text, Format(L"{} {}", thread, next.at(thread))) << "The lines of a thread keep their order.";
+    next.at(thread) += 2;
+  }
 }
 
 TEST(Threads, MeetTeardown) {

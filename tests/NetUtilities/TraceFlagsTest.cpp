@@ -2,9 +2,13 @@
 
 #include <gmock/gmock.h>
 
+#include <atomic>
+#include <string>
+
 #include "NetUtilities/ErrorText.h"
 #include "NetUtilities/RegistryNames.h"
 #include "NetUtilities/RegistryPlatform.h"
+#include "tests/support/InThreads.h"
 #include "tests/support/LogCapture.h"
 #include "tests/support/OwnProcess.h"
 #include "tests/support/Substituted.h"
@@ -14,6 +18,8 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
+
+LogCapture::Message Error(const std::wstring& text) { return {LogSource::General, LogLevel::Error, text}; }
 
 TEST(TraceFlags, AreReadFromTheUsersInstallation) {
   TestRegistryKey install(HKEY_CURRENT_USER, kCurrentInstallKey);
@@ -28,7 +34,7 @@ TEST(TraceFlags, AreReadFromTheUsersInstallation) {
   });
 }
 
-// Each of these runs in a process of its own, which has not read anything yet. The clock stands, and readings are
+// Each of these runs in a process of its own, which has read nothing before. The clock stands, and readings are
 // counted.
 class KeptSwitches : public testing::Test {
  protected:
@@ -37,6 +43,7 @@ class KeptSwitches : public testing::Test {
     registry->tickCount = [] { return ticks; };
     registry->openKey = [](HKEY root, LPCWSTR subkey, DWORD options, REGSAM access, PHKEY key) -> LSTATUS {
       ++openings;
+      EXPECT_EQ(access, 0x20019u) << "for reading only, in the native view";
       return RegOpenKeyExW(root, subkey, options, access, key);
     };
     user.SetDword(kTraceFlagsValue, 1);
@@ -105,6 +112,35 @@ TEST_F(KeptSwitches, Bit32IsAlwaysSetWithoutReadingAnything) {
   });
 }
 
+TEST_F(KeptSwitches, AreTheSameForEightThreads) {
+  machine.SetDword(kDebugOutputValue, 1);
+  InOwnProcess([] {
+    constexpr int kCallsPerThread = 10'000;
+    std::atomic<int> wrong = 0;
+    registryPlatform.openKey = RegOpenKeyExW;  // counting is for one thread
+    InThreads([&](int) {
+      for (int call = 0; call < kCallsPerThread; ++call) {
+        if (!IsTraceFlagSet(0) || IsTraceFlagSet(1) || !IsDebugOutputEnabled()) ++wrong;
+      }
+    });
+    EXPECT_EQ(wrong, 0);
+  });
+}
+
+TEST(TraceFlags, OnlyTheBitThatIsAlwaysSetIsSetWithoutAKey) {
+  const LogCapture log;
+  const AbsentRegistryKey install(HKEY_CURRENT_USER, kClientKey);
+  InOwnProcess([&log] {
+    HKEY key = nullptr;
+    EXPECT_EQ(RegOpenKeyExW(HKEY_CURRENT_USER, kCurrentInstallKey, 0, KEY_READ, &key), ERROR_FILE_NOT_FOUND);
+    EXPECT_TRUE(IsTraceFlagSet(32));
+    EXPECT_FALSE(IsTraceFlagSet(0));
+    EXPECT_TRUE(IsTraceFlagSet(32));
+    EXPECT_EQ(GetTraceFlags(), 0u);
+    EXPECT_THAT(log.Messages(), IsEmpty());
+  });
+}
+
 TEST(TraceFlags, NoneIsSetWithoutAValue) {
   TestRegistryKey install(HKEY_CURRENT_USER, kCurrentInstallKey);
   install.Remove(kTraceFlagsValue);
@@ -115,6 +151,36 @@ TEST(TraceLevel, Is4WithoutAValue) {
   const LogCapture log;
   TestRegistryKey client(HKEY_LOCAL_MACHINE, kClientKey);
   client.Remove(kTraceLevelValue);
+  EXPECT_EQ(GetTraceLevel(), 4);
+  EXPECT_THAT(log.Messages(), IsEmpty());
+}
+
+TEST(TraceLevel, Is4WithoutAKey) {
+  const LogCapture log;
+  const Substituted registry(registryPlatform);
+  registry->openKey = [](HKEY root, LPCWSTR subkey, DWORD, REGSAM access, PHKEY) -> LSTATUS {
+    EXPECT_EQ(root, HKEY_LOCAL_MACHINE);
+    EXPECT_STREQ(subkey, kClientKey);
+    EXPECT_EQ(access, 0x20019u) << "for reading only, in the native view";
+    return ERROR_FILE_NOT_FOUND;
+  };
+  EXPECT_EQ(GetTraceLevel(), 4);
+  EXPECT_THAT(log.Messages(), IsEmpty());
+}
+
+TEST(TraceLevel, Is4AndLoggedWhenTheKeyCannotBeOpened) {
+  const LogCapture log;
+  const Substituted registry(registryPlatform);
+  registry->openKey = [](HKEY, LPCWSTR, DWORD, REGSAM, PHKEY) -> LSTATUS { return ERROR_ACCESS_DENIED; };
+  EXPECT_EQ(GetTraceLevel(), 4);
+  EXPECT_THAT(log.Messages(),
+              ElementsAre(Error(LR"(RegOpenKeyEx HKLM\Software\Ostrel\Wayline)" + ErrorSuffix(ERROR_ACCESS_DENIED))));
+}
+
+TEST(TraceLevel, OfNoBytesIs4AndNotLogged) {
+  const LogCapture log;
+  TestRegistryKey client(HKEY_LOCAL_MACHINE, kClientKey);
+  client.Set(kTraceLevelValue, REG_DWORD, nullptr, 0);
   EXPECT_EQ(GetTraceLevel(), 4);
   EXPECT_THAT(log.Messages(), IsEmpty());
 }
@@ -139,15 +205,27 @@ TEST(TraceLevel, Is4AndLoggedWhenItCannotBeRead) {
   client.Set(kTraceLevelValue, REG_QWORD, "\x01\0\0\0\0\0\0", 8);
   EXPECT_EQ(GetTraceLevel(), 4);
   EXPECT_THAT(log.Messages(),
-              ElementsAre(LogCapture::Message{LogSource::General, LogLevel::Error,
-                                              LR"(RegQueryValueEx read enum HKLM\Software\Ostrel\Wayline\TraceLevel)" +
-                                                  ErrorSuffix(ERROR_MORE_DATA)}));
+              ElementsAre(Error(LR"(RegQueryValueEx read enum HKLM\Software\Ostrel\Wayline\TraceLevel)" +
+                                ErrorSuffix(ERROR_MORE_DATA))));
 }
 
 TEST(DebugOutput, IsOffWithoutAValue) {
   TestRegistryKey install(HKEY_LOCAL_MACHINE, kCurrentInstallKey);
   install.Remove(kDebugOutputValue);
   InOwnProcess([] { EXPECT_FALSE(IsDebugOutputEnabled()); });
+}
+
+TEST(DebugOutput, IsOffAndLoggedWhenItCannotBeRead) {
+  const LogCapture log;
+  TestRegistryKey install(HKEY_LOCAL_MACHINE, kCurrentInstallKey);
+  install.Set(kDebugOutputValue, REG_QWORD, "\x01\0\0\0\0\0\0", 8);
+  InOwnProcess([&log] {
+    EXPECT_FALSE(IsDebugOutputEnabled());
+    EXPECT_THAT(
+        log.Messages(),
+        ElementsAre(Error(LR"(RegQueryValueEx read DWORD64 HKLM\Software\Ostrel\Wayline\CurrentInstall\DebugOutput)" +
+                          ErrorSuffix(ERROR_MORE_DATA))));
+  });
 }
 
 TEST(DebugOutput, IsOnForAnyNumberBut0) {

@@ -5,6 +5,7 @@
 #include <chrono>
 
 #include "NetUtilities/Format.h"
+#include "NetUtilities/Logger/LogPlatform.h"
 #include "NetUtilities/Logger/TraceScope.h"
 #include "NetUtilities/RegistryNames.h"
 #include "tests/support/LogCapture.h"
@@ -17,16 +18,12 @@ using testing::ElementsAre;
 
 LogCapture::Message Line(const std::wstring& text) { return {LogSource::General, LogLevel::Trace, text}; }
 
-// The Logger takes its level, and the flags are read, once in a process.
+// The flags are read once in a process.
 class TraceScopeLog : public testing::Test {
  protected:
-  TraceScopeLog() {
-    client_.SetDword(kTraceLevelValue, 5);
-    user_.SetDword(kTraceFlagsValue, 1 << 3);
-  }
+  TraceScopeLog() { user_.SetDword(kTraceFlagsValue, 1 << 3); }
 
  private:
-  TestRegistryKey client_{HKEY_LOCAL_MACHINE, kClientKey};
   TestRegistryKey user_{HKEY_CURRENT_USER, kCurrentInstallKey};
 };
 

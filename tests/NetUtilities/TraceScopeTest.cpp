@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "NetUtilities/Logger/LogPlatform.h"
 #include "tests/support/LogCapture.h"
-#include "tests/support/OwnProcess.h"
 #include "tests/support/Substituted.h"
 
 namespace {
@@ -77,18 +77,14 @@ TEST_F(TraceScopeTest, NamesTheFunctionThatItIsIn) {
 }
 
 TEST_F(TraceScopeTest, WritesToTheLogUnlessToldOtherwise) {
-  // The Logger takes its level once in a process.
-  InOwnProcess([] {
-    const LogCapture log;
-    logPlatform.traceLevel = [] { return uint16_t{5}; };
-    { const TraceScope scope(kBit, L"text"); }
-    ASSERT_EQ(log.Messages().size(), 2u);
-    for (const LogCapture::Message& message : log.Messages()) {
-      EXPECT_EQ(message.source, LogSource::General);
-      EXPECT_EQ(message.level, LogLevel::Trace);
-      EXPECT_THAT(message.text, testing::HasSubstr(L" -- text pid 001a2 tid 0003b"));
-    }
-  });
+  const LogCapture log;
+  { const TraceScope scope(kBit, L"text"); }
+  ASSERT_EQ(log.Messages().size(), 2u);
+  for (const LogCapture::Message& message : log.Messages()) {
+    EXPECT_EQ(message.source, LogSource::General);
+    EXPECT_EQ(message.level, LogLevel::Trace);
+    EXPECT_THAT(message.text, testing::HasSubstr(L" -- text pid 001a2 tid 0003b"));
+  }
 }
 
 TEST_F(TraceScopeTest, AsksForItsOwnBitOnce) {
@@ -124,6 +120,14 @@ TEST_F(TraceScopeTest, EndsWithTheElapsedTimeWhenTimed) {
   }
   EXPECT_THAT(lines_, ElementsAre(L"Enter ==> void Page::Show() -- text pid 001a2 tid 0003b",
                                   L"Exit  <== void Page::Show() -- text pid 001a2 tid 0003b - Elapsed 1.500s"));
+}
+
+TEST_F(TraceScopeTest, EndsWithTheMillisecondsOfLessThanASecond) {
+  {
+    const TraceScope scope(kBit, L"", output_, TraceTiming::Timed, kFunction);
+    machine.now += 250'999us;
+  }
+  EXPECT_EQ(lines_.back(), L"Exit  <== void Page::Show() pid 001a2 tid 0003b - Elapsed 250ms");
 }
 
 TEST_F(TraceScopeTest, DoesNotTimeTheWritingOfItsLines) {

@@ -20,7 +20,7 @@ class LogFollowerTest : public testing::Test {
     EXPECT_EQ(log_.Append(LogFileRecord(source, 3, text)), S_OK);
   }
 
-  LogFollower Follower(LogFilter filter = {}) {
+  LogFollower Follower(LogViewFilter filter = {}) {
     return LogFollower(
         folder_.Path().wstring(), [this] { return today_; }, std::move(filter));
   }

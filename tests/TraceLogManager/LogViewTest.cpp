@@ -15,27 +15,27 @@ constexpr char kRecords[] =
 
 }  // namespace
 
-TEST(LogFilter, PassesEverythingByDefault) {
-  EXPECT_TRUE(LogFilter().Passes(0, 0));
-  EXPECT_TRUE(LogFilter().Passes(36, 65535));
+TEST(LogViewFilter, PassesEverythingByDefault) {
+  EXPECT_TRUE(LogViewFilter().Passes(0, 0));
+  EXPECT_TRUE(LogViewFilter().Passes(36, 65535));
 }
 
-TEST(LogFilter, PassesTheNamedSources) {
-  const LogFilter filter{.sources = {28, 1}};
+TEST(LogViewFilter, PassesTheNamedSources) {
+  const LogViewFilter filter{.sources = {28, 1}};
   EXPECT_TRUE(filter.Passes(1, 5));
   EXPECT_TRUE(filter.Passes(28, 5));
   EXPECT_FALSE(filter.Passes(8, 1));
 }
 
-TEST(LogFilter, PassesLevelsUpToItsOwn) {
-  const LogFilter filter{.sources = {}, .maximumLevel = 3};
+TEST(LogViewFilter, PassesLevelsUpToItsOwn) {
+  const LogViewFilter filter{.sources = {}, .maximumLevel = 3};
   EXPECT_TRUE(filter.Passes(1, 0));
   EXPECT_TRUE(filter.Passes(1, 3));
   EXPECT_FALSE(filter.Passes(1, 4));
 }
 
-TEST(LogFilter, AsksForBothSourceAndLevel) {
-  const LogFilter filter{.sources = {28}, .maximumLevel = 2};
+TEST(LogViewFilter, AsksForBothSourceAndLevel) {
+  const LogViewFilter filter{.sources = {28}, .maximumLevel = 2};
   EXPECT_TRUE(filter.Passes(28, 2));
   EXPECT_FALSE(filter.Passes(28, 3));
   EXPECT_FALSE(filter.Passes(1, 2));

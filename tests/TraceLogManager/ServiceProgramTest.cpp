@@ -9,6 +9,7 @@
 
 #include "NetUtilities/PathData.h"
 #include "NetUtilities/RegistryKey.h"
+#include "NetUtilities/RegistryNames.h"
 #include "NetUtilities/Singleton.h"
 #include "NetUtilities/Text.h"
 #include "tests/support/ProgramRun.h"

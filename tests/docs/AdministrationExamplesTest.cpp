@@ -12,6 +12,9 @@
 #include "Database/SQLite/DatabasePlatform.h"
 #include "Database/SQLite/SQLiteDatabaseManager.h"
 #include "LoginProperties/ProfilePage/ProfileDataDialog.h"
+#include "NetUtilities/CrashDump.h"
+#include "NetUtilities/CrashPlatform.h"
+#include "NetUtilities/IniFile.h"
 #include "NetUtilities/InstallDword.h"
 #include "NetUtilities/PathData.h"
 #include "NetUtilities/PathPlatform.h"
@@ -24,6 +27,7 @@
 #include "tests/support/MarkdownPage.h"
 #include "tests/support/OwnProcess.h"
 #include "tests/support/Substituted.h"
+#include "tests/support/TemporaryFolder.h"
 #include "tests/support/TestingIni.h"
 #include "tests/support/TestRegistryKey.h"
 
@@ -93,13 +97,14 @@ struct OverridePolicy : ProfileDataDialog {
 
 TEST(AdministrationExamples, DisableOverrideSendsATabBackToTheDefaults) {
   Example example("disableOverride");
-  EXPECT_FALSE(OverridePolicy::IsOverrideDisabled(L"Timeouts"));
+  EXPECT_EQ(std::to_string(OverridePolicy::IsOverrideDisabled(L"Timeouts")), DefaultOf("disableOverride"));
   example.Apply();
   EXPECT_TRUE(OverridePolicy::IsOverrideDisabled(L"Timeouts"));
 }
 
 TEST(AdministrationExamples, SharedSettingsPutsTheUserDirectoryIntoTheSharedFolder) {
   Example example("SharedSettings");
+  EXPECT_EQ(PathData().IsSharedSettings() ? "shared" : "not shared", DefaultOf("SharedSettings"));
   EXPECT_EQ(PathData().GetUserDirectory(), PlaceOf(R"(%LOCALAPPDATA%\Ostrel\Wayline)"));
   example.Apply();
   EXPECT_EQ(PathData().GetUserDirectory(), PlaceOf(R"(%ProgramData%\Ostrel\Wayline)"));
@@ -112,7 +117,8 @@ TEST(AdministrationExamples, PathNamesTheInstallFolderForAHost) {
     wcscpy(buffer, (PathData().GetSystemFolder() + LR"(\Host.exe)").c_str());
     return static_cast<DWORD>(wcslen(buffer));
   };
-  EXPECT_EQ(PathData().GetInstallPath(), L"");
+  const std::wstring missing = PathData().GetInstallPath();
+  EXPECT_EQ(missing.empty() ? "no folder" : ToUtf8(missing), DefaultOf("Path"));
   example.Apply();
   EXPECT_EQ(PathData().GetInstallPath(), example.Data());
 }
@@ -133,6 +139,19 @@ TEST(AdministrationExamples, TraceLevelSetsTheLevel) {
   EXPECT_EQ(std::to_string(GetTraceLevel()), DefaultOf("TraceLevel"));
   example.Apply();
   EXPECT_EQ(std::to_wstring(GetTraceLevel()), example.Data());
+}
+
+TEST(AdministrationExamples, NumbersAreTakenFromWhateverHasUpToFourBytes) {
+  const Example missing("TraceLevel");
+  TestRegistryKey client(HKEY_LOCAL_MACHINE, kClientKey);
+  client.SetString(kTraceLevelValue, L"5");
+  EXPECT_EQ(GetTraceLevel(), 53);
+  client.SetString(kTraceLevelValue, L"10");
+  EXPECT_EQ(std::to_string(GetTraceLevel()), DefaultOf("TraceLevel")) << "longer than four bytes";
+  client.Set(kTraceLevelValue, REG_BINARY, "\x05", 1);
+  EXPECT_EQ(GetTraceLevel(), 5) << "The upper bytes of the default are 0.";
+  client.Set(kTraceLevelValue, REG_BINARY, nullptr, 0);
+  EXPECT_EQ(std::to_string(GetTraceLevel()), DefaultOf("TraceLevel"));
 }
 
 TEST(AdministrationExamples, TraceFlagsAreOffUnlessSet) {
@@ -157,10 +176,39 @@ TEST(AdministrationExamples, LoggedOnUserIsTheAccountWhoseFlagsASystemProcessTak
     return FALSE;
   };
   EXPECT_EQ(ReadInstallDword(kTraceFlagsValue), 0u);
-  EXPECT_EQ(account, L"");
+  EXPECT_EQ(account.empty() ? "nobody" : ToUtf8(account), DefaultOf("LoggedOnUser"));
   example.Apply();
   EXPECT_EQ(ReadInstallDword(kTraceFlagsValue), 0u);
   EXPECT_EQ(account, example.Data());
+}
+
+TEST(AdministrationExamples, TestSwitchesAreOffUnlessSet) {
+  const TestingIni file("");
+  IniFile ini;
+  for (MarkdownPage::Row& row : Page().Rows("Section")) {
+    const bool on = ini.GetBool(FromUtf8(row["Section"]), FromUtf8(row["Switch"]));
+    EXPECT_EQ(on ? "on" : "off", row["If missing"]) << row["Switch"];
+  }
+}
+
+TEST(AdministrationExamples, DumpTypeSetsWhatACrashDumpHolds) {
+  static std::wstring programData, type;
+  Example example("DumpType");
+  const TemporaryFolder folder;
+  programData = folder.Path().wstring();
+  std::filesystem::create_directories(folder.Path() / kVendorFolder / kProductFolder);
+  const Substituted platform(crashPlatform);
+  platform->folderPath = [](HWND, int, HANDLE, DWORD, LPWSTR out) -> HRESULT {
+    return wcscpy(out, programData.c_str()), S_OK;
+  };
+  platform->writeDump = [](HANDLE, DWORD, HANDLE, MINIDUMP_TYPE asked, PMINIDUMP_EXCEPTION_INFORMATION,
+                           PMINIDUMP_USER_STREAM_INFORMATION,
+                           PMINIDUMP_CALLBACK_INFORMATION) -> BOOL { return type = std::to_wstring(asked), TRUE; };
+  WriteCrashDump(nullptr);
+  EXPECT_EQ(ToUtf8(type), DefaultOf("DumpType"));
+  example.Apply();
+  WriteCrashDump(nullptr);
+  EXPECT_EQ(type, example.Data());
 }
 
 TEST(AdministrationExamples, TestSwitchesMoveTheUserDirectoryAndHideTabs) {

@@ -44,6 +44,12 @@ const MarkdownPage& Page() {
   return page;
 }
 
+// The page as it is written.
+const std::string& PageText() {
+  static const std::string text = FileBytes(std::filesystem::path(PROJECT_ROOT) / "docs/administration.md");
+  return text;
+}
+
 const std::vector<SourceText>& Sources() {
   static const std::vector<SourceText> sources = [] {
     std::vector<SourceText> all;
@@ -146,6 +152,16 @@ TEST(AdministrationPage, ShowsHowToSetEveryRegistryValue) {
   EXPECT_THAT(examples, ContainerEq(values));
 }
 
+TEST(AdministrationPage, ExplainsRegistryValuesInTheOrderOfTheTable) {
+  size_t last = 0;
+  for (MarkdownPage::Row& row : Page().Rows("Key")) {
+    const size_t section = PageText().find("\n### " + row["Value"] + '\n');
+    ASSERT_NE(section, std::string::npos) << row["Value"];
+    EXPECT_GT(section, last) << row["Value"];
+    last = section;
+  }
+}
+
 TEST(AdministrationPage, SaysHowLongRegistryValuesAreKept) {
   static int64_t second = 0;
   static uint32_t readings = 0;
@@ -224,6 +240,11 @@ TEST(AdministrationPage, NamesEveryFileAndFolder) {
   }
   EXPECT_THAT(files, ContainerEq(LiteralsLike(R"(\w+\.[a-z]{2,4})")));
   EXPECT_THAT(folders, ContainerEq(ConstantsNamed("Folder")));
+}
+
+TEST(AdministrationPage, NamesTheLogOnDesktop) {
+  const std::vector<std::string> named = TextsBetween(PageText(), "on the log-on desktop (`", "`)");
+  EXPECT_THAT(Texts(named.begin(), named.end()), ContainerEq(ConstantsNamed("Desktop")));
 }
 
 TEST(AdministrationPage, NamesTheLevelsAndSourcesOfTheLog) {
@@ -360,6 +381,6 @@ TEST(AdministrationPage, NamesEveryLogLine) {
                                     "Error, 1: NetUtilities/UserAccount.cpp",          // LogLastError
                                     "Error, 28: Database/SQLite/SQLite.cpp",           // LogError
                                     "Error, 8: NetUtilities/PathData.cpp",             // LogImpersonationFailure
-                                    "Trace, 1: NetUtilities/Logger/TraceScope.cpp"))   // no function is traced yet
+                                    "Trace, 1: NetUtilities/Logger/TraceScope.cpp"))   // WriteToLog
       << "A function that passes texts on to the log belongs into Relays().";
 }

@@ -10,6 +10,7 @@
 #include "tests/support/FileBytes.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/TestRegistryKey.h"
+#include "tests/support/ThisProgram.h"
 #include "tests/support/WaitUntil.h"
 
 /// The help page of a topic beside the client library, whether it exists or not.
@@ -24,9 +25,7 @@ class BrowserStandIn {
  public:
   BrowserStandIn() {
     extension_.SetString(L"", L"PaviseTestPage");
-    wchar_t file[MAX_PATH];
-    const DWORD length = GetModuleFileNameW(nullptr, file, MAX_PATH);
-    SetProgram(std::filesystem::path(std::wstring(file, length)).replace_filename(L"TestBrowser.exe"));
+    SetProgram(ThisProgram().replace_filename(L"TestBrowser.exe"));
   }
 
   /// Takes another program, which may be missing.

@@ -1,28 +1,24 @@
 #include "tests/support/LogCapture.h"
 
+#include <mutex>
+
 namespace {
 
-// All captured lines carry the same prefix, which is cut off again.
-constexpr LogTime kTime = {1, 3, 9, 5, 7, 4};
-constexpr uint32_t kProcess = 0x1a2;
-constexpr uint32_t kThread = 0x3b;
-
+std::mutex mutex;
 std::vector<LogCapture::Message> messages;
 
-void Collect(const LogRecord& record) {
-  messages.push_back({record.source, record.level, record.text.substr(LogLinePrefix(kTime, kProcess, kThread).size())});
+void Collect(LogSource source, LogLevel level, std::wstring_view message) {
+  const std::scoped_lock lock(mutex);
+  messages.push_back({source, level, std::wstring(message)});
 }
 
 }  // namespace
 
-LogCapture::LogCapture() : previous_(logPlatform) {
+LogCapture::LogCapture() : previous_(logHandler) {
   messages.clear();
-  logPlatform.localTime = [] { return kTime; };
-  logPlatform.processId = [] { return kProcess; };
-  logPlatform.threadId = [] { return kThread; };
-  logPlatform.deliver = Collect;
+  logHandler = Collect;
 }
 
-LogCapture::~LogCapture() { logPlatform = previous_; }
+LogCapture::~LogCapture() { logHandler = previous_; }
 
 const std::vector<LogCapture::Message>& LogCapture::Messages() const { return messages; }

@@ -4,11 +4,11 @@
 #include <string>
 #include <vector>
 
-#include "NetUtilities/Logger/LogPlatform.h"
+#include "NetUtilities/Logger/Log.h"
 #include "NetUtilities/Text.h"
 
-/// While it lives, lines that pass the log filter are collected here instead of being sent to the logging service.
-/// One at a time.
+/// While it lives, all messages are collected here, of whatever level, instead of being handed to the Logger. One at a
+/// time; any thread may log.
 class LogCapture {
  public:
   LogCapture();
@@ -19,7 +19,7 @@ class LogCapture {
   struct Message {
     LogSource source;
     LogLevel level;
-    std::wstring text;  // without the line's prefix
+    std::wstring text;
     bool operator==(const Message&) const = default;
     friend void PrintTo(const Message& message, std::ostream* out) {
       *out << "source " << static_cast<unsigned>(message.source) << ", level " << static_cast<unsigned>(message.level)
@@ -27,9 +27,9 @@ class LogCapture {
     }
   };
 
-  /// The messages so far, in order.
+  /// The messages so far, in order. To be looked at while nobody logs.
   const std::vector<Message>& Messages() const;
 
  private:
-  LogPlatform previous_;
+  LogHandler previous_;
 };

@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "tests/support/TemporaryFolder.h"
+#include "tests/support/ThisProgram.h"
 
 namespace {
 
@@ -21,11 +22,6 @@ struct Close {
 using Handle = std::unique_ptr<void, Close>;
 
 bool IsOwnProcess() { return std::wstring_view(GetCommandLineW()).ends_with(kMarker); }
-
-std::wstring PathOfThisProgram() {
-  wchar_t path[MAX_PATH];
-  return std::wstring(path, GetModuleFileNameW(nullptr, path, MAX_PATH));
-}
 
 std::wstring ArgumentsForCurrentTest() {
   const testing::TestInfo& test = *testing::UnitTest::GetInstance()->current_test_info();
@@ -71,7 +67,7 @@ void InOwnProcess(const std::function<void()>& body, const OwnProcess& settings)
   const TemporaryFolder folder;
   const std::wstring unfinished = folder.File(L"unfinished");
   SetEnvironmentVariableW(L"TEST_PREMATURE_EXIT_FILE", unfinished.c_str());
-  const std::wstring program = settings.program.empty() ? PathOfThisProgram() : settings.program;
+  const std::wstring program = settings.program.empty() ? ThisProgram().wstring() : settings.program;
   EXPECT_EQ(Run(program, ArgumentsForCurrentTest(), settings.desktop), 0u)
       << "See what the other process printed above.";
   EXPECT_FALSE(std::filesystem::exists(unfinished)) << "The other process ended before its test did.";

@@ -1,5 +1,7 @@
 #include "tests/support/TestRegistryKey.h"
 
+#include <gtest/gtest.h>
+
 #include <ranges>
 #include <stdexcept>
 
@@ -20,6 +22,19 @@ std::wstring FirstMissing(HKEY root, const std::wstring& subkey) {
     if (!Exists(root, part)) return part;
   }
   return {};
+}
+
+// Where an absent key is kept meanwhile.
+std::wstring PlaceBeside(const std::wstring& subkey) { return subkey + L".absent"; }
+
+// Moves a key with everything below it to where none is.
+void Move(HKEY root, const std::wstring& from, const std::wstring& to) {
+  HKEY target = nullptr;
+  const bool moved =
+      RegCreateKeyExW(root, to.c_str(), 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &target, nullptr) == ERROR_SUCCESS &&
+      RegCopyTreeW(root, from.c_str(), target) == ERROR_SUCCESS && RegDeleteTreeW(root, from.c_str()) == ERROR_SUCCESS;
+  RegCloseKey(target);
+  EXPECT_TRUE(moved) << "A registry key cannot be moved.";
 }
 
 }  // namespace
@@ -72,4 +87,13 @@ void TestRegistryKey::Remember(const std::wstring& name) {
     value.exists = RegQueryValueExW(key_, name.c_str(), nullptr, nullptr, value.data.data(), &size) == ERROR_SUCCESS;
   }
   remembered_.push_back(std::move(value));
+}
+
+AbsentRegistryKey::AbsentRegistryKey(HKEY root, const std::wstring& subkey)
+    : root_(root), subkey_(subkey), existed_(Exists(root, subkey)) {
+  if (existed_) Move(root_, subkey_, PlaceBeside(subkey_));
+}
+
+AbsentRegistryKey::~AbsentRegistryKey() {
+  if (existed_) Move(root_, PlaceBeside(subkey_), subkey_);
 }

@@ -2,7 +2,6 @@
 
 #include <windows.h>
 
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -37,4 +36,18 @@ class TestRegistryKey {
   HKEY key_ = nullptr;
   std::wstring firstCreated_;      // the uppermost key that was not there, or empty
   std::vector<Value> remembered_;  // what each changed value was, in the order of the changes
+};
+
+/// While it lives a registry key is not there, nor is what lies below it; in the end all is as it was.
+class AbsentRegistryKey {
+ public:
+  AbsentRegistryKey(HKEY root, const std::wstring& subkey);
+  ~AbsentRegistryKey();
+  AbsentRegistryKey(const AbsentRegistryKey&) = delete;
+  AbsentRegistryKey& operator=(const AbsentRegistryKey&) = delete;
+
+ private:
+  HKEY root_;
+  std::wstring subkey_;
+  bool existed_;
 };

@@ -17,12 +17,12 @@ class TestingIni {
   TestingIni(const TestingIni&) = delete;
   TestingIni& operator=(const TestingIni&) = delete;
 
-  /// Replaces the text. No two writings have the same time, however fast they follow each other.
-  void Write(std::string_view text) {
-    std::ofstream(file_, std::ios::binary) << text;
-    static auto lastWrite = std::filesystem::file_time_type::clock::now();
-    lastWrite += std::chrono::seconds(1);
-    std::filesystem::last_write_time(file_, lastWrite);
+  /// Replaces the text.
+  void Write(std::string_view text) { std::ofstream(file_, std::ios::binary) << text; }
+
+  /// Makes the file one that was written long ago.
+  void MakeOld() {
+    std::filesystem::last_write_time(file_, std::filesystem::file_time_type::clock::now() - std::chrono::hours(1));
   }
 
   void Remove() {

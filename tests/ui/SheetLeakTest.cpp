@@ -59,9 +59,11 @@ TEST(Sheet, LeavesNoHandleBehindWhenOpened200Times) {
   const size_t windows = CountWindows();
   const size_t objects = CountGdiObjects();
   for (int time = 0; time < 200; ++time) OpenAndClose();
-  EXPECT_TRUE(WaitUntil([=] { return CountKernelHandles() <= handles + 2; }))
+  // The smallest leak would be 200. The platform's caches, for COM's connections and device contexts, grow by a few now
+  // and then.
+  constexpr size_t kPlatformsOwn = 20;
+  EXPECT_TRUE(WaitUntil([=] { return CountKernelHandles() <= handles + kPlatformsOwn; }))
       << CountKernelHandles() << " handles, were " << handles;
   EXPECT_EQ(CountWindows(), windows);
-  // The smallest leak would be 200. The platform's cache of device contexts grows by a few now and then.
-  EXPECT_LE(CountGdiObjects(), objects + 20);
+  EXPECT_LE(CountGdiObjects(), objects + kPlatformsOwn);
 }

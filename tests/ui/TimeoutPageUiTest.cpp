@@ -2,18 +2,12 @@
 
 #include <gmock/gmock.h>
 
-#include <mutex>
 #include <optional>
-#include <thread>
 
 #include "LoginProperties/ProfilePage/ProfileControls.h"
 #include "LoginProperties/Timeouts/TimeoutControls.h"
-#include "NetUtilities/RegistryNames.h"
-#include "tests/support/DebugMonitor.h"
-#include "tests/support/OwnProcess.h"
+#include "tests/support/ServiceLog.h"
 #include "tests/support/TemporaryFolder.h"
-#include "tests/support/TestRegistryKey.h"
-#include "tests/support/WaitUntil.h"
 #include "tests/ui/SheetDriver.h"
 #include "tests/ui/TestContext.h"
 #include "WaylineDll/Host.h"
@@ -26,35 +20,6 @@ namespace {
 
 constexpr wchar_t kValueMissing[] = L"A time value must be specified for a selected option.";
 constexpr wchar_t kWarningTooLong[] = L"Warning time must be less than idle time, threshold time and duration time.";
-
-// Everything that this process sends to the debugger.
-class DebugLines {
- public:
-  DebugLines() : reader_([this](const std::stop_token& stop) { Read(stop); }) {}
-
-  // Waits for a line that contains `text`.
-  bool Have(const std::string& text) const {
-    return WaitUntil([&] {
-      const std::scoped_lock lock(mutex_);
-      return lines_.find(text) != std::string::npos;
-    });
-  }
-
- private:
-  void Read(const std::stop_token& stop) {
-    constexpr DWORD kLimitMilliseconds = 20;
-    while (!stop.stop_requested()) {
-      const auto line = monitor_.Receive(kLimitMilliseconds);
-      const std::scoped_lock lock(mutex_);
-      if (line) lines_ += *line;
-    }
-  }
-
-  DebugMonitor monitor_;
-  mutable std::mutex mutex_;
-  std::string lines_;
-  std::jthread reader_;
-};
 
 // A sheet with the Timeouts page alone, whose current profile has its own time-outs.
 class TimeoutPage : public testing::Test {
@@ -420,23 +385,18 @@ TEST_F(TimeoutPage, ChoosingAValueMarksTheProfileChanged) {
 }
 
 TEST_F(TimeoutPage, LogsTheInactivityLimitOfTheConnection) {
-  TestRegistryKey install(HKEY_LOCAL_MACHINE, kCurrentInstallKey);
-  install.SetDword(L"DebugOutput", 1);
-  // The switch is asked for again only after a while.
-  InOwnProcess([this] {
-    const DebugLines lines;
-    Open();
-    EXPECT_TRUE(lines.Have("(Your maximum inactivity time will be determined at your next connection.)"));
-    sheet.reset();
+  const ServiceLog log;
+  Open();
+  EXPECT_TRUE(log.Has("(Your maximum inactivity time will be determined at your next connection.)"));
+  sheet.reset();
 
-    const TemporaryFolder folder;
-    ASSERT_EQ(OpenSettings(folder.File(L"Wayline.db")), std::nullopt);
-    Work().Columns().smIdleTime = 5400;
-    Open();
-    EXPECT_TRUE(lines.Have("(Your maximum inactivity time is  1 hour30 minutes.)"));
-    sheet.reset();
-    CloseSettings();
-  });
+  const TemporaryFolder folder;
+  ASSERT_EQ(OpenSettings(folder.File(L"Wayline.db")), std::nullopt);
+  Work().Columns().smIdleTime = 5400;
+  Open();
+  EXPECT_TRUE(log.Has("(Your maximum inactivity time is  1 hour30 minutes.)"));
+  sheet.reset();
+  CloseSettings();
 }
 
 TEST_F(TimeoutPage, CanBeUsedWithTheKeyboardAlone) {

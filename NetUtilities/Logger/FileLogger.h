@@ -1,0 +1,72 @@
+#pragma once
+
+#include <windows.h>
+
+#include <io.h>
+
+#include <atomic>
+#include <cstdint>
+#include <deque>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <vector>
+
+#include "NetUtilities/QueueThread.h"
+
+/// Writes lines to a log file of the day that all processes of the client share, on a thread of its own. Reached
+/// through Singleton<FileLogger>; always owned by a shared pointer. It is switched off at first: lines are then queued,
+/// taken by the thread and dropped.
+class FileLogger : public QueueThread<std::wstring> {
+ public:
+  FileLogger();
+  ~FileLogger() override;
+
+  /// Queues one line, with its line feed already in it, and returns at once. The first one starts the thread and
+  /// chooses the file. Lines that are queued while the logger is switched off are lost.
+  void Write(std::wstring line);
+
+  void SetEnabled(bool enabled) { enabled_ = enabled; }
+
+ private:
+  // What a new day asks for: the end of the file so far, and the first lines of the new one.
+  struct Frame {
+    bool endsPrevious = false;
+    std::vector<std::wstring> begin;
+  };
+
+  bool BeginThread() override { return true; }
+  void Deliver(std::deque<std::wstring>& lines) override;
+  void EndThread() override {}
+
+  void Start();
+  void Queue(std::wstring line);
+  void WriteNow(const std::wstring& line);
+  void AppendTo(const std::wstring& file, const std::wstring& line) const;
+  Frame RollOver();
+  std::wstring EndLine() const;
+
+  struct CloseMutex {
+    void operator()(void* handle) const { CloseHandle(handle); }
+  };
+
+  const std::wstring directory_;
+  const std::wstring moduleName_;  // with extension
+  const std::wstring baseName_;    // without
+  const std::unique_ptr<void, CloseMutex> fileMutex_;
+  std::once_flag started_;
+  std::atomic<bool> enabled_{false};
+
+  // Touched by the first caller while there is no thread yet, and then by the thread alone.
+  std::wstring file_;
+  uint16_t day_ = 0;  // of the month; 0 before the first file
+};
+
+/// The platform's functions behind FileLogger. Tests put others in their place.
+struct FileLogPlatform {
+  decltype(&GetLocalTime) localTime = GetLocalTime;
+  decltype(&CreateMutexW) createMutex = CreateMutexW;
+  decltype(&_wsopen_s) openFile = _wsopen_s;
+};
+
+extern FileLogPlatform fileLogPlatform;

@@ -1,0 +1,54 @@
+#include "NetUtilities/Logger/TraceLogService.h"
+
+#include <windows.h>
+
+#include <ole2.h>
+#include <oleauto.h>
+
+#include "TraceLogManager/TraceLogManager.h"
+
+namespace {
+
+struct ReleaseInterface {
+  void operator()(IUnknown* object) const { object->Release(); }
+};
+template <typename Interface>
+using ComPointer = std::unique_ptr<Interface, ReleaseInterface>;
+
+struct FreeText {
+  void operator()(OLECHAR* text) const { SysFreeString(text); }
+};
+using Text = std::unique_ptr<OLECHAR, FreeText>;
+
+class TraceLogService : public LogService {
+ public:
+  explicit TraceLogService(ComPointer<ITraceLogManager> manager) : manager_(std::move(manager)) {}
+
+  int32_t GetGlobalLevel(uint16_t& level) override { return manager_->GetGlobalLogLevel(&level); }
+
+  int32_t GetSourceLevel(uint32_t source, uint16_t& level) override {
+    return manager_->GetSourceLogLevel(source, &level);
+  }
+
+  int32_t LogMessage(uint32_t source, uint16_t level, const std::wstring& text) override {
+    const Text copy(SysAllocStringLen(text.data(), static_cast<UINT>(text.size())));
+    return copy ? manager_->LogMessage(source, level, copy.get()) : E_OUTOFMEMORY;
+  }
+
+ private:
+  ComPointer<ITraceLogManager> manager_;
+};
+
+}  // namespace
+
+std::unique_ptr<LogService> ConnectTraceLogManager(int32_t& result) {
+  void* object = nullptr;
+  result = CoCreateInstance(CLSID_TraceLogManager, nullptr, CLSCTX_LOCAL_SERVER, IID_IUnknown, &object);
+  if (FAILED(result)) return nullptr;
+  const ComPointer<IUnknown> unknown(static_cast<IUnknown*>(object));
+  result = OleRun(unknown.get());
+  if (FAILED(result)) return nullptr;
+  result = unknown->QueryInterface(IID_ITraceLogManager, &object);
+  if (FAILED(result)) return nullptr;
+  return std::make_unique<TraceLogService>(ComPointer<ITraceLogManager>(static_cast<ITraceLogManager*>(object)));
+}
