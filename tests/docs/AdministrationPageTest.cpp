@@ -23,6 +23,7 @@
 #include "tests/support/FileBytes.h"
 #include "tests/support/MarkdownPage.h"
 #include "tests/support/SourceText.h"
+#include "TraceLogManager/LogFileFormat.h"
 
 namespace {
 
@@ -30,6 +31,7 @@ using testing::AnyOf;
 using testing::ContainerEq;
 using testing::Each;
 using testing::ElementsAre;
+using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Le;
 using testing::MatchesRegex;
@@ -252,11 +254,18 @@ TEST(AdministrationPage, NamesTheLevelsAndSourcesOfTheLog) {
   EXPECT_THAT(Columns("Source", "Source", "Name"), ContainerEq(Enumerators("LogSource")));
 }
 
-TEST(AdministrationPage, ShowsHowLogLinesStart) {
-  const std::string mark = TextsBetween(CodeOf("NetUtilities/Logger/LogOutputHelper.cpp"), "L\"", "{}").at(0);
+TEST(AdministrationPage, ShowsLogLinesAsTheyAreInTheLogFile) {
   const std::string prefix = ToUtf8(LogLinePrefix({11, 15, 6, 10, 17, 42}, 0x1a2c, 0xf3b8));
   EXPECT_THAT(Page().CodeLines("text"), Not(IsEmpty()));
-  EXPECT_THAT(Page().CodeLines("text"), Each(StartsWith(mark + prefix)));
+  for (const std::string& line : Page().CodeLines("text")) {
+    const LogFileLine parts = ParseLogFileLine(line);
+    EXPECT_TRUE(parts.beginsRecord) << line;
+    EXPECT_THAT(std::string(parts.text), StartsWith(prefix));
+  }
+}
+
+TEST(AdministrationPage, NamesTheLogFile) {
+  EXPECT_THAT(PageText(), HasSubstr('`' + ToUtf8(LogFileName({2026, 11, 15})) + '`'));
 }
 
 namespace {
