@@ -11,6 +11,7 @@
 #include "LoginProperties/LoginPropertiesContext.h"
 #include "tests/support/LoadedModule.h"
 #include "tests/support/OwnProcess.h"
+#include "tests/support/RegisteredService.h"
 #include "tests/support/WaitUntil.h"
 
 namespace {
@@ -224,6 +225,7 @@ void UseModule(const LoadedModule& pavise, SheetMode mode) {
 
 TEST(ModuleLife, TheModuleIsGoneAfterItWasUsedAndUnloaded) {
   // The process ends well only when nothing of the module is called after it was unloaded.
+  const RegisteredService service;
   InOwnProcess([] {
     for (const SheetMode mode : {SheetMode::Full, SheetMode::TimeoutsOnly}) {
       {
