@@ -15,6 +15,7 @@
 #include "NetUtilities/PathData.h"
 #include "NetUtilities/Singleton.h"
 #include "NetUtilities/Text.h"
+#include "NetUtilities/Utf8Console.h"
 #include "TraceLogManager/DailyLogFile.h"
 #include "TraceLogManager/LevelReport.h"
 #include "TraceLogManager/LevelSettings.h"
@@ -28,18 +29,6 @@ namespace {
 constexpr int kSuccess = 0;
 constexpr int kFailed = 1;
 constexpr int kBadCommandLine = 2;
-
-// What is printed is UTF-8, on the console too.
-class Utf8Console {
- public:
-  Utf8Console() : previous_(GetConsoleOutputCP()) { SetConsoleOutputCP(CP_UTF8); }
-  ~Utf8Console() { SetConsoleOutputCP(previous_); }
-  Utf8Console(const Utf8Console&) = delete;
-  Utf8Console& operator=(const Utf8Console&) = delete;
-
- private:
-  UINT previous_;
-};
 
 // While it lives, Ctrl+C does not end the program at once but is seen by WaitFor.
 class Interruption {

@@ -14,6 +14,7 @@
 #include "NetUtilities/PathData.h"
 #include "NetUtilities/Singleton.h"
 #include "NetUtilities/Text.h"
+#include "NetUtilities/Utf8Console.h"
 #include "Wayline/LogServiceSetup.h"
 #include "Wayline/Options.h"
 #include "Wayline/ProfileChoice.h"
@@ -30,18 +31,6 @@ constexpr int kBadCommandLine = 2;
 
 constexpr INT_PTR kSheetConfirmed = 1;
 constexpr INT_PTR kSheetNotShown = -1;
-
-// What is printed is UTF-8, on the console too.
-class Utf8Console {
- public:
-  Utf8Console() : previous_(GetConsoleOutputCP()) { SetConsoleOutputCP(CP_UTF8); }
-  ~Utf8Console() { SetConsoleOutputCP(previous_); }
-  Utf8Console(const Utf8Console&) = delete;
-  Utf8Console& operator=(const Utf8Console&) = delete;
-
- private:
-  UINT previous_;
-};
 
 // The sheet's thread is a COM apartment: the log service and the shell need one.
 class ComApartment {
