@@ -15,11 +15,13 @@
 #include "LoginProperties/Proxy/ProxyControls.h"
 #include "LoginProperties/Proxy/ProxyDialog.h"
 #include "LoginProperties/Resources/StringIds.h"
+#include "LoginProperties/SheetLog.h"
 #include "LoginProperties/Timeouts/TimeoutControls.h"
 #include "LoginProperties/Timeouts/TimeoutDialog.h"
 #include "LoginProperties/WiFiSwitching/AutoReconnectControls.h"
 #include "LoginProperties/WiFiSwitching/AutoReconnectDialog.h"
 #include "NetUtilities/CrashDump.h"
+#include "NetUtilities/ErrorText.h"
 #include "NetUtilities/Logger/Logger.h"
 #include "NetUtilities/PathData.h"
 #include "WaylineDll/StringDb.h"
@@ -98,7 +100,11 @@ INT_PTR ShowSheet(const LoginPropertiesContext& context, std::vector<PageDescrip
   header.nStartPage = 0;
   header.ppsp = pages.data();
   const ActivationContext commonControls;
-  return PropertySheetW(&header);
+  const INT_PTR result = PropertySheetW(&header);
+  if (result < 0) {
+    Log(LogLevel::Error, L"Login properties could not be shown" + ErrorSuffix(static_cast<int32_t>(GetLastError())));
+  }
+  return result;
 }
 
 }  // namespace
@@ -108,6 +114,7 @@ extern "C" INT_PTR ShowLoginProperties(LoginPropertiesContext* callersContext) {
   PrepareCrashDump();
   LoginPropertiesContext& context = GetContext();
   context = *callersContext;
+  SheetLog::Opened(static_cast<unsigned>(context.mode), context.profiles, context.currentProfile);
 
   const SheetPages pages(context.parentWindow);
   std::vector<PageDescription> descriptions;
@@ -117,6 +124,13 @@ extern "C" INT_PTR ShowLoginProperties(LoginPropertiesContext* callersContext) {
 
   const INT_PTR result = ShowSheet(context, descriptions);
   constexpr INT_PTR kConfirmed = 1;
-  if (result == kConfirmed) *callersContext = context;
+  constexpr INT_PTR kFailed = -1;
+  if (result == kConfirmed) {
+    SheetLog::Confirmed(context.profiles, context.preferences, context.autoStartItems, context.manualConfigs,
+                        context.autoConfigs);
+    *callersContext = context;
+  } else if (result != kFailed) {
+    SheetLog::Cancelled();
+  }
   return result;
 }

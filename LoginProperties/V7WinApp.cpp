@@ -2,9 +2,20 @@
 
 #include <commctrl.h>
 
+#include <memory>
+
 #include "NetUtilities/LifetimeTracker.h"
 #include "NetUtilities/Logger/Logger.h"
 #include "NetUtilities/SimpleSingleton.h"
+
+namespace {
+
+struct Delete {
+  void operator()(HGDIOBJ object) const { DeleteObject(object); }
+};
+std::unique_ptr<void, Delete> gdiObject;
+
+}  // namespace
 
 bool V7WinApp::InitInstance(HINSTANCE module) {
   crashHandlers_.Install();
@@ -14,7 +25,14 @@ bool V7WinApp::InitInstance(HINSTANCE module) {
 }
 
 void V7WinApp::ExitInstance() {
+  gdiObject.reset();
   StopLogger();
   SimpleSingleton<LifetimeTracker>::Get().DestroyAll();
   crashHandlers_.Uninstall();
 }
+
+void V7WinApp::KeepGdiObject(HGDIOBJ object) {
+  if (object != gdiObject.get()) gdiObject.reset(object);
+}
+
+HGDIOBJ V7WinApp::GdiObject() { return gdiObject.get(); }

@@ -21,6 +21,13 @@ class V7WinApp {
   /// then, and the system takes everything back.
   void ExitInstance();
 
+  /// Keeps a GDI object for the whole module, such as a font that a page makes only once: until ExitInstance, which
+  /// deletes it. It must not be selected into a device context then. One that is kept already is deleted at once.
+  static void KeepGdiObject(HGDIOBJ object);
+
+  /// The GDI object that is kept; null when there is none.
+  static HGDIOBJ GdiObject();
+
   const std::wstring& Name() const { return name_; }
   HINSTANCE Module() const { return module_; }
 

@@ -48,7 +48,7 @@ class FixedText {
   std::wstring_view View() const { return {characters_.data(), length_}; }
 
  private:
-  std::array<wchar_t, 2 * MAX_PATH> characters_{};
+  std::array<wchar_t, size_t{2} * MAX_PATH> characters_{};
   size_t length_ = 0;
 };
 
@@ -87,13 +87,13 @@ struct Crash {
   NameParts lookedUp;
   if (!prepared && !lookedUp.LookUp()) return;
   const NameParts& parts = prepared ? preparedParts : lookedUp;
-  std::array<wchar_t, 4 * MAX_PATH> name{};
+  std::array<wchar_t, size_t{4} * MAX_PATH> name{};
   if (!WriteCrashDumpName(name, parts.folder.View(), parts.program.View(), parts.version.View(),
                           {now.wYear, now.wMonth, now.wDay, now.wHour, now.wMinute, now.wSecond})) {
     return;
   }
-  HANDLE opened =
-      CreateFileW(name.data(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+  HANDLE opened = crashPlatform.createFile(name.data(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_ALWAYS,
+                                           FILE_ATTRIBUTE_NORMAL, nullptr);
   if (opened == INVALID_HANDLE_VALUE) return;
   const Handle file(opened);
   MINIDUMP_EXCEPTION_INFORMATION information{crash.threadId, crash.exception, FALSE};

@@ -10,6 +10,7 @@
 struct CrashPlatform {
   decltype(&GetLocalTime) localTime = GetLocalTime;
   decltype(&SHGetFolderPathW) folderPath = SHGetFolderPathW;
+  decltype(&CreateFileW) createFile = CreateFileW;
   decltype(&CreateThread) createThread = CreateThread;
   decltype(&MiniDumpWriteDump) writeDump = MiniDumpWriteDump;
 };

@@ -7,7 +7,11 @@
 #include <memory>
 #include <utility>
 
+#include "NetUtilities/ModuleThreadPlatform.h"
+
 extern "C" NTSYSAPI BOOLEAN NTAPI RtlDllShutdownInProgress();
+
+ModuleThreadPlatform moduleThreadPlatform;
 
 namespace {
 
@@ -16,7 +20,8 @@ struct Start {
   HMODULE module;
 };
 
-DWORD WINAPI Run(void* parameter) {
+// Nothing may leave it: an exception would be the system's to handle, and the process might go on for ever, unwinding.
+DWORD WINAPI Run(void* parameter) noexcept {
   HMODULE module = nullptr;
   {
     const std::unique_ptr<Start> start(static_cast<Start*>(parameter));
@@ -29,11 +34,11 @@ DWORD WINAPI Run(void* parameter) {
 
 uint32_t StartThread(std::function<void()> body) {
   auto start = std::make_unique<Start>(std::move(body), nullptr);
-  if (GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS, reinterpret_cast<const wchar_t*>(&Run),
-                         &start->module) == FALSE) {
+  if (moduleThreadPlatform.moduleHandle(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS, reinterpret_cast<const wchar_t*>(&Run),
+                                        &start->module) == FALSE) {
     return GetLastError();
   }
-  HANDLE thread = CreateThread(nullptr, 0, Run, start.get(), 0, nullptr);
+  HANDLE thread = moduleThreadPlatform.createThread(nullptr, 0, Run, start.get(), 0, nullptr);
   if (thread == nullptr) {
     const DWORD code = GetLastError();
     FreeLibrary(start->module);

@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <mutex>
+#include <system_error>
 
 /// As std::mutex, for objects that end before the process does. The compiler's own never gives its mutexes and
 /// condition variables back to the system; on Windows each one that threads have met at leaves a handle behind.
@@ -14,8 +15,18 @@ class Mutex {
   Mutex(const Mutex&) = delete;
   Mutex& operator=(const Mutex&) = delete;
 
-  void lock() { pthread_mutex_lock(&mutex_); }      // NOLINT(readability-identifier-naming): as std::scoped_lock asks
-  void unlock() { pthread_mutex_unlock(&mutex_); }  // NOLINT(readability-identifier-naming)
+  // NOLINTBEGIN(readability-identifier-naming): as std::scoped_lock asks
+
+  /// Throws std::system_error when the system refuses.
+  void lock() { ThrowIfFailed(pthread_mutex_lock(&mutex_)); }
+  void unlock() { pthread_mutex_unlock(&mutex_); }
+
+  // NOLINTEND(readability-identifier-naming)
+
+  /// Throws std::system_error for an error number other than 0.
+  static void ThrowIfFailed(int code) {
+    if (code != 0) throw std::system_error(code, std::generic_category());
+  }
 
  private:
   friend class Condition;

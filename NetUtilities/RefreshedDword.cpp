@@ -4,10 +4,18 @@ namespace {
 
 // What the calling thread is reading: the innermost reading, with those around it.
 struct Reading {
+  explicit Reading(const RefreshedDword* read);
+  ~Reading();
+  Reading(const Reading&) = delete;
+  Reading& operator=(const Reading&) = delete;
+
   const RefreshedDword* value;
   const Reading* around;
 };
 thread_local const Reading* innermost = nullptr;
+
+Reading::Reading(const RefreshedDword* read) : value(read), around(innermost) { innermost = this; }
+Reading::~Reading() { innermost = around; }
 
 bool IsBeingRead(const RefreshedDword* value) {
   const Reading* reading = innermost;
@@ -20,10 +28,8 @@ bool IsBeingRead(const RefreshedDword* value) {
 uint32_t RefreshedDword::Get() {
   const Clock::duration now = now_().time_since_epoch();
   if (!IsOld(now) || IsBeingRead(this)) return value_.load(std::memory_order_relaxed);
-  const Reading reading{this, innermost};
-  innermost = &reading;
+  const Reading reading(this);
   const uint32_t value = read_();
-  innermost = reading.around;
   // In this order: who sees the new time sees the new value too.
   value_.store(value, std::memory_order_relaxed);
   readAt_.store(now.count(), std::memory_order_release);

@@ -15,16 +15,15 @@ class Singleton {
  public:
   /// The instance; null once it, or everything, has been destroyed, and for what its own constructor calls: a caller
   /// that gets null skips its work. A reference keeps the object alive until it is let go, also past its destruction by
-  /// the tracker.
+  /// the tracker. What its constructor throws goes to the caller, and the next one tries again.
   static std::shared_ptr<T> Get() {
     // Creating an object may log, and so ask for objects.
-    if (creator_ == std::this_thread::get_id()) return nullptr;
+    const std::thread::id creator = creator_;
+    if (creator != std::thread::id() && creator == std::this_thread::get_id()) return nullptr;
     std::shared_ptr<T> created;  // one that came too late is released after the lock
     const std::scoped_lock lock(mutex_);
     if (!instance_ && !ended_) {
-      creator_ = std::this_thread::get_id();
-      created = std::make_shared<T>();
-      creator_ = std::thread::id();
+      created = Create();
       ended_ = !SimpleSingleton<LifetimeTracker>::Get().Add(&Singleton::Destroy);
       if (!ended_) instance_ = created;
     }
@@ -38,6 +37,14 @@ class Singleton {
   }
 
  private:
+  static std::shared_ptr<T> Create() {
+    struct Scope {
+      Scope() { creator_ = std::this_thread::get_id(); }
+      ~Scope() { creator_ = std::thread::id(); }
+    } const scope;
+    return std::make_shared<T>();
+  }
+
   static void Destroy() {
     std::shared_ptr<T> last;  // released after the lock, so that the object's destructor may call Get()
     const std::scoped_lock lock(mutex_);

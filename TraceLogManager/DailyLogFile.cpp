@@ -1,6 +1,7 @@
 #include "TraceLogManager/DailyLogFile.h"
 
 #include <sddl.h>
+#include <winternl.h>
 
 #include <optional>
 #include <utility>
@@ -61,17 +62,16 @@ class AppendLock {
   bool locked_ = false;
 };
 
-struct FileIdentity {
-  DWORD volume;
-  DWORD indexHigh;
-  DWORD indexLow;
-  bool operator==(const FileIdentity&) const = default;
-};
-
-std::optional<FileIdentity> IdentityOf(HANDLE file) {
-  BY_HANDLE_FILE_INFORMATION information{};
-  if (file == nullptr || GetFileInformationByHandle(file, &information) == FALSE) return std::nullopt;
-  return FileIdentity{information.dwVolumeSerialNumber, information.nFileIndexHigh, information.nFileIndexLow};
+// The number of a file on its volume. GetFileInformationByHandle tells it, too, along with that of the volume, for
+// which Wine asks another process.
+std::optional<LONGLONG> NumberOf(HANDLE file) {
+  FILE_INTERNAL_INFORMATION information{};
+  IO_STATUS_BLOCK status{};
+  if (file == nullptr ||
+      !NT_SUCCESS(NtQueryInformationFile(file, &status, &information, sizeof(information), FileInternalInformation))) {
+    return std::nullopt;
+  }
+  return information.IndexNumber.QuadPart;
 }
 
 }  // namespace
@@ -108,8 +108,8 @@ HRESULT DailyLogFile::Append(std::string_view record) {
 // away.
 HRESULT DailyLogFile::Open(const std::wstring& path) {
   const Handle current(OpenFile(path, FILE_READ_ATTRIBUTES, nullptr, OPEN_EXISTING));
-  const std::optional<FileIdentity> identity = IdentityOf(current.get());
-  if (identity && identity == IdentityOf(file_.get())) return S_OK;
+  const std::optional<LONGLONG> number = NumberOf(current.get());
+  if (number && number == NumberOf(file_.get())) return S_OK;
 
   // A deleted file is there until its last handle is closed.
   file_.reset();

@@ -60,9 +60,9 @@ class ClassFactory final : public IClassFactory {
   }
   HRESULT STDMETHODCALLTYPE LockServer(BOOL lock) override {
     if (lock != FALSE) {
-      parts_.lifetime.Enter();
+      parts_.lifetime->Enter();
     } else {
-      parts_.lifetime.Leave();
+      parts_.lifetime->Leave();
     }
     return S_OK;
   }
@@ -88,6 +88,28 @@ class RegisteredClass {
  private:
   DWORD cookie_ = 0;
   HRESULT result_;
+};
+
+// While this lives COM keeps what it needs to carry calls to an interface. Otherwise that comes and goes with the
+// clients, and under Wine its end sometimes waits for ever for a call that is just over.
+class KeptInterface {
+ public:
+  KeptInterface(IUnknown& object, REFIID id) {
+    if (FAILED(CreateStreamOnHGlobal(nullptr, TRUE, &reference_))) return;
+    if (FAILED(CoMarshalInterface(reference_.Get(), id, &object, MSHCTX_LOCAL, nullptr, MSHLFLAGS_TABLESTRONG))) {
+      reference_.Reset();
+    }
+  }
+  ~KeptInterface() {
+    if (!reference_) return;
+    reference_->Seek({}, STREAM_SEEK_SET, nullptr);
+    CoReleaseMarshalData(reference_.Get());
+  }
+  KeptInterface(const KeptInterface&) = delete;
+  KeptInterface& operator=(const KeptInterface&) = delete;
+
+ private:
+  ComPtr<IStream> reference_;
 };
 
 // Describes the service's interface, out of the type library in this program.
@@ -117,11 +139,17 @@ HRESULT RunServer() {
   if (const HRESULT result = LoadInterfaceDescription(typeInfo); FAILED(result)) return result;
   DailyLogFile logFile([] { return Singleton<PathData>::Get()->GetProgramDataPath(); }, LocalDate);
   ServerLifetime lifetime;
-  ClassFactory factory({logFile, lifetime, *typeInfo.Get()});
+  ClassFactory factory({logFile, &lifetime, *typeInfo.Get()});
 
   // Ends before all that is above: until then COM holds on to the factory.
   const ComApartment apartment;
   if (FAILED(apartment.Result())) return apartment.Result();
+  ComPtr<ITraceLogManager> example;
+  const HRESULT result = TraceLogManagerObject::Create({logFile, nullptr, *typeInfo.Get()}, IID_ITraceLogManager,
+                                                       reinterpret_cast<void**>(example.GetAddressOf()));
+  if (FAILED(result)) return result;
+  const KeptInterface keptFactory(factory, IID_IClassFactory);
+  const KeptInterface keptManager(*example.Get(), IID_ITraceLogManager);
   {
     const RegisteredClass registered(factory);
     if (FAILED(registered.Result())) return registered.Result();

@@ -44,9 +44,13 @@ HRESULT TraceLogManagerObject::Create(const ServiceParts& parts, REFIID id, void
   return result;
 }
 
-TraceLogManagerObject::TraceLogManagerObject(const ServiceParts& parts) : parts_(parts) { parts_.lifetime.Enter(); }
+TraceLogManagerObject::TraceLogManagerObject(const ServiceParts& parts) : parts_(parts) {
+  if (parts_.lifetime != nullptr) parts_.lifetime->Enter();
+}
 
-TraceLogManagerObject::~TraceLogManagerObject() { parts_.lifetime.Leave(); }
+TraceLogManagerObject::~TraceLogManagerObject() {
+  if (parts_.lifetime != nullptr) parts_.lifetime->Leave();
+}
 
 HRESULT TraceLogManagerObject::QueryInterface(REFIID id, void** object) {
   if (object == nullptr) return E_POINTER;

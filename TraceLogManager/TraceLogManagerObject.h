@@ -13,8 +13,8 @@
 /// What all objects of the service share. It outlives them.
 struct ServiceParts {
   DailyLogFile& logFile;
-  ServerLifetime& lifetime;
-  ITypeInfo& typeInfo;  // of ITraceLogManager
+  ServerLifetime* lifetime;  // null for an object that no client has
+  ITypeInfo& typeInfo;       // of ITraceLogManager
 };
 
 /// The service as one client has it. Any thread may call it.

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "LoginProperties/LoginPropertiesContext.h"
+#include "NetUtilities/Format.h"
 #include "NetUtilities/Logger/Logger.h"
 #include "NetUtilities/PathData.h"
 #include "NetUtilities/Singleton.h"
@@ -67,6 +68,12 @@ int Fail(const std::wstring& sentence) {
   return kFailed;
 }
 
+// As long as there is a log.
+int LogAndFail(const std::wstring& sentence) {
+  Log(LogLevel::Error, sentence);
+  return Fail(sentence);
+}
+
 std::wstring DefaultDatabase() {
   const std::wstring folder = Singleton<PathData>::Get()->GetUserDataDirectory();
   return folder.empty() ? folder : folder + L"\\Wayline.db";
@@ -83,9 +90,9 @@ int ShowSheet(const Options& options, ProfileTable profiles) {
   LoginPropertiesContext context;
   if (const Failure failure =
           ChooseProfile(profiles, options.profile, GetActiveProfileIdExoprt(), context.currentProfile)) {
-    return Fail(*failure);
+    return LogAndFail(*failure);
   }
-  if (const Failure failure = module.Load()) return Fail(*failure);
+  if (const Failure failure = module.Load()) return LogAndFail(*failure);
   context.resourceInstance = module.Instance();
   context.mode = static_cast<SheetMode>(options.mode);
   context.profiles = std::move(profiles);
@@ -99,23 +106,25 @@ int ShowSheet(const Options& options, ProfileTable profiles) {
     failure = SaveSettings(
         {context.profiles, context.preferences, context.autoStartItems, context.manualConfigs, context.autoConfigs},
         changes);
+    if (!failure) Log(LogLevel::Info, Format(L"Settings saved, records changed: {}", changes.size()));
   } else if (result == kSheetNotShown) {
     failure = L"The sheet could not be shown.";
   }
   std::cout << SheetResultJson(result, result == kSheetConfirmed && !failure, changes);
-  return failure ? Fail(*failure) : kSuccess;
+  return failure ? LogAndFail(*failure) : kSuccess;
 }
 
 int Run(const Options& options) {
   if (const Failure failure = SetUpLogService()) return Fail(*failure);
   const Logging logging;
   const std::wstring file = options.database.empty() ? DefaultDatabase() : options.database;
-  if (file.empty()) return Fail(L"The folder of the user's settings cannot be determined.");
+  if (file.empty()) return LogAndFail(L"The folder of the user's settings cannot be determined.");
   const OpenDatabase database;
   ProfileTable profiles;
   Failure failure = OpenSettings(file);
   if (!failure) failure = LoadProfiles(profiles);
-  if (failure) return Fail(*failure);
+  if (!failure) Log(LogLevel::Info, Format(L"Settings loaded from '{}'", file));
+  if (failure) return LogAndFail(*failure);
   return options.list ? PrintProfiles(options, profiles) : ShowSheet(options, std::move(profiles));
 }
 

@@ -1,21 +1,18 @@
 #include "WaylineDll/Host.h"
 
 #include <memory>
+#include <optional>
 #include <utility>
 
 #include "Database/SQLite/DatabasePlatform.h"
-#include "NetUtilities/Logger/Log.h"
+#include "NetUtilities/Logger/Logger.h"
 #include "WaylineDll/OpenStore.h"
 #include "WaylineDll/Store/SettingsStore.h"
 
 namespace {
 
 std::unique_ptr<SettingsStore> openStore;
-
-Failure Logged(Failure failure) {
-  if (failure) Log(LogSource::Database, LogLevel::Error, *failure);
-  return failure;
-}
+std::optional<LogSession> logging;  // while the settings are open
 
 Failure NotOpen() { return L"No settings database is open."; }
 
@@ -29,17 +26,19 @@ Failure OpenSettings(const std::wstring& file) {
   databasePlatform.createInstanceMutex = [](const std::wstring&) { return InstanceMutex{}; };
   CloseSettings();
   auto store = std::make_unique<SettingsStore>();
-  if (Failure failure = store->Open(file)) return Logged(std::move(failure));
+  if (Failure failure = store->Open(file)) return failure;
   openStore = std::move(store);
+  logging.emplace();
   return {};
 }
 
-Failure LoadProfiles(ProfileTable& profiles) {
-  return Logged(openStore ? openStore->LoadProfiles(profiles) : NotOpen());
-}
+Failure LoadProfiles(ProfileTable& profiles) { return openStore ? openStore->LoadProfiles(profiles) : NotOpen(); }
 
 Failure SaveSettings(const SettingsTables& tables, std::vector<RecordChange>& changes) {
-  return Logged(openStore ? openStore->Save(tables, changes) : NotOpen());
+  return openStore ? openStore->Save(tables, changes) : NotOpen();
 }
 
-void CloseSettings() { openStore.reset(); }
+void CloseSettings() {
+  openStore.reset();
+  logging.reset();
+}

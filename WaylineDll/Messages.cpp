@@ -1,11 +1,14 @@
 #include "WaylineDll/Messages.h"
 
+#include "NetUtilities/Format.h"
+#include "NetUtilities/Logger/Log.h"
 #include "WaylineDll/StringDb.h"
 
 namespace {
 
 int ShowBox(HWND parent, UINT style, ModuleId module, unsigned id, const std::vector<std::wstring_view>& items) {
   const std::wstring text = LoadStringWithSubS(module, id, false, items);
+  Log(LogLevel::Info, Format(L"Message: {}", text));
   return MessageBoxW(parent, text.c_str(), GetProductDisplayName(false).c_str(), style);
 }
 
@@ -21,5 +24,7 @@ void DisplayMessage(HWND parent, ModuleId module, unsigned id, std::wstring_view
 }
 
 int AskYesNo(HWND parent, ModuleId module, unsigned id, std::wstring_view first, std::wstring_view second) {
-  return ShowBox(parent, MB_YESNO | MB_ICONQUESTION, module, id, {first, second}) == IDYES ? 1 : 0;
+  const bool yes = ShowBox(parent, MB_YESNO | MB_ICONQUESTION, module, id, {first, second}) == IDYES;
+  Log(LogLevel::Info, yes ? L"Answer: yes" : L"Answer: no");
+  return yes ? 1 : 0;
 }

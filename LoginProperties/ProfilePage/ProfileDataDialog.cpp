@@ -8,11 +8,19 @@
 #include "LoginProperties/ProfilePage/OverridePolicy.h"
 #include "LoginProperties/ProfilePage/ProfileControls.h"
 #include "LoginProperties/ProfilePage/ProfileSelector.h"
+#include "LoginProperties/SheetLog.h"
 #include "NetUtilities/RegistryKey.h"
 #include "WaylineDll/Messages.h"
 #include "WaylineDll/Records.h"
 
 namespace {
+
+// The title of its tab.
+std::wstring TitleOf(HWND page) {
+  std::wstring title(static_cast<size_t>(GetWindowTextLengthW(page)), L'\0');
+  GetWindowTextW(page, title.data(), static_cast<int>(title.size()) + 1);
+  return title;
+}
 
 bool IsKeyDown(int key) { return (GetAsyncKeyState(key) & 0x8000) != 0; }
 
@@ -44,7 +52,10 @@ int ProfileDataDialog::SetWindowControls() {
 void ProfileDataDialog::SelectProfileFromCombo(HWND combo) {
   LoginPropertiesContext& context = GetContext();
   const auto id = static_cast<uint32_t>(ComboBox_GetItemData(combo, ComboBox_GetCurSel(combo)));
-  if (auto profile = FindProfile(context.profiles, id)) context.currentProfile = std::move(profile);
+  if (auto profile = FindProfile(context.profiles, id)) {
+    SheetLog::ProfileSelected(profile);
+    context.currentProfile = std::move(profile);
+  }
 }
 
 bool ProfileDataDialog::IsOverrideDisabled(const wchar_t* pageName) {
@@ -54,7 +65,10 @@ bool ProfileDataDialog::IsOverrideDisabled(const wchar_t* pageName) {
 
 void ProfileDataDialog::ApplyOverridePolicy(const wchar_t* pageName, SetFlag followDefaults) {
   if (!IsOverrideDisabled(pageName)) return;
-  if (const auto& profile = GetContext().currentProfile) followDefaults(*profile, true);
+  if (const auto& profile = GetContext().currentProfile) {
+    SheetLog::ResetByPolicy(TitleOf(GetWindow()), profile);
+    followDefaults(*profile, true);
+  }
   EnableControl(GetWindow(), IDC_OVERRIDE_CHECK, true);
 }
 
@@ -65,7 +79,9 @@ void ProfileDataDialog::ShowOverride(bool followsDefaults) {
 
 int ProfileDataDialog::OnOverrideClicked(SetFlag followDefaults) {
   if (const auto& profile = GetContext().currentProfile) {
-    followDefaults(*profile, !IsControlChecked(GetWindow(), IDC_OVERRIDE_CHECK));
+    const bool overrides = IsControlChecked(GetWindow(), IDC_OVERRIDE_CHECK);
+    SheetLog::OverrideClicked(TitleOf(GetWindow()), profile, overrides);
+    followDefaults(*profile, !overrides);
     profile->SetState(ChangeState::Changed);
   }
   SetWindowControls();
@@ -81,10 +97,13 @@ int ProfileDataDialog::OnProfileSelected() {
 int ProfileDataDialog::OnSheetNotification(int64_t record, uint32_t helpTopic, HWND helpParent) {
   switch (reinterpret_cast<const NMHDR*>(record)->code) {
     case PSN_SETACTIVE:
+      SheetLog::PageShown(TitleOf(GetWindow()), GetContext().currentProfile);
       SetWindowControls();
       return 0;
     case PSN_KILLACTIVE:
-      return ValidateWindowControls() == 0 ? 1 : 0;
+      if (ValidateWindowControls() != 0) return 0;
+      SheetLog::PageRefused(TitleOf(GetWindow()));
+      return 1;
     case PSN_HELP:
       DisplayHelp(helpTopic, helpParent, kHelpCommand);
       return 0;

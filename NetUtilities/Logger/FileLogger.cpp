@@ -27,9 +27,40 @@ std::wstring ProgramDataPath() {
   return paths ? paths->GetProgramDataPath() : std::wstring();
 }
 
+// As it is written, without the mark of other messages.
+void PassToDebugger(const std::wstring& line) {
+  if (IsDebugOutputEnabled()) OutputDebugStringW(line.c_str());
+}
+
 bool Exists(const std::wstring& file) {
   std::error_code ignored;
   return !file.empty() && std::filesystem::exists(file, ignored);
+}
+
+class Descriptor {
+ public:
+  explicit Descriptor(int number) : number_(number) {}
+  ~Descriptor() { _close(number_); }
+  Descriptor(const Descriptor&) = delete;
+  Descriptor& operator=(const Descriptor&) = delete;
+
+  int Number() const { return number_; }
+
+ private:
+  int number_;
+};
+
+void Append(const std::wstring& file, const std::wstring& line) {
+  int opened = -1;
+  const errno_t code = fileLogPlatform.openFile(
+      &opened, file.c_str(), _O_WRONLY | _O_APPEND | _O_CREAT | _O_TEXT | _O_U8TEXT, _SH_DENYWR, _S_IREAD | _S_IWRITE);
+  if (code != 0) {
+    ReportToDebugger(Format(L"Error opening log file: {} - {}", file, ErrnoText(code)));
+    return;
+  }
+  const Descriptor descriptor(opened);
+  // A line that cannot be written, to a disk that is full, is lost without a word.
+  fileLogPlatform.writeFile(descriptor.Number(), line.data(), static_cast<unsigned>(line.size() * sizeof(wchar_t)));
 }
 
 // Owns the mutex that all processes share while it lives. Without a mutex it does nothing.
@@ -60,25 +91,29 @@ FileLogger::FileLogger()
   }
 }
 
-// There is no thread any more: it keeps the object alive.
+// There is no thread any more: it keeps the object alive. If none could be started, its lines are still there.
 FileLogger::~FileLogger() {
-  if (day_ != 0 && enabled_ && !threadPlatform.processEnds()) WriteNow(EndLine());
+  if (day_ == 0 || threadPlatform.processEnds()) return;
+  std::deque<std::wstring> lines = TakeUndelivered();
+  lines.push_back(EndLine());
+  FileLogger::Deliver(lines);
 }
 
 void FileLogger::Write(std::wstring line) {
   std::call_once(started_, [this] { Start(); });
-  Queue(std::move(line));
+  const uint32_t code = Push([&line](std::deque<std::wstring>& lines) { lines.push_back(std::move(line)); });
+  if (code == 0) return;
+  const auto error = static_cast<int32_t>(code);
+  ReportToDebugger(Format(L"Unable to create FileLogger thread '{}'{}", SystemErrorText(code), ErrorSuffix(error)));
 }
 
 void FileLogger::Start() {
-  for (std::wstring& line : RollOver().begin) Queue(std::move(line));
-}
-
-void FileLogger::Queue(std::wstring line) {
-  if (const uint32_t code = Push(std::move(line)); code != 0) {
-    const auto error = static_cast<int32_t>(code);
-    ReportToDebugger(Format(L"Unable to create FileLogger thread '{}'{}", SystemErrorText(code), ErrorSuffix(error)));
-  }
+  std::vector<FrameLine> frame = RollOver();
+  const auto add = [&frame](std::deque<std::wstring>& lines) {
+    for (FrameLine& line : frame) lines.push_back(std::move(line.text));
+  };
+  // The line that comes next starts the thread for these too.
+  Push(add, false);
 }
 
 void FileLogger::Deliver(std::deque<std::wstring>& lines) {
@@ -89,40 +124,27 @@ void FileLogger::Deliver(std::deque<std::wstring>& lines) {
 
 void FileLogger::WriteNow(const std::wstring& line) {
   const FileLock lock(fileMutex_.get());
-  if (IsDebugOutputEnabled()) OutputDebugStringW(line.c_str());
-  const std::wstring previous = file_;
-  const Frame frame = RollOver();
-  if (frame.endsPrevious) AppendTo(previous, EndLine());
-  for (const std::wstring& first : frame.begin) AppendTo(file_, first);
-  AppendTo(file_, line);
+  PassToDebugger(line);
+  for (const FrameLine& frame : RollOver()) {
+    PassToDebugger(frame.text);
+    Append(frame.file, frame.text);
+  }
+  Append(file_, line);
 }
 
-FileLogger::Frame FileLogger::RollOver() {
+std::vector<FileLogger::FrameLine> FileLogger::RollOver() {
   SYSTEMTIME date{};
   fileLogPlatform.localTime(&date);
   // Only the day of the month is compared: a process that writes nothing for a month keeps its file.
   if (date.wDay == day_) return {};
   day_ = date.wDay;
-  Frame frame;
-  frame.endsPrevious = Exists(file_);
+  std::vector<FrameLine> frame;
+  if (Exists(file_)) frame.push_back({file_, EndLine()});
   const std::wstring name = Format(L"{}_{:04}-{:02}-{:02}.log", baseName_, date.wYear, date.wMonth, date.wDay);
   file_ = (std::filesystem::path(directory_) / name).wstring();
-  if (Exists(file_)) frame.begin.emplace_back(L"\n");
-  frame.begin.push_back(Format(L"Begin Log - {}\n", moduleName_));
+  if (Exists(file_)) frame.push_back({file_, L"\n"});
+  frame.push_back({file_, Format(L"Begin Log - {}\n", moduleName_)});
   return frame;
 }
 
 std::wstring FileLogger::EndLine() const { return Format(L"End Log - {}\n", moduleName_); }
-
-void FileLogger::AppendTo(const std::wstring& file, const std::wstring& line) const {
-  int descriptor = -1;
-  const errno_t code =
-      fileLogPlatform.openFile(&descriptor, file.c_str(), _O_WRONLY | _O_APPEND | _O_CREAT | _O_TEXT | _O_U8TEXT,
-                               _SH_DENYWR, _S_IREAD | _S_IWRITE);
-  if (code != 0) {
-    ReportToDebugger(Format(L"Error opening log file: {} - {}", file, ErrnoText(code)));
-    return;
-  }
-  _write(descriptor, line.data(), static_cast<unsigned>(line.size() * sizeof(wchar_t)));
-  _close(descriptor);
-}

@@ -17,7 +17,7 @@
 /// Writes lines to a log file of the day that all processes of the client share, on a thread of its own. Reached
 /// through Singleton<FileLogger>; always owned by a shared pointer. It is switched off at first: lines are then queued,
 /// taken by the thread and dropped.
-class FileLogger : public QueueThread<std::wstring> {
+class FileLogger : public QueueThread<std::deque<std::wstring>> {
  public:
   FileLogger();
   ~FileLogger() override;
@@ -29,10 +29,10 @@ class FileLogger : public QueueThread<std::wstring> {
   void SetEnabled(bool enabled) { enabled_ = enabled; }
 
  private:
-  // What a new day asks for: the end of the file so far, and the first lines of the new one.
-  struct Frame {
-    bool endsPrevious = false;
-    std::vector<std::wstring> begin;
+  // A line that begins or ends a file.
+  struct FrameLine {
+    std::wstring file;
+    std::wstring text;
   };
 
   bool BeginThread() override { return true; }
@@ -40,10 +40,8 @@ class FileLogger : public QueueThread<std::wstring> {
   void EndThread() override {}
 
   void Start();
-  void Queue(std::wstring line);
   void WriteNow(const std::wstring& line);
-  void AppendTo(const std::wstring& file, const std::wstring& line) const;
-  Frame RollOver();
+  std::vector<FrameLine> RollOver();
   std::wstring EndLine() const;
 
   struct CloseMutex {
@@ -67,6 +65,7 @@ struct FileLogPlatform {
   decltype(&GetLocalTime) localTime = GetLocalTime;
   decltype(&CreateMutexW) createMutex = CreateMutexW;
   decltype(&_wsopen_s) openFile = _wsopen_s;
+  decltype(&_write) writeFile = _write;
 };
 
 extern FileLogPlatform fileLogPlatform;

@@ -6,8 +6,15 @@
 namespace {
 
 void HandToLogger(LogSource source, LogLevel level, std::wstring_view message) {
-  // Most messages end here, which is why it comes first.
-  if (processLogFilter.IsSet() && !processLogFilter.Passes(source, level)) return;
+  if (message.empty()) return;
+  if (processLogFilter.IsInUse()) {
+    // Most messages end here, and nearly all others with the next line.
+    if (!processLogFilter.Passes(source, level)) return;
+    // Nobody delivers it, and what it would be queued in may be gone.
+    if (threadPlatform.processEnds()) return;
+    if (Logger::EnqueueIfRunning(*ProcessLogQueue(), source, level, message)) return;
+  }
+  if (threadPlatform.processEnds()) return;
   if (const auto logger = Singleton<Logger>::Get()) logger->Enqueue(source, level, message);
 }
 

@@ -13,6 +13,10 @@ class LogFilter {
   /// False until the global threshold is set for the first time.
   bool IsSet() const { return set_.load(std::memory_order_acquire); }
 
+  /// True once there is a Logger that works: a message that does not pass then needs nothing else.
+  bool IsInUse() const { return inUse_.load(std::memory_order_acquire); }
+  void MarkInUse() { inUse_.store(true, std::memory_order_release); }
+
   void SetGlobal(uint16_t threshold) {
     global_.store(threshold, std::memory_order_relaxed);
     set_.store(true, std::memory_order_release);
@@ -32,6 +36,7 @@ class LogFilter {
 
  private:
   std::atomic<bool> set_{false};
+  std::atomic<bool> inUse_{false};
   std::atomic<uint16_t> global_{0};
   std::array<std::atomic<uint16_t>, kLogSourceCount> sources_{};
 };

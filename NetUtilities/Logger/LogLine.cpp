@@ -1,7 +1,6 @@
 #include "NetUtilities/Logger/LogLine.h"
 
 #include <array>
-#include <cstddef>
 
 namespace {
 
@@ -34,8 +33,8 @@ class Cursor {
 
 }  // namespace
 
-void AppendLogLinePrefix(std::wstring& line, const LogTime& time, uint32_t processId, uint32_t threadId) {
-  std::array<wchar_t, 40> prefix;  // the longest one has 38 characters
+size_t WriteLogLinePrefix(std::span<wchar_t, kLongestLogLinePrefix> prefix, const LogTime& time, uint32_t processId,
+                          uint32_t threadId) {
   Cursor cursor(prefix.data());
   cursor.PutDecimal(time.month, 2);
   cursor.Put(L'/');
@@ -54,11 +53,10 @@ void AppendLogLinePrefix(std::wstring& line, const LogTime& time, uint32_t proce
   cursor.PutHexadecimal(threadId);
   cursor.Put(L':');
   cursor.Put(L' ');
-  line.append(prefix.data(), static_cast<size_t>(cursor.At() - prefix.data()));
+  return static_cast<size_t>(cursor.At() - prefix.data());
 }
 
 std::wstring LogLinePrefix(const LogTime& time, uint32_t processId, uint32_t threadId) {
-  std::wstring prefix;
-  AppendLogLinePrefix(prefix, time, processId, threadId);
-  return prefix;
+  std::array<wchar_t, kLongestLogLinePrefix> prefix;
+  return {prefix.data(), WriteLogLinePrefix(prefix, time, processId, threadId)};
 }

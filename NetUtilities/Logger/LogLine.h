@@ -1,9 +1,9 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string>
-
-#include "NetUtilities/Logger/Log.h"
 
 /// A moment of the local time, to the millisecond. The year does not appear in log lines.
 struct LogTime {
@@ -15,15 +15,11 @@ struct LogTime {
   unsigned millisecond;
 };
 
-/// One message on its way to the logging service.
-struct LogRecord {
-  LogSource source;
-  LogLevel level;
-  std::wstring text;  // the complete line: prefix and message, without a line end
-};
+inline constexpr size_t kLongestLogLinePrefix = 38;
 
-/// Appends the start of every log line: local time, process id and thread id, closed by ": ".
-void AppendLogLinePrefix(std::wstring& line, const LogTime& time, uint32_t processId, uint32_t threadId);
+/// Writes the start of every log line: local time, process id and thread id, closed by ": ". Returns its length.
+size_t WriteLogLinePrefix(std::span<wchar_t, kLongestLogLinePrefix> prefix, const LogTime& time, uint32_t processId,
+                          uint32_t threadId);
 
 /// That start as a text of its own.
 std::wstring LogLinePrefix(const LogTime& time, uint32_t processId, uint32_t threadId);

@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <objbase.h>
+#include <x86intrin.h>
 
 #include "NetUtilities/ErrorText.h"
 #include "NetUtilities/Format.h"
@@ -27,6 +28,7 @@ std::wstring ModuleLabel() { return Format(L"{} -> {}", ModuleFileName(nullptr),
 
 LogPlatform logPlatform = {
     .localTime = LocalTime,
+    .ticks = [] { return uint64_t{__rdtsc()}; },
     .processId = [] { return uint32_t{GetCurrentProcessId()}; },
     .threadId = [] { return uint32_t{GetCurrentThreadId()}; },
     .traceLevel = GetTraceLevel,

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 #include <memory>
-#include <string>
+#include <string_view>
 
 /// The client's logging service, TraceLogManager, as the logger thread reaches it. Operations return HRESULTs.
 class LogService {
@@ -10,5 +10,5 @@ class LogService {
   virtual ~LogService() = default;
   virtual int32_t GetGlobalLevel(uint16_t& level) = 0;
   virtual int32_t GetSourceLevel(uint32_t source, uint16_t& level) = 0;
-  virtual int32_t LogMessage(uint32_t source, uint16_t level, const std::wstring& text) = 0;
+  virtual int32_t LogMessage(uint32_t source, uint16_t level, std::wstring_view text) = 0;
 };

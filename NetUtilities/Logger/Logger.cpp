@@ -1,10 +1,12 @@
 #include "NetUtilities/Logger/Logger.h"
 
+#include <array>
 #include <source_location>
 #include <thread>
 #include <utility>
 
 #include "NetUtilities/Format.h"
+#include "NetUtilities/Logger/LogLine.h"
 #include "NetUtilities/Logger/LogPlatform.h"
 #include "NetUtilities/Logger/TraceScope.h"
 #include "NetUtilities/Singleton.h"
@@ -12,17 +14,9 @@
 
 namespace {
 
-// Reading the trace level may itself fail and log. Such a message is met by the thread that is initializing and must
-// not wait for that to end.
+// Starting the Logger may itself fail and log. Such a message is met by the thread that is initializing and must not
+// wait for that to end.
 thread_local bool initializing = false;
-
-uint16_t ReadTraceLevel() {
-  struct Scope {
-    Scope() { initializing = true; }
-    ~Scope() { initializing = false; }
-  } const scope;
-  return logPlatform.traceLevel();
-}
 
 void ReportError(std::wstring_view message, int32_t code) {
   logPlatform.reportToFile(Format(L"Error: {}{}", message, logPlatform.errorSuffix(code)));
@@ -34,6 +28,11 @@ void ReportDebug(std::wstring_view message) {
 
 void ReportInformation(std::wstring_view message) { logPlatform.reportToFile(Format(L"Info:  {}", message)); }
 
+// A missing service is a fault of the installation that must not go unnoticed: nobody catches this, and the process
+// ends. It does so at the `noexcept` of the caller. An exception that leaves the thread is the system's to handle, and
+// where no debugger takes it the process may go on for ever, unwinding.
+[[noreturn]] void ThrowNoLogService() { throw NoLogService(); }
+
 bool Failed(int32_t result) { return result < 0; }
 
 // The Logger's own scopes go to the debugger: in the log they would trace themselves.
@@ -44,11 +43,37 @@ class LoggerScope : public TraceScope {
       : TraceScope(kLoggerTraceFlag, label, logPlatform.reportToDebugger, TraceTiming::Untimed, function) {}
 };
 
+// The start of this thread's lines at this moment. Reading the clock and composing the text cost several times what the
+// rest of a message does, so both are done again only when the time may be another: the counter takes half a
+// millisecond for these ticks at 1 GHz, and less on faster processors.
+std::wstring_view CurrentPrefix() {
+  constexpr uint64_t kTicks = 500'000;
+  struct Kept {
+    uint64_t readAt = 0;
+    std::array<wchar_t, kLongestLogLinePrefix> text;
+    size_t length = 0;
+  };
+  thread_local Kept kept;
+  const uint64_t now = logPlatform.ticks();
+  if (now - kept.readAt > kTicks || kept.length == 0) {
+    kept.readAt = now;
+    kept.length =
+        WriteLogLinePrefix(kept.text, logPlatform.localTime(), logPlatform.processId(), logPlatform.threadId());
+  }
+  return {kept.text.data(), kept.length};
+}
+
 }  // namespace
 
 LogFilter processLogFilter;
 
-Logger::Logger(LogFilter& filter) : filter_(filter), label_(logPlatform.moduleLabel() + L" Logger") {
+const std::shared_ptr<LogQueue>& ProcessLogQueue() {
+  static const auto queue = std::make_shared<LogQueue>();
+  return queue;
+}
+
+Logger::Logger(LogFilter& filter, std::shared_ptr<LogQueue> queue)
+    : QueueThread(std::move(queue)), filter_(filter), label_(logPlatform.moduleLabel() + L" Logger") {
   const LoggerScope scope(label_);
 }
 
@@ -57,14 +82,23 @@ Logger::~Logger() { const LoggerScope scope(label_); }
 bool Logger::Initialize() {
   if (initialized_) return true;
   if (initializing) return false;
+  struct Scope {
+    Scope() { initializing = true; }
+    ~Scope() { initializing = false; }
+  } const initialization;
   const LoggerScope scope(label_);
-  const uint16_t level = ReadTraceLevel();
-  const std::scoped_lock lock(initializeMutex_);
-  if (initialized_) return true;
-  filter_.SetGlobal(level);
-  initialized_ = Started(StartThread());
+  const uint16_t level = logPlatform.traceLevel();
+  uint32_t code = 0;
+  {
+    const std::scoped_lock lock(initializeMutex_);
+    if (initialized_) return true;
+    filter_.SetGlobal(level);
+    code = StartThread();
+    initialized_ = code == 0;
+    if (initialized_) filter_.MarkInUse();
+  }
   std::this_thread::yield();
-  return initialized_;
+  return Started(code);
 }
 
 // Reports a thread that could not be started.
@@ -81,16 +115,19 @@ void Logger::Stop() {
   QueueThread::Stop();
 }
 
+bool Logger::EnqueueIfRunning(LogQueue& queue, LogSource source, LogLevel level, std::wstring_view message) {
+  const std::wstring_view prefix = CurrentPrefix();
+  return queue.AddIfRunning([&](LogRecords& records) { records.Add(source, level, prefix, message); });
+}
+
 void Logger::Enqueue(LogSource source, LogLevel level, std::wstring_view message) {
-  constexpr size_t kRoomForPrefix = 30;
   if (message.empty()) return;
   if (!initialized_) Initialize();
-  if (!filter_.Passes(source, level)) return;
-  std::wstring line;
-  line.reserve(message.size() + kRoomForPrefix);
-  AppendLogLinePrefix(line, logPlatform.localTime(), logPlatform.processId(), logPlatform.threadId());
-  line += message;
-  Started(Push({source, level, std::move(line)}));
+  // The level is not known yet to what reading it has to log.
+  if (filter_.IsSet() ? !filter_.Passes(source, level) : level > LogLevel::Error) return;
+  const std::wstring_view prefix = CurrentPrefix();
+  // A thread that Initialize could not start is tried again with the next message, not with this one.
+  Started(Push([&](LogRecords& records) { records.Add(source, level, prefix, message); }, initialized_));
 }
 
 void Logger::LoggerThread() {
@@ -118,9 +155,9 @@ void Logger::InitializeLogManager() {
   }
 }
 
-void Logger::Deliver(std::deque<LogRecord>& records) {
-  for (const LogRecord& record : records) Deliver(record);
-  if (!IsStopping()) RefreshLevels();
+void Logger::Deliver(LogRecords& records) {
+  records.ForEach([this](const LogRecord& record) { Deliver(record); });
+  RefreshLevels();
 }
 
 void Logger::EndThread() {
@@ -130,6 +167,7 @@ void Logger::EndThread() {
 
 void Logger::RefreshLevels() {
   constexpr auto kPeriod = std::chrono::seconds(60);
+  if (IsStopping()) return;
   const std::chrono::nanoseconds now = logPlatform.steadyTime();
   // Whole seconds count.
   if (refreshedAt_ && std::chrono::floor<std::chrono::seconds>(now - *refreshedAt_) <= kPeriod) return;
@@ -151,23 +189,24 @@ void Logger::RefreshLevels() {
   filter_.SetGlobal(level);
 }
 
-void Logger::Deliver(const LogRecord& record) {
+void Logger::Deliver(const LogRecord& record) noexcept {
   const auto source = static_cast<uint16_t>(record.source);
   if (source >= kLogSourceCount) {
     ReportInformation(Format(L"********** Logging source {} out of range! **********", source));
     ReportInformation(record.text);
     return;
   }
-  // A missing service is a fault of the installation that must not go unnoticed: nobody catches this, and the process
-  // ends.
-  if (!service_) throw NoLogService();
+  if (!service_) ThrowNoLogService();
   const int32_t result = service_->LogMessage(source, static_cast<uint16_t>(record.level), record.text);
   if (Failed(result)) ReportError(L"Unable to send log message!", result);
 }
 
 void StopLogger() {
-  if (!Singleton<Logger>::Exists()) return;
-  if (const auto logger = Singleton<Logger>::Get()) logger->Stop();
+  if (Singleton<Logger>::Exists()) {
+    if (const auto logger = Singleton<Logger>::Get()) logger->Stop();
+  }
+  // What destructors log from now on must not start a thread.
+  ProcessLogQueue()->Close();
 }
 
 LogSession::LogSession() : logger_(Singleton<Logger>::Get()) {
@@ -175,5 +214,9 @@ LogSession::LogSession() : logger_(Singleton<Logger>::Get()) {
 }
 
 LogSession::~LogSession() {
-  if (logger_) logger_->Release();
+  // Not for ever, should the service be stuck: the user waits.
+  constexpr auto kDeliveryLimit = std::chrono::milliseconds(500);
+  if (!logger_) return;
+  logger_->Release();
+  logger_->Flush(kDeliveryLimit);
 }

@@ -3,14 +3,13 @@
 #include <atomic>
 #include <chrono>
 #include <cstdint>
-#include <deque>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 
 #include "NetUtilities/Logger/LogFilter.h"
-#include "NetUtilities/Logger/LogLine.h"
+#include "NetUtilities/Logger/LogRecords.h"
 #include "NetUtilities/Logger/LogService.h"
 #include "NetUtilities/Mutex.h"
 #include "NetUtilities/QueueThread.h"
@@ -19,18 +18,25 @@
 /// nothing.
 extern LogFilter processLogFilter;
 
+/// The queue of the process's one Logger, for the same reason.
+using LogQueue = QueueThread<LogRecords>::Queue;
+const std::shared_ptr<LogQueue>& ProcessLogQueue();
+
 /// Thrown on the logger thread, where nobody catches it, when there is a message for a service that is not there.
 struct NoLogService {};
 
 /// The process-wide logging facility: filters messages by level, stamps them, queues them, and hands them to the
 /// client's logging service on a thread of its own, which also asks the service for the levels. Reached through
 /// Singleton<Logger>, which the free functions of Log.h do; always owned by a shared pointer.
-class Logger : public QueueThread<LogRecord> {
+class Logger : public QueueThread<LogRecords> {
  public:
   static constexpr LogSource kDefaultSource = LogSource::General;
 
-  /// Filters by `filter`, which must outlive the object.
-  explicit Logger(LogFilter& filter = processLogFilter);
+  /// The process's one.
+  Logger() : Logger(processLogFilter, ProcessLogQueue()) {}
+
+  /// One of its own. Filters by `filter`, which must outlive the object.
+  explicit Logger(LogFilter& filter, std::shared_ptr<LogQueue> queue = std::make_shared<LogQueue>());
   ~Logger() override;
 
   /// Starts the logger thread if that has not been done. False when it could not be started: the next message tries
@@ -40,20 +46,24 @@ class Logger : public QueueThread<LogRecord> {
   /// Ends the logger thread after it has delivered what is queued. Later messages are queued and stay so.
   void Stop();
 
+  /// Stamps and queues one message, which must have passed the filter, if the logger thread runs; returns false if not.
+  /// The way of nearly all messages: it needs no Logger.
+  static bool EnqueueIfRunning(LogQueue& queue, LogSource source, LogLevel level, std::wstring_view message);
+
   /// Filters, stamps and queues one message; an empty one is dropped before anything else happens.
   void Enqueue(LogSource source, LogLevel level, std::wstring_view message);
 
  private:
   void ThreadBody() override { LoggerThread(); }
   bool BeginThread() override;
-  void Deliver(std::deque<LogRecord>& records) override;
+  void Deliver(LogRecords& records) override;
   void EndThread() override;
 
   bool Started(uint32_t code) const;
   void LoggerThread();
   void InitializeLogManager();
   void RefreshLevels();
-  void Deliver(const LogRecord& record);
+  void Deliver(const LogRecord& record) noexcept;
 
   LogFilter& filter_;
   const std::wstring label_;  // tells the Logger's own trace lines from those of other modules
@@ -65,11 +75,12 @@ class Logger : public QueueThread<LogRecord> {
   std::optional<std::chrono::nanoseconds> refreshedAt_;
 };
 
-/// Stops the process's Logger if there is one.
+/// Stops the process's Logger if there is one; none is started later.
 void StopLogger();
 
 /// While it lives, the process's Logger keeps its thread and its connection to the service, once it has them. For the
-/// time in which messages are to be expected.
+/// time in which messages are to be expected. In the end waits for their delivery, half a second at most: the process
+/// may end after it.
 class LogSession {
  public:
   LogSession();

@@ -1,11 +1,11 @@
 #include "NetUtilities/Logger/TraceLogService.h"
 
-#include <windows.h>
+#include <utility>
 
-#include <ole2.h>
-#include <oleauto.h>
-
+#include "NetUtilities/Logger/TraceLogPlatform.h"
 #include "TraceLogManager/TraceLogManager.h"
+
+TraceLogPlatform traceLogPlatform;
 
 namespace {
 
@@ -30,8 +30,8 @@ class TraceLogService : public LogService {
     return manager_->GetSourceLogLevel(source, &level);
   }
 
-  int32_t LogMessage(uint32_t source, uint16_t level, const std::wstring& text) override {
-    const Text copy(SysAllocStringLen(text.data(), static_cast<UINT>(text.size())));
+  int32_t LogMessage(uint32_t source, uint16_t level, std::wstring_view text) override {
+    const Text copy(traceLogPlatform.allocateText(text.data(), static_cast<UINT>(text.size())));
     return copy ? manager_->LogMessage(source, level, copy.get()) : E_OUTOFMEMORY;
   }
 
@@ -43,10 +43,10 @@ class TraceLogService : public LogService {
 
 std::unique_ptr<LogService> ConnectTraceLogManager(int32_t& result) {
   void* object = nullptr;
-  result = CoCreateInstance(CLSID_TraceLogManager, nullptr, CLSCTX_LOCAL_SERVER, IID_IUnknown, &object);
+  result = traceLogPlatform.createInstance(CLSID_TraceLogManager, nullptr, CLSCTX_LOCAL_SERVER, IID_IUnknown, &object);
   if (FAILED(result)) return nullptr;
   const ComPointer<IUnknown> unknown(static_cast<IUnknown*>(object));
-  result = OleRun(unknown.get());
+  result = traceLogPlatform.run(unknown.get());
   if (FAILED(result)) return nullptr;
   result = unknown->QueryInterface(IID_ITraceLogManager, &object);
   if (FAILED(result)) return nullptr;

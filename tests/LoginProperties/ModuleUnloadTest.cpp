@@ -1,54 +1,67 @@
 // Loading and unloading a module that logs: nothing hangs, nothing that was queued is lost, nothing is left. The module
-// starts and stops as the product does.
+// starts and stops as the product does. Its messages go to the test, or to the real logging service.
 
 #include <windows.h>
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 #include <tlhelp32.h>
 
 #include <atomic>
 #include <chrono>
+#include <deque>
+#include <map>
+#include <optional>
 #include <string>
 #include <thread>
+#include <tuple>
 #include <vector>
 
+#include "NetUtilities/Format.h"
+#include "tests/support/ClientProcess.h"
+#include "tests/support/Endurance.h"
+#include "tests/support/LoadedModule.h"
 #include "tests/support/LoggingModule.h"
-#include "tests/support/OwnProcess.h"
+#include "tests/support/NumberedMessages.h"
+#include "tests/support/RegisteredService.h"
 #include "tests/support/ResourceCounters.h"
+#include "tests/support/ServiceLog.h"
 #include "tests/support/WaitUntil.h"
 
 namespace {
 
+using testing::Each;
+using testing::Pair;
+using testing::SizeIs;
+
 constexpr wchar_t kModule[] = L"LoggingModule.dll";
-constexpr int kRounds = 50;
 constexpr int kThreads = 4;
+constexpr int kManyRounds = 50;
+
+enum class Target { Test, Service };
 
 std::atomic<int> received;
 
 // The module, loaded once more for as long as this lives.
-class LoggingModule {
+class Module {
  public:
-  LoggingModule() : module_(LoadLibraryW(kModule)) {
-    EXPECT_NE(module_, nullptr);
-    Function<decltype(SendLinesTo)>("SendLinesTo")([](const wchar_t*) { ++received; });
+  explicit Module(Target target) {
+    EXPECT_NE(module_.Handle(), nullptr);
+    if (target == Target::Test) {
+      module_.Find<decltype(&SendLinesTo)>("SendLinesTo")([](const wchar_t*) { ++received; });
+    }
   }
-  ~LoggingModule() { FreeLibrary(module_); }
-  LoggingModule(const LoggingModule&) = delete;
-  LoggingModule& operator=(const LoggingModule&) = delete;
 
-  void Log(int count) const { Function<decltype(LogNumbers)>("LogNumbers")(L"message", count); }
+  void Log(const std::wstring& name, int count) const {
+    module_.Find<decltype(&LogNumbers)>("LogNumbers")(1, 2, name.c_str(), count);
+  }
 
  private:
-  template <typename Signature>
-  Signature* Function(const char* name) const {
-    return reinterpret_cast<Signature*>(reinterpret_cast<void*>(GetProcAddress(module_, name)));
-  }
-
-  HMODULE module_;
+  const LoadedModule module_{kModule};
 };
 
+// The module stays until all is delivered.
 bool IsUnloaded() {
-  return WaitUntil([] { return GetModuleHandleW(kModule) == nullptr; });
+  return WaitUntil([] { return GetModuleHandleW(kModule) == nullptr; }, std::chrono::minutes(10));
 }
 
 int ThreadCount() {
@@ -82,86 +95,141 @@ class NothingIsLeft {
   size_t handles_;
 };
 
-// Lets go of the module while threads that have loaded it log.
-void LogInThreads(int count) {
+// Lets go of the module while threads that have loaded it log; each of them, and this one, so many messages.
+void LogInThreads(Target target, int count) {
   std::vector<std::thread> threads;
   {
-    const LoggingModule module;
-    for (int thread = 0; thread < kThreads; ++thread) threads.emplace_back([count] { LoggingModule().Log(count); });
-    module.Log(count);
+    const Module module(target);
+    for (int thread = 0; thread < kThreads; ++thread) {
+      threads.emplace_back([=] { Module(target).Log(L"unload thread " + std::to_wstring(thread), count); });
+    }
+    module.Log(L"unload main", count);
   }
   for (std::thread& thread : threads) thread.join();
 }
 
-class ModuleUnload : public testing::TestWithParam<int> {
+class ModuleUnload : public testing::TestWithParam<std::tuple<Target, int>> {
  protected:
+  static void SetUpTestSuite() { registration.emplace(); }
+  static void TearDownTestSuite() {
+    // Some clients did not say that they would go. Under Wine a server waits for them for ever.
+    RegisteredService::KillServers();
+    registration.reset();
+  }
+
   ModuleUnload() {
-    received = 0;
     // What the system makes for the first use, and keeps.
     for (int round = 0; round < 3; ++round) {
-      LogInThreads(1);
+      LogInThreads(ItsTarget(), 1);
       EXPECT_TRUE(IsUnloaded());
     }
-    received = 0;
   }
+
+  static Target ItsTarget() { return std::get<Target>(GetParam()); }
+  static int Count() { return std::get<int>(GetParam()); }
+
+  // A message costs the service much more than the test.
+  static int Rounds() {
+    if (ItsTarget() == Target::Test || FullSize()) return kManyRounds;
+    return Count() < 1'000 ? 8 : 1;
+  }
+
+  static std::optional<RegisteredService> registration;
+};
+
+std::optional<RegisteredService> ModuleUnload::registration;
+
+// Knows what has been delivered since its beginning.
+class Delivery {
+ public:
+  explicit Delivery(Target target) : target_(target) { received = 0; }
+
+  // So many messages of each of so many names have come, in order.
+  void Is(size_t names, int count) const {
+    if (target_ == Target::Test) {
+      EXPECT_EQ(received, static_cast<int>(names) * count);
+      return;
+    }
+    const std::map<std::string, int> counts = CountNumberedMessages(log_.Text(), "unload ");
+    EXPECT_THAT(counts, SizeIs(names));
+    EXPECT_THAT(counts, Each(Pair(testing::_, count)));
+  }
+
+ private:
+  Target target_;
+  ServiceLog log_;
 };
 
 TEST_P(ModuleUnload, AtOnceAfterTheMessages) {
   const NothingIsLeft check;
-  for (int round = 1; round <= kRounds; ++round) {
-    {
-      const LoggingModule module;
-      module.Log(GetParam());
-    }
+  for (int round = 1; round <= Rounds(); ++round) {
+    const Delivery delivery(ItsTarget());
+    Module(ItsTarget()).Log(L"unload", Count());
     ASSERT_TRUE(IsUnloaded());
-    ASSERT_EQ(received, round * GetParam());
+    delivery.Is(1, Count());
   }
 }
 
 TEST_P(ModuleUnload, AMomentAfterTheMessages) {
   const NothingIsLeft check;
-  for (int round = 1; round <= kRounds; ++round) {
+  for (int round = 1; round <= Rounds(); ++round) {
+    const Delivery delivery(ItsTarget());
     {
-      const LoggingModule module;
-      module.Log(GetParam());
+      const Module module(ItsTarget());
+      module.Log(L"unload", Count());
       Sleep(200);  // the thread has gone to rest, or is about to
     }
     ASSERT_TRUE(IsUnloaded());
-    ASSERT_EQ(received, round * GetParam());
+    delivery.Is(1, Count());
   }
 }
 
 TEST_P(ModuleUnload, InALoopThatDoesNotWait) {
   const NothingIsLeft check;
-  for (int round = 1; round <= kRounds; ++round) {
-    const LoggingModule module;
-    module.Log(GetParam());
-  }
+  const Delivery delivery(ItsTarget());
+  for (int round = 1; round <= Rounds(); ++round) Module(ItsTarget()).Log(L"unload " + std::to_wstring(round), Count());
   ASSERT_TRUE(IsUnloaded());
-  EXPECT_EQ(received, kRounds * GetParam());
+  delivery.Is(static_cast<size_t>(Rounds()), Count());
 }
 
 TEST_P(ModuleUnload, WhileOtherThreadsThatHaveLoadedItLog) {
   const NothingIsLeft check;
-  for (int round = 1; round <= kRounds; ++round) {
-    LogInThreads(GetParam());
+  constexpr int kLoggers = kThreads + 1;
+  // As many in all as in the other tests, but for the recorder, which is fast enough for as many of each thread.
+  const int count = ItsTarget() == Target::Test ? Count() : (Count() + kLoggers - 1) / kLoggers;
+  for (int round = 1; round <= Rounds(); ++round) {
+    const Delivery delivery(ItsTarget());
+    LogInThreads(ItsTarget(), count);
     ASSERT_TRUE(IsUnloaded());
-    ASSERT_EQ(received, round * (kThreads + 1) * GetParam());
+    delivery.Is(kLoggers, count);
   }
 }
 
 TEST_P(ModuleUnload, ByTheEndOfTheProcess) {
   // The process ends with messages in the queue, and nobody unloads the module.
-  constexpr int kProcesses = 10;
-  for (int process = 0; process < kProcesses; ++process) {
-    InOwnProcess([] {
-      if (GetModuleHandleW(kModule) != nullptr) return;  // in the other process the loop goes round, too
-      ASSERT_NE(LoadLibraryW(kModule), nullptr);
-      LoggingModule().Log(GetParam());
-    });
+  constexpr size_t kAtOnce = 4;
+  const ServiceLog log;
+  std::deque<ClientProcess> processes;
+  const auto waitForOne = [&processes] {
+    EXPECT_EQ(processes.front().WaitForEnd(), ClientProcess::kDone);
+    processes.pop_front();
+  };
+  const bool toService = ItsTarget() == Target::Service;
+  for (int process = 0; process < Rounds(); ++process) {
+    if (processes.size() == kAtOnce) waitForOne();
+    processes.emplace_back(Format(L"end-{} 1 {} keep-module {}", process, Count(), toService ? L"" : L"no-service"));
   }
+  while (!processes.empty()) waitForOne();
+  // What has arrived is whole and in order.
+  CountNumberedMessages(log.Text(), "end-");
 }
 
-INSTANTIATE_TEST_SUITE_P(Queued, ModuleUnload, testing::Values(1, 100, 5'000));
+INSTANTIATE_TEST_SUITE_P(Queued, ModuleUnload,
+                         testing::Combine(testing::Values(Target::Test, Target::Service),
+                                          testing::Values(1, 100, 5'000)),
+                         [](const auto& test) {
+                           return std::to_string(std::get<int>(test.param)) +
+                                  (std::get<Target>(test.param) == Target::Test ? "ForTheTest" : "ForTheService");
+                         });
 
 }  // namespace

@@ -23,10 +23,12 @@
 #include "NetUtilities/Format.h"
 #include "NetUtilities/RegistryNames.h"
 #include "NetUtilities/Text.h"
+#include "tests/support/FaultPlan.h"
 #include "tests/support/FileBytes.h"
 #include "tests/support/LogCapture.h"
 #include "tests/support/MinidumpFile.h"
 #include "tests/support/OwnProcess.h"
+#include "tests/support/ResourceCounters.h"
 #include "tests/support/Substituted.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/TestRegistryKey.h"
@@ -420,6 +422,55 @@ TEST_F(WriteCrashDumpTest, SaysNothingWhenTheFileIsInUse) {
   EXPECT_THAT(log_.Messages(), IsEmpty());
 }
 
+TEST_F(WriteCrashDumpTest, WhateverFailsIsSilentLeavesNothingOpenAndDoesNotHinderTheNextDump) {
+  static FaultPlan plan;
+  static int dumps;
+  static decltype(platform_->folderPath) folderPath;
+  folderPath = platform_->folderPath;
+  platform_->createThread = [](LPSECURITY_ATTRIBUTES attributes, SIZE_T stack, LPTHREAD_START_ROUTINE start,
+                               LPVOID parameter, DWORD flags, LPDWORD id) -> HANDLE {
+    return plan.Fails() ? nullptr : CreateThread(attributes, stack, start, parameter, flags, id);
+  };
+  platform_->folderPath = [](HWND owner, int folder, HANDLE token, DWORD flags, LPWSTR out) -> HRESULT {
+    return plan.Fails() ? E_FAIL : folderPath(owner, folder, token, flags, out);
+  };
+  platform_->createFile = [](LPCWSTR file, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES attributes, DWORD creation,
+                             DWORD flags, HANDLE like) -> HANDLE {
+    return plan.Fails() ? INVALID_HANDLE_VALUE : CreateFileW(file, access, share, attributes, creation, flags, like);
+  };
+  platform_->writeDump = [](HANDLE, DWORD, HANDLE, MINIDUMP_TYPE, PMINIDUMP_EXCEPTION_INFORMATION,
+                            PMINIDUMP_USER_STREAM_INFORMATION, PMINIDUMP_CALLBACK_INFORMATION) -> BOOL {
+    if (plan.Fails()) return FALSE;
+    ++dumps;
+    return TRUE;
+  };
+  // A stack overflow takes most steps, all of which this has made once before handles are counted.
+  Exception exception(EXCEPTION_STACK_OVERFLOW);
+  plan.Arm(0, FaultPlan::Mode::Once);
+  WriteCrashDump(&exception.pointers);
+  const size_t handles = CountKernelHandles();
+
+  constexpr int kCalls = 4;
+  for (const FaultPlan::Mode mode : {FaultPlan::Mode::Once, FaultPlan::Mode::FromThenOn}) {
+    for (int call = 1; call <= kCalls + 1; ++call) {
+      SCOPED_TRACE(testing::Message() << "call " << call << (mode == FaultPlan::Mode::Once ? "" : " and later"));
+      dumps = 0;
+      plan.Arm(call, mode);
+      EXPECT_EQ(WriteCrashDump(&exception.pointers), 0);
+      EXPECT_EQ(plan.WasHit(), call <= kCalls);
+      const bool onlyTheThread = call == 1 && mode == FaultPlan::Mode::Once;
+      EXPECT_EQ(dumps, onlyTheThread || !plan.WasHit() ? 1 : 0);
+      EXPECT_EQ(CountKernelHandles(), handles);
+
+      plan.Arm(0, mode);
+      dumps = 0;
+      EXPECT_EQ(WriteCrashDump(nullptr), 0);
+      EXPECT_EQ(dumps, 1);
+    }
+  }
+  EXPECT_THAT(log_.Messages(), IsEmpty());
+}
+
 TEST_F(WriteCrashDumpTest, SaysNothingWhenMemoryIsShort) {
   platform_->folderPath = [](HWND, int, HANDLE, DWORD, LPWSTR) -> HRESULT { throw std::bad_alloc(); };
   EXPECT_EQ(WriteCrashDump(nullptr), 0);
@@ -435,6 +486,21 @@ TEST_F(WriteCrashDumpTest, LooksUpNothingOncePrepared) {
     PrepareCrashDump();
     WriteCrashDump(nullptr);
     EXPECT_THAT(writings, SizeIs(2));
+  });
+}
+
+TEST_F(WriteCrashDumpTest, LooksUpWhatThePreparationCouldNot) {
+  NoteWritings();
+  InOwnProcess([this] {
+    const auto folderPath = platform_->folderPath;
+    platform_->folderPath = [](HWND, int, HANDLE, DWORD, LPWSTR) -> HRESULT { return E_FAIL; };
+    PrepareCrashDump();
+    WriteCrashDump(nullptr);
+    EXPECT_THAT(writings, IsEmpty());
+    platform_->folderPath = folderPath;
+    WriteCrashDump(nullptr);
+    EXPECT_THAT(writings, SizeIs(1));
+    EXPECT_THAT(log_.Messages(), IsEmpty());
   });
 }
 

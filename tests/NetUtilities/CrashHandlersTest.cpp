@@ -99,11 +99,15 @@ struct Raised {
   DWORD flags = 0;
   DWORD parameters = 0;
   Clock::duration after{};  // since the call
+  size_t messages = 0;      // logged by then
 };
 
 class InvalidParameterHandlerTest : public testing::Test {
  protected:
-  InvalidParameterHandlerTest() : vectored_(AddVectoredExceptionHandler(1, Note)) { raised = {}; }
+  InvalidParameterHandlerTest() : vectored_(AddVectoredExceptionHandler(1, Note)) {
+    raised = {};
+    log = &log_;
+  }
   ~InvalidParameterHandlerTest() override { RemoveVectoredExceptionHandler(vectored_); }
 
   static void Call(const wchar_t* expression, const wchar_t* function, const wchar_t* file, unsigned line) {
@@ -120,12 +124,13 @@ class InvalidParameterHandlerTest : public testing::Test {
   static LONG CALLBACK Note(EXCEPTION_POINTERS* exception) {
     const EXCEPTION_RECORD& record = *exception->ExceptionRecord;
     if (record.ExceptionCode != kModuleException) return EXCEPTION_CONTINUE_SEARCH;
-    raised = {raised.count + 1, record.ExceptionCode, record.ExceptionFlags, record.NumberParameters,
-              Clock::now() - called};
+    raised = {raised.count + 1,        record.ExceptionCode,  record.ExceptionFlags,
+              record.NumberParameters, Clock::now() - called, log->Messages().size()};
     return EXCEPTION_CONTINUE_EXECUTION;
   }
 
   inline static Clock::time_point called;
+  inline static const LogCapture* log;
   void* vectored_;
 };
 
@@ -144,6 +149,7 @@ TEST_F(InvalidParameterHandlerTest, LogsWhatTheDebugRuntimeKnows) {
   EXPECT_THAT(log_.Messages(),
               ElementsAre(Fatal(L"Invalid parameter detected in function wcscpy_s. File: copy.cpp Line: 12"),
                           Fatal(L"Expression: size > 0")));
+  EXPECT_EQ(raised.messages, 2u) << "They come before the crash.";
 }
 
 TEST_F(InvalidParameterHandlerTest, LogsThePlaceOnlyWhenAllOfItIsKnown) {
@@ -157,6 +163,8 @@ TEST_F(InvalidParameterHandlerTest, LogsThePlaceOnlyWhenAllOfItIsKnown) {
 TEST_F(InvalidParameterHandlerTest, LogsTheExpressionWithoutThePlace) {
   Call(L"size > 0", nullptr, nullptr, 0);
   EXPECT_THAT(log_.Messages(), ElementsAre(Fatal(L"Expression: size > 0")));
+  EXPECT_EQ(raised.count, 1);
+  EXPECT_EQ(raised.messages, 1u) << "It comes before the crash.";
 }
 
 }  // namespace

@@ -4,12 +4,19 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+
 #include "NetUtilities/Logger/Log.h"
+#include "NetUtilities/Logger/LogPlatform.h"
+#include "NetUtilities/ModuleThread.h"
 #include "NetUtilities/RegistryKey.h"
 #include "NetUtilities/RegistryNames.h"
 #include "tests/support/DebugMonitor.h"
+#include "tests/support/FileLogFiles.h"
 #include "tests/support/OwnProcess.h"
+#include "tests/support/Substituted.h"
 #include "tests/support/TestRegistryKey.h"
+#include "tests/support/ThreadStarts.h"
 
 namespace {
 
@@ -41,8 +48,39 @@ TEST(LogOutputHelper, ASwitchThatCannotBeReadIsOffWhileItsFailureIsLogged) {
   InOwnProcess([] {
     DebugMonitor monitor;
     // Every line asks for the switch, that of the failure too.
+    const Substituted<LogHandler> handler(logHandler);
+    static int lines;
+    logHandler = [](LogSource, LogLevel, std::wstring_view message) {
+      ++lines;
+      LogOutputHelper::GetLogOutput(LogOutput::Debugger)(message);
+    };
     Log(LogLevel::Error, L"hello");
+    EXPECT_EQ(lines, 2);
     EXPECT_EQ(monitor.Receive(), std::nullopt);
+  });
+}
+
+TEST(LogOutputHelper, WritesToTheFileBehindTheModuleAndThePrefixOfLogLines) {
+  InOwnProcess([] {
+    FileLogFiles::RemoveAll();
+    const Substituted<LogPlatform> log(logPlatform);
+    log->localTime = [] { return LogTime{1, 3, 9, 5, 7, 4}; };
+    log->processId = [] { return uint32_t{0x1a2}; };
+    log->threadId = [] { return uint32_t{0x3b}; };
+    const Substituted<ThreadPlatform> threads(threadPlatform);
+    threads->start = RunAtOnce;
+    const Substituted<FileLogPlatform> files(fileLogPlatform);
+    static constexpr LogDay kDay{2026, 1, 3};
+    files->localTime = [](SYSTEMTIME* time) { *time = kDay.Time(); };
+
+    Singleton<FileLogger>::Get()->SetEnabled(true);
+    const auto write = LogOutputHelper::GetLogOutput(LogOutput::File);
+    write(L"without an end");
+    write(L"with its end\n");
+    const std::string start = '[' + ToUtf8(OwnModuleBaseName()) + "] 01/03 09:05:07.004 001a2-0003b: ";
+    EXPECT_EQ(FileLogFiles::TextOf(kDay),
+              kByteOrderMark + BeginLog() + start + "without an end\r\n" + start + "with its end\r\n");
+    FileLogFiles::RemoveAll();
   });
 }
 

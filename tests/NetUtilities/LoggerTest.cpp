@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <atomic>
+
 #include "NetUtilities/Format.h"
 #include "tests/support/FakeLogMachine.h"
 #include "tests/support/WaitUntil.h"
@@ -138,6 +140,39 @@ TEST_F(LoggerTest, DeliversWhatIsQueuedBeforeItStops) {
   EXPECT_EQ(TextsSent().back(), std::to_wstring(kMessages - 1));
 }
 
+TEST_F(LoggerTest, DeliversWhatIsQueuedWhenItIsFlushed) {
+  logger->Hold();
+  constexpr size_t kMessages = 1'000;
+  for (size_t message = 0; message < kMessages; ++message) Log(L"x");
+  logger->Flush(20s);
+  EXPECT_THAT(machine.AllSent(), SizeIs(kMessages));
+  logger->Release();
+}
+
+TEST_F(LoggerTest, IsNotFlushedForEver) {
+  std::atomic<bool> stuck = true;
+  machine.whenSent = [&] { stuck.wait(true); };
+  Log(L"x");
+  const auto start = std::chrono::steady_clock::now();
+  logger->Flush(20ms);
+  const auto taken = std::chrono::steady_clock::now() - start;
+  EXPECT_GE(taken, 20ms) << "The message is not delivered yet.";
+  EXPECT_LT(taken, 10s);
+  stuck = false;
+  stuck.notify_all();
+  logger->Stop();
+}
+
+TEST_F(LoggerTest, HasNothingToFlushWithoutAThread) {
+  const auto start = std::chrono::steady_clock::now();
+  logger->Flush(20s);
+  machine.enterResult = kFailure;
+  Log(L"stays");
+  logger->Flush(20s);
+  EXPECT_LT(std::chrono::steady_clock::now() - start, 20s);
+  EXPECT_THAT(machine.AllSent(), IsEmpty());
+}
+
 TEST_F(LoggerTest, NeverDeliversWhatIsLoggedAfterItHasStopped) {
   Log(L"before");
   logger->Stop();
@@ -177,6 +212,33 @@ TEST_F(LoggerTest, KeepsItsThreadWhileItIsHeld) {
   WaitForEndOfThread();
 }
 
+TEST_F(LoggerTest, WakesAThreadThatHasGoneToSleep) {
+  logger->Hold();
+  Log(L"first");
+  EXPECT_TRUE(machine.WaitForSent(1));
+  EXPECT_FALSE(WaitUntil([&] { return machine.Happened().leaves > 0; }, 2'500ms));
+  Log(L"second");
+  EXPECT_TRUE(machine.WaitForSent(2));
+  logger->Release();
+  WaitForEndOfThread();
+}
+
+TEST_F(LoggerTest, ReadsTheClockWhenTheCounterHasMovedOn) {
+  Log(L"first");
+  machine.localTime.millisecond = 5;
+  machine.ticksPerReading = 300'000;
+  Log(L"not yet");
+  Log(L"then");
+  machine.localTime.millisecond = 6;
+  machine.ticksPerReading = static_cast<uint64_t>(-1);
+  Log(L"a counter that begins again");
+  logger->Stop();
+  std::vector<std::wstring> times;
+  for (const Sent& sent : machine.AllSent()) times.push_back(sent.text.substr(0, 18));
+  EXPECT_THAT(times,
+              ElementsAre(L"01/03 09:05:07.004", L"01/03 09:05:07.004", L"01/03 09:05:07.005", L"01/03 09:05:07.006"));
+}
+
 TEST_F(LoggerTest, ReportsAThreadThatCannotBeStartedAndTriesAgainWithTheNextMessage) {
   machine.startResult = 8;
   EXPECT_FALSE(logger->Initialize());
@@ -206,6 +268,26 @@ TEST_F(LoggerTest, StartsNoSecondThreadWhenTheFirstCouldNotWork) {
   logger->Stop();
   Log(L"later");
   EXPECT_EQ(machine.Happened().starts, 1);
+}
+
+TEST_F(LoggerTest, LeavesComWhereItWasInitializedAlready) {
+  machine.enterResult = 1;  // S_FALSE
+  Log(L"x");
+  logger->Stop();
+  EXPECT_THAT(TextsSent(), ElementsAre(L"x"));
+  EXPECT_EQ(machine.Happened().leaves, 1);
+}
+
+TEST_F(LoggerTest, TriesToStartItsThreadOnceForEachMessage) {
+  machine.startResult = 8;
+  Log(L"first");
+  EXPECT_EQ(machine.Happened().starts, 1);
+  EXPECT_THAT(machine.FileReports(), SizeIs(1));
+  Log(L"second");
+  EXPECT_EQ(machine.Happened().starts, 2);
+  EXPECT_THAT(machine.FileReports(), SizeIs(2));
+  logger->Stop();
+  EXPECT_THAT(machine.AllSent(), IsEmpty());
 }
 
 TEST_F(LoggerTest, ReportsAMissingServiceToTheDebuggerOnly) {
@@ -279,23 +361,41 @@ TEST_F(LoggerTest, TracesItselfToTheDebuggerOnly) {
   EXPECT_THAT(TextsSent(), ElementsAre(L"x")) << "None of it is in the log.";
 }
 
-TEST_F(LoggerTest, DropsAMessageFromReadingTheTraceLevel) {
+TEST_F(LoggerTest, KeepsWhatReadingTheTraceLevelHasToSay) {
   static Logger* reading;
   reading = logger.get();
   logPlatform.traceLevel = [] {
     reading->Enqueue(LogSource::General, LogLevel::Error, L"cannot read the level");
+    reading->Enqueue(LogSource::General, LogLevel::Info, L"whether this is wanted is not known yet");
     return uint16_t{4};
   };
   Log(L"first");
   logger->Stop();
-  EXPECT_THAT(TextsSent(), ElementsAre(L"first"));
+  EXPECT_THAT(TextsSent(), ElementsAre(L"cannot read the level", L"first"));
+}
+
+TEST_F(LoggerTest, KeepsWhatTheReportOfItsFailedStartHasToSay) {
+  static Logger* starting;
+  starting = logger.get();
+  machine.startResult = 8;
+  logPlatform.reportToFile = [](std::wstring_view) {
+    starting->Enqueue(LogSource::General, LogLevel::Error, L"cannot report either");
+  };
+  EXPECT_FALSE(logger->Initialize());
+  machine.startResult = 0;
+  Log(L"first");
+  logger->Stop();
+  EXPECT_THAT(TextsSent(), ElementsAre(L"cannot report either", L"first"));
 }
 
 TEST_F(LoggerTest, WaitsForNobodyWhenTheProcessEnds) {
   threadPlatform.processEnds = [] { return true; };
   logger->Hold();
   Log(L"x");
-  logger->Stop();  // would wait for ever: the thread is held
+  logger->Flush(20s);
+  logger->Stop();     // would wait for ever: the thread is held
+  logger->Release();  // does nothing
+  EXPECT_FALSE(WaitUntil([&] { return machine.Happened().leaves > 0; }, 100ms));
   threadPlatform.processEnds = [] { return false; };
   logger->Release();
 }

@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <memory>
+#include <stdexcept>
 #include <thread>
 
 #include "tests/support/WaitUntil.h"
@@ -86,6 +87,12 @@ TEST_F(RefreshedDwordTest, IsWhatItWasForWhoAsksWhileReadingAnotherForIt) {
   EXPECT_EQ(asked->Get(), 6u);
   EXPECT_EQ(seen, 0u);
   EXPECT_EQ(readings, 1);
+}
+
+TEST_F(RefreshedDwordTest, IsReadAgainAfterAReadingThatThrew) {
+  RefreshedDword throwing([] { return ++readings == 1 ? throw std::runtime_error("no memory") : stored; }, Now);
+  EXPECT_THROW(throwing.Get(), std::runtime_error);
+  EXPECT_EQ(throwing.Get(), 5u);
 }
 
 TEST_F(RefreshedDwordTest, IsKeptFor9Seconds) { EXPECT_EQ(SeenAfter(9s), 5u); }

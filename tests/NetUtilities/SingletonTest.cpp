@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include <new>
 #include <string>
 #include <vector>
 
@@ -55,6 +56,14 @@ class Asker {
 
 struct NeverWanted {};
 
+// Comes into being only on the second attempt.
+struct Reluctant {
+  Reluctant() {
+    if (++attempts == 1) throw std::bad_alloc();
+  }
+  inline static int attempts = 0;
+};
+
 TEST(Singleton, IsTheSameObjectForEverybody) {
   const auto one = Singleton<std::string>::Get();
   ASSERT_TRUE(one);
@@ -65,6 +74,17 @@ TEST(Singleton, IsTheSameObjectForEverybody) {
 TEST(Singleton, IsNotCreatedByAskingWhetherItExists) {
   EXPECT_FALSE(Singleton<NeverWanted>::Exists());
   EXPECT_FALSE(Singleton<NeverWanted>::Exists());
+}
+
+TEST(Singleton, IsTriedAgainWhenItCouldNotBeCreated) {
+  InOwnProcess([] {
+    EXPECT_THROW(Singleton<Reluctant>::Get(), std::bad_alloc);
+    EXPECT_FALSE(Singleton<Reluctant>::Exists());
+    const auto object = Singleton<Reluctant>::Get();
+    EXPECT_NE(object, nullptr);
+    EXPECT_EQ(Singleton<Reluctant>::Get(), object);
+    EXPECT_EQ(Reluctant::attempts, 2);
+  });
 }
 
 TEST(Singleton, IsNullAfterTeardownAndNotCreatedAgain) {

@@ -2,7 +2,11 @@
 
 #include <gmock/gmock.h>
 
+#include <optional>
+
 #include "tests/support/MessageBoxAnswer.h"
+#include "tests/support/RegisteredService.h"
+#include "tests/support/ServiceLog.h"
 
 namespace {
 
@@ -27,8 +31,16 @@ class MessagesTest : public testing::Test {
                                nullptr, nullptr)) {}
   ~MessagesTest() override { DestroyWindow(parent); }
 
+  // Messages are logged.
+  static void SetUpTestSuite() { service.emplace(); }
+  static void TearDownTestSuite() { service.reset(); }
+
+  static std::optional<RegisteredService> service;
+
   const HWND parent;
 };
+
+std::optional<RegisteredService> MessagesTest::service;
 
 TEST_F(MessagesTest, AnErrorShowsItsTextOverItsParent) {
   const auto box = AnswerMessageBox(MessageBoxAnswer::Button(IDOK),
@@ -65,6 +77,15 @@ TEST_F(MessagesTest, OnlyYesIsYes) {
   EXPECT_NE(Ask(MessageBoxAnswer::Button(IDYES)), 0);
   EXPECT_EQ(Ask(MessageBoxAnswer::Button(IDNO)), 0);
   EXPECT_EQ(Ask(MessageBoxAnswer::Escape()), 0);
+}
+
+TEST_F(MessagesTest, WhatIsShownAndAnsweredIsInTheLog) {
+  const ServiceLog log;
+  Ask(MessageBoxAnswer::Button(IDYES));
+  EXPECT_TRUE(log.Has(": Message: a"));
+  EXPECT_TRUE(log.Has(": Answer: yes"));
+  Ask(MessageBoxAnswer::Button(IDNO));
+  EXPECT_TRUE(log.Has(": Answer: no"));
 }
 
 TEST_F(MessagesTest, EscapeClosesAnError) {

@@ -20,8 +20,9 @@ class DebugMonitor {
   /// The message that was sent last, waited for if there is none yet; nothing when none came.
   std::optional<std::string> Receive(DWORD limitMilliseconds = 0) {
     if (WaitForSingleObject(sent_.get(), limitMilliseconds) != WAIT_OBJECT_0) return std::nullopt;
+    std::string text = message_->text;
     SetEvent(ready_.get());
-    return message_->text;
+    return text;
   }
 
  private:

@@ -1,5 +1,6 @@
 #include "tests/support/FakeLogMachine.h"
 
+#include <atomic>
 #include <utility>
 
 #include "NetUtilities/Format.h"
@@ -39,8 +40,9 @@ class FakeLogMachine::Service : public LogService {
     return 0;
   }
 
-  int32_t LogMessage(uint32_t source, uint16_t level, const std::wstring& text) override {
-    Note([&] { machine->sent_.push_back({source, level, text}); });
+  int32_t LogMessage(uint32_t source, uint16_t level, std::wstring_view text) override {
+    Note([&] { machine->sent_.push_back({source, level, std::wstring(text)}); });
+    machine->whenSent();
     return machine->sendResult;
   }
 };
@@ -52,7 +54,12 @@ FakeLogMachine::FakeLogMachine() {
     Note([] { ++machine->counts_.starts; });
     return machine->startResult != 0 ? machine->startResult : reallyStart(std::move(body));
   };
-  logPlatform.localTime = [] { return LogTime{1, 3, 9, 5, 7, 4}; };
+  logPlatform.localTime = [] { return machine->localTime; };
+  logPlatform.ticks = [] {
+    // Goes on from one machine to the next: threads remember what they have read.
+    static std::atomic<uint64_t> ticks = 0;
+    return ticks += machine->ticksPerReading;
+  };
   logPlatform.processId = [] { return uint32_t{0x1a2}; };
   logPlatform.threadId = [] { return uint32_t{0x3b}; };
   logPlatform.traceLevel = [] { return machine->traceLevel; };

@@ -3,6 +3,7 @@
 #include <array>
 #include <condition_variable>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <mutex>
 #include <string>
@@ -35,12 +36,15 @@ class FakeLogMachine {
   int32_t globalLevelResult = 0;
   std::map<uint32_t, int32_t> sourceLevelResults;
   int32_t sendResult = 0;
+  std::function<void()> whenSent = [] {};  // called on the logger thread
 
   uint16_t traceLevel = 4;
   uint16_t globalLevel = 4;
   std::array<uint16_t, 37> sourceLevels{};
   bool tracesLogger = false;  // bit 16 of the trace flags
   std::chrono::nanoseconds now{0};
+  LogTime localTime{1, 3, 9, 5, 7, 4};
+  uint64_t ticksPerReading = 1'000'000;  // so many that the local time is read each time
 
   std::vector<Sent> AllSent() const;
   std::vector<std::wstring> FileReports() const;

@@ -15,11 +15,11 @@ using namespace std::string_literals;
 constexpr char kMarker[] = "--own-process";
 constexpr unsigned kLimitSeconds = 120;
 
-bool IsOwnProcess() { return FileBytes("/proc/self/cmdline").ends_with(kMarker + "\0"s); }
-
 }  // namespace
 
-// Neither other programs nor desktops are for this system.
+bool IsOwnProcess() { return FileBytes("/proc/self/cmdline").ends_with(kMarker + "\0"s); }
+
+// None of the settings is for this system.
 void InOwnProcess(const std::function<void()>& body, const OwnProcess& /*settings*/) {
   if (IsOwnProcess()) {
     alarm(kLimitSeconds);

@@ -12,6 +12,7 @@
 
 LogPlatform logPlatform = {
     .localTime = [] { return LogTime{1, 1, 0, 0, 0, 0}; },
+    .ticks = [] { return uint64_t{0}; },
     .processId = [] { return uint32_t{1}; },
     .threadId = [] { return uint32_t{1}; },
     .traceLevel = [] { return uint16_t{4}; },

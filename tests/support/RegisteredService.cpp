@@ -47,7 +47,7 @@ bool RunsBuiltProgram(DWORD processId) {
 }
 
 // Wine's service for COM goes on sending clients to a server that was killed. COM starts it again when it needs it, and
-// it has forgotten the server then. Windows knows by itself, and does not allow this.
+// it has forgotten the server then; see Reconnect. Windows knows by itself, and does not allow this.
 void StopComService() {
   const ServiceHandle manager(OpenSCManagerW(nullptr, nullptr, SC_MANAGER_CONNECT));
   const ServiceHandle service(OpenServiceW(manager.get(), L"RpcSs", SERVICE_STOP | SERVICE_QUERY_STATUS));
@@ -55,6 +55,23 @@ void StopComService() {
   if (!service || ControlService(service.get(), SERVICE_CONTROL_STOP, &status) == FALSE) return;
   WaitUntil(
       [&] { return QueryServiceStatus(service.get(), &status) == FALSE || status.dwCurrentState == SERVICE_STOPPED; });
+}
+
+bool CanActivate() {
+  const HRESULT entered = CoInitializeEx(nullptr, COINIT_MULTITHREADED);
+  IUnknown* object = nullptr;
+  const HRESULT result = CoCreateInstance(CLSID_TraceLogManager, nullptr, CLSCTX_LOCAL_SERVER, IID_IUnknown,
+                                          reinterpret_cast<void**>(&object));
+  if (SUCCEEDED(result)) object->Release();
+  if (SUCCEEDED(entered)) CoUninitialize();
+  return SUCCEEDED(result);
+}
+
+// A process that has used Wine's service for COM has a number there, which the service does not know after a new start.
+// It refuses the process until it has given that number to somebody else. Numbers count from 1, and each attempt to
+// reach a server starts one, which gets the next. So this must be done before others come.
+void Reconnect() {
+  if (IsRegistered() && !WaitUntil(CanActivate)) throw std::runtime_error("The logging service cannot be reached.");
 }
 
 }  // namespace
@@ -95,4 +112,5 @@ void RegisteredService::KillServers() {
     WaitForSingleObject(process.get(), INFINITE);
   }
   StopComService();
+  Reconnect();
 }

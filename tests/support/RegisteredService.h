@@ -20,7 +20,8 @@ class RegisteredService {
   /// Waits until they have ended by themselves, which takes some seconds after the last client. False when one goes on.
   static bool WaitForEndOfServers();
 
-  /// Ends them at once, whoever uses them.
+  /// Ends them at once, whoever uses them. Where the service is registered a new one runs then. Under Wine no other
+  /// process that had to do with the old ones can reach it.
   static void KillServers();
 
  private:

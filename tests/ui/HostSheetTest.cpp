@@ -11,6 +11,7 @@
 #include "LoginProperties/Timeouts/TimeoutControls.h"
 #include "NetUtilities/Text.h"
 #include "tests/support/FileBytes.h"
+#include "tests/support/ServiceLog.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/ui/SheetDriver.h"
 
@@ -81,6 +82,7 @@ std::unique_ptr<sqlite3, CloseDatabase> LockedDatabase(const std::wstring& file)
 }  // namespace
 
 TEST_F(Host, SavesWhatTheUserConfirmsAndShowsItAgain) {
+  const ServiceLog log;
   Start(L"--profile 2001");
   sheet->SelectTab(kTimeoutsTab);
   sheet->Click(IDC_OVERRIDE_CHECK);
@@ -89,6 +91,8 @@ TEST_F(Host, SavesWhatTheUserConfirmsAndShowsItAgain) {
   EXPECT_EQ(Wait(), 0u);
   EXPECT_EQ(Printed(),
             "{\"result\":1,\"saved\":true,\"changes\":[{\"record\":\"profile\",\"id\":2001,\"state\":2}]}\n");
+  EXPECT_TRUE(log.Has(": Settings loaded from '" + ToUtf8(database) + "'"));
+  EXPECT_TRUE(log.Has(": Settings saved, records changed: 1"));
 
   sheet.reset();
   Start(L"--profile 2001 --mode 2");
@@ -116,6 +120,7 @@ TEST_F(Host, LeavesTheDatabaseAsItWasAfterCancel) {
 }
 
 TEST_F(Host, SaysWhenSavingFailsAndKeepsTheFile) {
+  const ServiceLog log;
   Start(L"--mode 2 --profile 2001");
   sheet->Click(IDC_OVERRIDE_CHECK);
   sheet->Pick(IDC_TIMEOUT_DURATION, L" 1 hour");
@@ -126,5 +131,6 @@ TEST_F(Host, SaysWhenSavingFailsAndKeepsTheFile) {
   EXPECT_NE(Wait(), 0u);
   EXPECT_THAT(Printed(), testing::HasSubstr("\"saved\":false"));
   EXPECT_THAT(Printed(), testing::HasSubstr("Nothing was saved"));
+  EXPECT_TRUE(log.Has("Nothing was saved"));
   EXPECT_EQ(FileBytes(database), before);
 }
