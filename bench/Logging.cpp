@@ -131,10 +131,11 @@ constexpr std::array kPaces = {
 
 // What each of the calls took its thread, in ticks, appended to `samples`.
 void Measure(Call call, int threadCount, const Pace& pace, std::vector<uint64_t>& samples) {
-  const auto perThread = static_cast<size_t>(pace.messages * pace.groups);
+  const auto perThread = static_cast<size_t>(pace.messages) * static_cast<size_t>(pace.groups);
   const size_t first = samples.size();
   samples.resize(first + static_cast<size_t>(threadCount) * perThread);
   std::vector<std::jthread> threads;
+  threads.reserve(static_cast<size_t>(threadCount));
   for (int thread = 0; thread < threadCount; ++thread) {
     threads.emplace_back(
         [&, at = samples.begin() + static_cast<ptrdiff_t>(first + static_cast<size_t>(thread) * perThread)]() mutable {
@@ -252,7 +253,7 @@ void MeasureMemory() {
 
 }  // namespace
 
-int main() {
+int main() {  // NOLINT(bugprone-exception-escape): whoever runs it sees how it ends
   logPlatform.connect = ConnectNullService;
   spdlog::init_thread_pool(8'192, 1);
   otherLogger = spdlog::create_async<spdlog::sinks::null_sink_mt>("null");

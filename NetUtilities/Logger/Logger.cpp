@@ -28,11 +28,6 @@ void ReportDebug(std::wstring_view message) {
 
 void ReportInformation(std::wstring_view message) { logPlatform.reportToFile(Format(L"Info:  {}", message)); }
 
-// A missing service is a fault of the installation that must not go unnoticed: nobody catches this, and the process
-// ends. It does so at the `noexcept` of the caller. An exception that leaves the thread is the system's to handle, and
-// where no debugger takes it the process may go on for ever, unwinding.
-[[noreturn]] void ThrowNoLogService() { throw NoLogService(); }
-
 bool Failed(int32_t result) { return result < 0; }
 
 // The Logger's own scopes go to the debugger: in the log they would trace themselves.
@@ -189,14 +184,16 @@ void Logger::RefreshLevels() {
   filter_.SetGlobal(level);
 }
 
-void Logger::Deliver(const LogRecord& record) noexcept {
+void Logger::Deliver(const LogRecord& record) {
   const auto source = static_cast<uint16_t>(record.source);
   if (source >= kLogSourceCount) {
     ReportInformation(Format(L"********** Logging source {} out of range! **********", source));
     ReportInformation(record.text);
     return;
   }
-  if (!service_) ThrowNoLogService();
+  // A missing service is a fault of the installation that must not go unnoticed: nobody catches this, and the process
+  // ends.
+  if (!service_) throw NoLogService();
   const int32_t result = service_->LogMessage(source, static_cast<uint16_t>(record.level), record.text);
   if (Failed(result)) ReportError(L"Unable to send log message!", result);
 }

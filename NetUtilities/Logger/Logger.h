@@ -63,7 +63,7 @@ class Logger : public QueueThread<LogRecords> {
   void LoggerThread();
   void InitializeLogManager();
   void RefreshLevels();
-  void Deliver(const LogRecord& record) noexcept;
+  void Deliver(const LogRecord& record);
 
   LogFilter& filter_;
   const std::wstring label_;  // tells the Logger's own trace lines from those of other modules
