@@ -4,6 +4,8 @@
 
 #include "tests/support/BrowserStandIn.h"
 #include "tests/support/MessageBoxAnswer.h"
+#include "tests/support/RegisteredService.h"
+#include "tests/support/ServiceLog.h"
 #include "WaylineDll/Messages.h"
 
 namespace {
@@ -23,6 +25,8 @@ TEST(Help, OpensTheTableOfContentsForATopicWithoutAPage) {
 }
 
 TEST(Help, SaysWhereThePageIsWhenItCannotBeOpened) {
+  const RegisteredService service;  // the message is logged
+  const ServiceLog log;
   BrowserStandIn browser;
   browser.SetProgram(L"C:\\missing.exe");
   const HWND parent = CreateWindowExW(0, L"STATIC", L"Parent", WS_POPUP | WS_VISIBLE, 0, 0, 200, 100, nullptr, nullptr,
@@ -32,6 +36,7 @@ TEST(Help, SaysWhereThePageIsWhenItCannotBeOpened) {
   EXPECT_EQ(box.text,
             L"The help page could not be opened. You find it in the file\n" + HelpPage(L"1036.html").wstring());
   EXPECT_EQ(box.owner, parent);
+  EXPECT_TRUE(log.Has(": Message: The help page could not be opened."));
 }
 
 }  // namespace

@@ -29,14 +29,17 @@ class MessagesTest : public testing::Test {
   MessagesTest()
       : parent(CreateWindowExW(0, L"STATIC", L"Parent", WS_POPUP | WS_VISIBLE, 0, 0, 200, 100, nullptr, nullptr,
                                nullptr, nullptr)) {}
-  ~MessagesTest() override { DestroyWindow(parent); }
+  ~MessagesTest() override {
+    DestroyWindow(parent);
+    EXPECT_TRUE(log.Has(": Message: ")) << "Every message is logged.";
+  }
 
-  // Messages are logged.
   static void SetUpTestSuite() { service.emplace(); }
   static void TearDownTestSuite() { service.reset(); }
 
   static std::optional<RegisteredService> service;
 
+  const ServiceLog log;
   const HWND parent;
 };
 
@@ -80,7 +83,6 @@ TEST_F(MessagesTest, OnlyYesIsYes) {
 }
 
 TEST_F(MessagesTest, WhatIsShownAndAnsweredIsInTheLog) {
-  const ServiceLog log;
   Ask(MessageBoxAnswer::Button(IDYES));
   EXPECT_TRUE(log.Has(": Message: a"));
   EXPECT_TRUE(log.Has(": Answer: yes"));
