@@ -110,8 +110,15 @@ void LogInThreads(Target target, int count) {
 
 class ModuleUnload : public testing::TestWithParam<std::tuple<Target, int>> {
  protected:
-  static void SetUpTestSuite() { registration.emplace(); }
+  static void SetUpTestSuite() {
+    registration.emplace();
+    // Keeps the server, which would otherwise end at a moment when a test needs one: under Wine that is no good moment.
+    const ServiceLog log;
+    otherClient.emplace(L"other 1 1 stay");
+    EXPECT_TRUE(log.Has("other 0 0"));
+  }
   static void TearDownTestSuite() {
+    otherClient.reset();
     // Some clients did not say that they would go. Under Wine a server waits for them for ever.
     RegisteredService::KillServers();
     registration.reset();
@@ -135,9 +142,11 @@ class ModuleUnload : public testing::TestWithParam<std::tuple<Target, int>> {
   }
 
   static std::optional<RegisteredService> registration;
+  static std::optional<ClientProcess> otherClient;
 };
 
 std::optional<RegisteredService> ModuleUnload::registration;
+std::optional<ClientProcess> ModuleUnload::otherClient;
 
 // Knows what has been delivered since its beginning.
 class Delivery {

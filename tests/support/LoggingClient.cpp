@@ -8,6 +8,7 @@
 //             level=NUMBER    of the messages, in place of 2
 //             no-service      the module delivers the messages to nobody
 //             keep-module     the process ends as soon as all has been logged, with the module loaded
+//             stay            the process keeps its connection to the service, and goes on until somebody ends it
 //
 // Ends with 7 when nothing has ended it before.
 
@@ -68,7 +69,9 @@ int wmain(int argc, wchar_t** argv) {
     const LoadedModule module(kModule);
     if (module.Handle() == nullptr) return kFailed;
     if (options.Has(L"no-service")) module.Find<decltype(&SendLinesTo)>("SendLinesTo")([](const wchar_t*) {});
+    module.Find<decltype(&HoldService)>("HoldService")(options.Has(L"stay"));
     LogInThreads(module, argv[1], std::stoi(argv[2]), std::stoi(argv[3]), options);
+    if (options.Has(L"stay")) Sleep(INFINITE);
     if (options.Has(L"keep-module")) ExitProcess(kDone);
   }
   return WaitUntil([] { return GetModuleHandleW(kModule) == nullptr; }, std::chrono::hours(1)) ? kDone : kFailed;
