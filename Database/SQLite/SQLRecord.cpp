@@ -1,5 +1,14 @@
 #include "Database/SQLite/SQLRecord.h"
 
+std::wstring ColumnNames(const std::vector<ColumnBinding>& columns) {
+  std::wstring names;
+  for (const ColumnBinding& column : columns) {
+    if (!names.empty()) names += L", ";
+    names += column.name;
+  }
+  return names;
+}
+
 void SQLRecord::SetState(ChangeState state) {
   if (state_ == ChangeState::Unchanged || state == ChangeState::Removed) state_ = state;
 }

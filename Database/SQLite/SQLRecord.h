@@ -35,6 +35,9 @@ struct ColumnBinding {
   uint32_t marker;  // 1 on the columns that identify a record to people, else 0
 };
 
+/// The names of columns, separated by ", ".
+std::wstring ColumnNames(const std::vector<ColumnBinding>& columns);
+
 /// Base of every record that is loaded from the settings database: its change state and its columns, in the order of
 /// every query.
 class SQLRecord {

@@ -96,13 +96,7 @@ std::wstring ListQuery(std::wstring_view table, const SQLRecord& record) {
 }
 
 std::wstring LoadQuery(std::wstring_view table, std::wstring_view condition, const SQLRecord& record) {
-  std::wstring query = L"select ";
-  std::wstring_view separator;
-  for (const ColumnBinding& binding : record.GetBindings()) {
-    query.append(separator).append(binding.name);
-    separator = L", ";
-  }
-  return query.append(L" from ").append(table).append(L" ").append(condition).append(L";");
+  return Format(L"select {} from {} {};", ColumnNames(record.GetBindings()), table, condition);
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include <string_view>
 #include <system_error>
 
+#include "Database/Profiles/ProfileNames.h"
 #include "NetUtilities/Format.h"
 #include "NetUtilities/Text.h"
 #include "WaylineDll/Store/EmbeddedSql.h"
@@ -79,12 +80,9 @@ std::wstring SelectColumns(std::wstring_view table, const SQLRecord& record) {
 
 Failure CheckColumns(sqlite3* connection, const std::wstring& file) {
   const std::wstring selections[] = {
-      SelectColumns(L"Profiles", Profile(0)),
-      SelectColumns(L"Preferences", Preference()),
-      SelectColumns(L"AutoStart", AutoStartItem()),
-      SelectColumns(L"ConfigSettings", ConfigSetting()),
-      L"SELECT ServiceId, Name, DisplayText FROM Services LIMIT 0",
-      L"SELECT Name, Value FROM ClientState LIMIT 0",
+      SelectColumns(kProfileTable, Profile(0)),        SelectColumns(kPreferenceTable, Preference()),
+      SelectColumns(kAutoStartTable, AutoStartItem()), SelectColumns(kConfigSettingTable, ConfigSetting()),
+      L"SELECT ServiceId, Name, DisplayText FROM Services LIMIT 0",   L"SELECT Name, Value FROM ClientState LIMIT 0",
   };
   for (const std::wstring& selection : selections) {
     const int32_t code = RunStatement(connection, selection);

@@ -86,15 +86,6 @@ std::wstring InsertStatement(std::wstring_view verb, std::wstring_view table, co
 
 }  // namespace
 
-std::wstring ColumnNames(const ColumnList& columns) {
-  std::wstring names;
-  for (const ColumnBinding& column : columns) {
-    if (!names.empty()) names += L", ";
-    names += column.name;
-  }
-  return names;
-}
-
 ColumnList DifferingColumns(const SQLRecord& record, const SQLRecord& other) {
   ColumnList differing;
   const ColumnList& columns = record.GetBindings();

@@ -15,9 +15,6 @@ struct sqlite3;
 /// Columns of one record, each with the member that holds its value.
 using ColumnList = std::vector<ColumnBinding>;
 
-/// The names of a record's columns, separated by ", ".
-std::wstring ColumnNames(const ColumnList& columns);
-
 /// The columns of `record` whose values differ from those of `other`, a record of the same class.
 ColumnList DifferingColumns(const SQLRecord& record, const SQLRecord& other);
 

@@ -10,6 +10,7 @@
 #include <system_error>
 #include <utility>
 
+#include "Database/Profiles/ProfileNames.h"
 #include "NetUtilities/Format.h"
 #include "WaylineDll/Store/DatabaseFile.h"
 #include "WaylineDll/Store/RecordRows.h"
@@ -19,8 +20,6 @@
 namespace {
 
 using std::filesystem::path;
-
-constexpr wchar_t kProfileTable[] = L"Profiles";
 
 bool IsWritten(ChangeState state) {
   return state == ChangeState::New || state == ChangeState::Changed || state == ChangeState::Renamed;
@@ -86,9 +85,9 @@ struct RowTable {
   std::wstring_view recordName;
 };
 
-const RowTable kPreferenceTable = {L"Preferences", {L"ProfileId", L"PreferenceId"}, L"preference"};
-const RowTable kAutoStartTable = {L"AutoStart", {L"Id"}, L"autostart entry"};
-const RowTable kConfigTable = {L"ConfigSettings", {L"ProfileId", L"Automatic"}, L"the proxy configuration of profile"};
+const RowTable kPreferenceRows = {kPreferenceTable, {L"ProfileId", L"PreferenceId"}, L"preference"};
+const RowTable kAutoStartRows = {kAutoStartTable, {L"Id"}, L"autostart entry"};
+const RowTable kConfigRows = {kConfigSettingTable, {L"ProfileId", L"Automatic"}, L"the proxy configuration of profile"};
 
 template <typename Table>
 Failure WriteRows(sqlite3* connection, const RowTable& rows, const Table& records) {
@@ -153,7 +152,7 @@ std::shared_ptr<ConfigSetting> SettingsStore::LoadConfig(uint32_t profileId, boo
   const int32_t code =
       sqlite_.Execute(context,
                       Format(L"select {} from {} where ProfileId = @ProfileId and Automatic = @Automatic;",
-                             ColumnNames(config->GetBindings()), kConfigTable.name),
+                             ColumnNames(config->GetBindings()), kConfigRows.name),
                       {static_cast<int32_t>(profileId), automatic ? 1 : 0});
   if (code == SQLITE_ROW) {
     sqlite_.ReadData(context, config.get());
@@ -183,11 +182,11 @@ Failure SettingsStore::Save(const SettingsTables& tables, std::vector<RecordChan
 
 Failure SettingsStore::SetPreference(uint32_t profileId, PreferenceId preference, int32_t value) {
   const Preference record({.preferenceId = preference, .profileId = profileId, .state = value});
-  const int32_t code = UpdateRow(Connection(), kPreferenceTable.name, ColumnsNamed(record, {L"State"}),
-                                 ColumnsNamed(record, kPreferenceTable.keys));
+  const int32_t code = UpdateRow(Connection(), kPreferenceRows.name, ColumnsNamed(record, {L"State"}),
+                                 ColumnsNamed(record, kPreferenceRows.keys));
   return code == SQLITE_OK
              ? Failure()
-             : RecordFailure(Format(L"{} {}", kPreferenceTable.recordName, static_cast<int32_t>(preference)),
+             : RecordFailure(Format(L"{} {}", kPreferenceRows.recordName, static_cast<int32_t>(preference)),
                              ReasonText(Connection(), code));
 }
 
@@ -268,8 +267,8 @@ Failure SettingsStore::RemoveProfiles(const ProfileTable& profiles) {
 }
 
 Failure SettingsStore::WriteOthers(const SettingsTables& tables) {
-  if (Failure failure = WriteRows(Connection(), kPreferenceTable, tables.preferences)) return failure;
-  if (Failure failure = WriteRows(Connection(), kAutoStartTable, tables.autoStartItems)) return failure;
-  if (Failure failure = WriteRows(Connection(), kConfigTable, tables.manualConfigs)) return failure;
-  return WriteRows(Connection(), kConfigTable, tables.autoConfigs);
+  if (Failure failure = WriteRows(Connection(), kPreferenceRows, tables.preferences)) return failure;
+  if (Failure failure = WriteRows(Connection(), kAutoStartRows, tables.autoStartItems)) return failure;
+  if (Failure failure = WriteRows(Connection(), kConfigRows, tables.manualConfigs)) return failure;
+  return WriteRows(Connection(), kConfigRows, tables.autoConfigs);
 }

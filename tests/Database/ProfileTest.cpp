@@ -11,6 +11,7 @@
 #include "Database/SQLite/SQLite.h"
 #include "NetUtilities/Singleton.h"
 #include "NetUtilities/Text.h"
+#include "tests/Database/MemberText.h"
 #include "tests/support/FakeDatabasePlatform.h"
 #include "tests/support/LogCapture.h"
 #include "tests/support/TemporaryFolder.h"
@@ -126,22 +127,6 @@ Value& Member(const Profile& profile, std::wstring_view name) {
                                     [name](const ColumnBinding& candidate) { return candidate.name == name; });
   EXPECT_NE(binding, bindings.end()) << ToUtf8(name);
   return *static_cast<Value*>(binding->member);
-}
-
-// What a binding's member holds, by the type that its kind names.
-std::wstring MemberText(const ColumnBinding& binding) {
-  switch (binding.kind) {
-    case ColumnKind::Text:
-      return *static_cast<std::wstring*>(binding.member);
-    case ColumnKind::Character:
-      return std::wstring(1, *static_cast<wchar_t*>(binding.member));
-    case ColumnKind::Integer64:
-      return std::to_wstring(*static_cast<int64_t*>(binding.member));
-    case ColumnKind::Boolean:
-      return *static_cast<bool*>(binding.member) ? L"true" : L"false";
-    default:
-      return std::to_wstring(*static_cast<int32_t*>(binding.member));
-  }
 }
 
 void ExpectColumns(const Profile& profile, const std::vector<Column>& expected) {
