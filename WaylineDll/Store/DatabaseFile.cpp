@@ -9,6 +9,7 @@
 #include <system_error>
 
 #include "Database/Profiles/ProfileNames.h"
+#include "Database/Profiles/ServiceInfo.h"
 #include "NetUtilities/Format.h"
 #include "NetUtilities/Text.h"
 #include "WaylineDll/Store/EmbeddedSql.h"
@@ -82,7 +83,7 @@ Failure CheckColumns(sqlite3* connection, const std::wstring& file) {
   const std::wstring selections[] = {
       SelectColumns(kProfileTable, Profile(0)),        SelectColumns(kPreferenceTable, Preference()),
       SelectColumns(kAutoStartTable, AutoStartItem()), SelectColumns(kConfigSettingTable, ConfigSetting()),
-      L"SELECT ServiceId, Name, DisplayText FROM Services LIMIT 0",   L"SELECT Name, Value FROM ClientState LIMIT 0",
+      SelectColumns(kServiceTable, ServiceRecord()),   L"SELECT Name, Value FROM ClientState LIMIT 0",
   };
   for (const std::wstring& selection : selections) {
     const int32_t code = RunStatement(connection, selection);

@@ -1,3 +1,4 @@
+#include "Database/Profiles/ServiceInfo.h"
 #include "NetUtilities/Text.h"
 #include "tests/WaylineDll/StoreTest.h"
 
@@ -29,6 +30,7 @@ TEST_F(SchemaTest, TablesHaveTheColumnsOfTheirRecordsInOrder) {
   EXPECT_EQ(Columns("Preferences"), BoundColumns(Preference()));
   EXPECT_EQ(Columns("AutoStart"), BoundColumns(AutoStartItem()));
   EXPECT_EQ(Columns("ConfigSettings"), BoundColumns(ConfigSetting()));
+  EXPECT_EQ(Columns("Services"), BoundColumns(ServiceRecord()));
 }
 
 TEST_F(SchemaTest, AProfileCanInheritEverythingButItsNameAndId) {
