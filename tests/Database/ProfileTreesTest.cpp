@@ -170,8 +170,7 @@ std::string Oracle() {
 class ProfileTrees : public testing::Test {
  protected:
   ProfileTrees() {
-    database_.Run("create table Profiles (ProfileId integer primary key, " +
-                  ForEachColumn([](const std::string& name, const std::string&) { return name; }).substr(11) + ")");
+    database_.Run("create table Profiles (" + ToUtf8(ColumnNames(Columns())) + ", primary key (ProfileId))");
     sqlite3* opened = nullptr;
     sqlite3_open(ToUtf8(database_.File()).c_str(), &opened);
     connection_.reset(opened);

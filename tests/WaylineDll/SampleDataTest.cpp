@@ -103,4 +103,5 @@ TEST_F(SampleDataTest, PreferencesAreStoredForDefaultsAndForAUserProfile) {
 TEST_F(SampleDataTest, ServicesThatProfilesNameExist) {
   EXPECT_EQ(Count("Profiles WHERE LinkService NOT IN (SELECT ServiceId FROM Services)"), 0);
   EXPECT_EQ(Count("Services WHERE ServiceId = 400"), 1);
+  EXPECT_GE(Count("Services WHERE DisplayText <> ''"), 2);
 }

@@ -2,6 +2,7 @@
 #include <spawn.h>
 #include <unistd.h>
 
+#include <cstdlib>
 #include <string>
 #include <sys/wait.h>
 
@@ -13,14 +14,17 @@ namespace {
 using namespace std::string_literals;
 
 constexpr char kMarker[] = "--own-process";
+constexpr char kNote[] = "PAVISE_TEST_NOTE";
 constexpr unsigned kLimitSeconds = 120;
 
 }  // namespace
 
 bool IsOwnProcess() { return FileBytes("/proc/self/cmdline").ends_with(kMarker + "\0"s); }
 
-// None of the settings is for this system.
-void InOwnProcess(const std::function<void()>& body, const OwnProcess& /*settings*/) {
+std::string OwnProcessNote() { return std::getenv(kNote); }
+
+// Of the settings only the note is for this system.
+void InOwnProcess(const std::function<void()>& body, const OwnProcess& settings) {
   if (IsOwnProcess()) {
     alarm(kLimitSeconds);
     body();
@@ -32,6 +36,7 @@ void InOwnProcess(const std::function<void()>& body, const OwnProcess& /*setting
   std::string filter = "--gtest_filter=" + std::string(test.test_suite_name()) + '.' + test.name();
   std::string marker = kMarker;
   char* arguments[] = {program.data(), brief.data(), filter.data(), marker.data(), nullptr};
+  setenv(kNote, settings.note.c_str(), 1);
   pid_t process = 0;
   ASSERT_EQ(posix_spawn(&process, program.c_str(), nullptr, nullptr, arguments, environ), 0);
   int status = 0;

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <deque>
 #include <filesystem>
 #include <memory>
@@ -18,6 +19,7 @@ namespace {
 
 // Behind it stands the number of the process.
 constexpr wchar_t kMarker[] = L" --own-process=";
+constexpr char kNote[] = "PAVISE_TEST_NOTE";
 constexpr std::chrono::seconds kLimit(30);
 
 struct Close {
@@ -47,6 +49,7 @@ class TestProcess {
     // GoogleTest keeps this file while tests run. The exit code alone does not tell: under Wine a program whose stack
     // overflows ends with 0.
     SetEnvironmentVariableW(L"TEST_PREMATURE_EXIT_FILE", unfinished_.c_str());
+    SetEnvironmentVariableA(kNote, settings.note.c_str());
     const std::wstring program = settings.program.empty() ? ThisProgram().wstring() : settings.program;
     std::wstring desktop = settings.desktop;
     STARTUPINFOW startup{};
@@ -100,6 +103,8 @@ class TestProcess {
 }  // namespace
 
 bool IsOwnProcess() { return OwnNumber().has_value(); }
+
+std::string OwnProcessNote() { return std::getenv(kNote); }
 
 void InOwnProcess(const std::function<void()>& body, const OwnProcess& settings) {
   if (OwnNumber()) {

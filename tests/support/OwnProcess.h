@@ -8,6 +8,7 @@
 struct OwnProcess {
   std::wstring program = {};  // the file to run, a copy of this program; empty for this program itself
   std::wstring desktop = {};  // the startup desktop; empty for that of this process
+  std::string note = {};      // what OwnProcessNote gives there
   unsigned long end = 0;      // the exit code; other than 0 the process ends in the middle of `body`
 };
 
@@ -17,6 +18,9 @@ void InOwnProcess(const std::function<void()>& body, const OwnProcess& settings 
 
 /// True in such a process.
 bool IsOwnProcess();
+
+/// In such a process: the note of its settings.
+std::string OwnProcessNote();
 
 /// As InOwnProcess, in `count` processes at once. `body` gets the number of its process, from 0. Those that run longer
 /// than `limit` are ended, and the test fails.
