@@ -2,22 +2,29 @@
 
 #include <sqlite3.h>
 
+#include <utility>
+
+#include "Database/SQLite/SQLiteDatabase.h"
 #include "Database/SQLite/Utf16.h"
 #include "NetUtilities/Format.h"
 #include "NetUtilities/Logger/Log.h"
 
-int32_t SQLContext::Prepare(sqlite3* connection, std::wstring_view statement) {
+int32_t SQLContext::Prepare(const std::shared_ptr<SQLiteDatabase>& database, std::wstring_view statement) {
   Finalize();
-  return sqlite3_prepare16_v2(connection, ToUtf16(statement).c_str(), -1, &statement_, nullptr);
+  if (!database) return SQLITE_MISUSE;
+  database_ = database;
+  return database_->TakeStatement(statement, statement_);
 }
 
-int32_t SQLContext::Step() { return sqlite3_step(statement_); }
+int32_t SQLContext::Step() { return sqlite3_step(Get()); }
 
 void SQLContext::Finalize() {
-  if (sqlite3_finalize(statement_) != SQLITE_OK) {
-    // Without a connection the library can only name its generic error. Readers of the logs know the line
-    // that way.
+  PreparedStatement statement = std::exchange(statement_, {});
+  if (!statement.handle) return;
+  if (sqlite3_reset(statement.handle.get()) == SQLITE_OK) {
+    database_->KeepStatement(std::move(statement));
+  } else {
+    // Without a connection the library can only name its generic error. Readers of the logs know the line that way.
     Log(LogLevel::Info, Format(L"Can't cleanup context: {}", FromUtf16(sqlite3_errmsg16(nullptr))));
   }
-  statement_ = nullptr;
 }

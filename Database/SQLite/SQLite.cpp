@@ -7,6 +7,7 @@
 
 #include "Database/SQLite/DatabasePlatform.h"
 #include "Database/SQLite/DecimalText.h"
+#include "Database/SQLite/ReadTransaction.h"
 #include "Database/SQLite/SQLiteDatabaseManager.h"
 #include "Database/SQLite/Utf16.h"
 #include "NetUtilities/Format.h"
@@ -113,7 +114,7 @@ int32_t SQLite::Execute(SQLContext& context, std::wstring&& statement, std::vect
   statement_ = std::exchange(statement, {});
   const std::vector<int32_t> bound = std::exchange(values, {});
   RecordParameters(bound);
-  int32_t result = context.Prepare(database_ ? database_->GetConnection() : nullptr, statement_);
+  int32_t result = context.Prepare(database_, statement_);
   for (size_t index = 0; index < bound.size() && result == SQLITE_OK; ++index) {
     result = sqlite3_bind_int(context.Get(), static_cast<int>(index + 1), bound[index]);
   }
@@ -135,6 +136,7 @@ void SQLite::ReadData(SQLContext& context, SQLRecord* record) const {
 int32_t SQLite::GetHierarchicalList(std::wstring_view table, const SQLRecord& record, uint32_t id,
                                     std::vector<uint32_t>& list) {
   list.clear();
+  const ReadTransaction transaction(database_);
   const std::wstring query = ListQuery(table, record);
   SQLContext context;
   uint32_t current = id;
@@ -156,6 +158,7 @@ int32_t SQLite::GetHierarchicalList(std::wstring_view table, const SQLRecord& re
 }
 
 int32_t SQLite::LoadHierarchical(std::wstring_view table, std::wstring_view condition, uint32_t id, SQLRecord& record) {
+  const ReadTransaction transaction(database_);
   std::vector<uint32_t> chain;
   if (const int32_t result = GetHierarchicalList(table, record, id, chain); result != SQLITE_DONE) return result;
   const std::wstring query = LoadQuery(table, condition, record);

@@ -2,7 +2,9 @@
 
 #include <sqlite3.h>
 
+#include <algorithm>
 #include <filesystem>
+#include <mutex>
 #include <utility>
 
 #include "Database/SQLite/DatabasePlatform.h"
@@ -69,6 +71,10 @@ int32_t SQLiteDatabase::Close() {
     Log(LogSource::Database, LogLevel::Detail,
         Format(L"Closing database {} - process {}", path_, databasePlatform.executablePath()));
   }
+  {
+    const std::scoped_lock lock(keptMutex_);
+    kept_.clear();
+  }
   const int32_t result = sqlite3_close(connection_);
   if (result != SQLITE_OK) {
     databasePlatform.debuggerOutput(
@@ -77,6 +83,30 @@ int32_t SQLiteDatabase::Close() {
   connection_ = nullptr;
   instanceMutex_.reset();
   return result;
+}
+
+int32_t SQLiteDatabase::TakeStatement(std::wstring_view text, PreparedStatement& statement) {
+  {
+    const std::scoped_lock lock(keptMutex_);
+    if (const auto found = std::ranges::find(kept_, text, &PreparedStatement::text); found != kept_.end()) {
+      statement = std::move(*found);
+      kept_.erase(found);
+      return SQLITE_OK;
+    }
+  }
+  sqlite3_stmt* prepared = nullptr;
+  const int32_t result = sqlite3_prepare16_v2(connection_, ToUtf16(text).c_str(), -1, &prepared, nullptr);
+  statement = {std::wstring(text), PreparedStatement::Handle(prepared)};
+  return result;
+}
+
+void SQLiteDatabase::KeepStatement(PreparedStatement statement) {
+  constexpr size_t kMostKept = 16;
+  if (connection_ == nullptr || sqlite3_db_handle(statement.handle.get()) != connection_) return;
+  sqlite3_clear_bindings(statement.handle.get());
+  const std::scoped_lock lock(keptMutex_);
+  if (kept_.size() == kMostKept) kept_.erase(kept_.begin());
+  kept_.push_back(std::move(statement));
 }
 
 // The calls may fail when something in the process has used the library before, which does no harm.

@@ -3,6 +3,11 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
+#include <vector>
+
+#include "Database/SQLite/PreparedStatement.h"
+#include "NetUtilities/Mutex.h"
 
 struct sqlite3;
 
@@ -26,6 +31,15 @@ class SQLiteDatabase {
   /// it cannot be closed because statements are still using it.
   int32_t Close();
 
+  /// Gives a statement of this connection, ready for its values: one that was kept, else a newly compiled one. The
+  /// SQLite result code; 21 (SQLITE_MISUSE) while closed. Compiling costs more than running a statement of many
+  /// columns.
+  int32_t TakeStatement(std::wstring_view text, PreparedStatement& statement);
+
+  /// Keeps a statement that has been reset for those who ask for its text later, until the connection is closed. Of
+  /// many that nobody uses the latest remain.
+  void KeepStatement(PreparedStatement statement);
+
   /// Null while closed.
   sqlite3* GetConnection() const { return connection_; }
 
@@ -41,4 +55,6 @@ class SQLiteDatabase {
   int32_t result_ = 0;
   std::wstring path_;
   std::shared_ptr<void> instanceMutex_;
+  Mutex keptMutex_;                      // users of one connection may be on several threads
+  std::vector<PreparedStatement> kept_;  // the latest last
 };

@@ -169,14 +169,14 @@ TEST_F(SQLiteDatabaseTest, ClosesWhenDestroyed) {
 }
 
 TEST_F(SQLiteDatabaseTest, SendsAFailureToCloseToTheDebuggerOnly) {
-  SQLiteDatabase database;
-  ASSERT_EQ(database.Open(false, MakeDatabase(L"a.db")), 0);
-  sqlite3* const connection = database.GetConnection();
+  const auto database = std::make_shared<SQLiteDatabase>();
+  ASSERT_EQ(database->Open(false, MakeDatabase(L"a.db")), 0);
+  sqlite3* const connection = database->GetConnection();
   {
     SQLContext inUse;
-    ASSERT_EQ(inUse.Prepare(connection, L"select 1;"), 0);
-    EXPECT_EQ(database.Close(), SQLITE_BUSY);
-    EXPECT_EQ(database.GetConnection(), nullptr);
+    ASSERT_EQ(inUse.Prepare(database, L"select 1;"), 0);
+    EXPECT_EQ(database->Close(), SQLITE_BUSY);
+    EXPECT_EQ(database->GetConnection(), nullptr);
     EXPECT_EQ(FakeDatabasePlatform::state.openMutexes, 0);
   }
   EXPECT_THAT(FakeDatabasePlatform::state.debuggerMessages,
@@ -193,6 +193,65 @@ TEST_F(SQLiteDatabaseTest, HoldsTheNamedMutexWhileOpen) {
   EXPECT_EQ(FakeDatabasePlatform::state.openMutexes, 1);
   database.Close();
   EXPECT_EQ(FakeDatabasePlatform::state.openMutexes, 0);
+}
+
+// Statements
+
+TEST_F(SQLiteDatabaseTest, HandsOutAKeptStatementAgain) {
+  SQLiteDatabase database;
+  database.Open(false, MakeDatabase(L"a.db"));
+  PreparedStatement statement;
+  ASSERT_EQ(database.TakeStatement(L"select 1;", statement), SQLITE_OK);
+  const sqlite3_stmt* const first = statement.handle.get();
+  PreparedStatement meanwhile;
+  ASSERT_EQ(database.TakeStatement(L"select 1;", meanwhile), SQLITE_OK);
+  EXPECT_NE(meanwhile.handle.get(), first);
+  database.KeepStatement(std::move(statement));
+  ASSERT_EQ(database.TakeStatement(L"select 1; ", statement), SQLITE_OK);
+  EXPECT_NE(statement.handle.get(), first);
+  ASSERT_EQ(database.TakeStatement(L"select 1;", statement), SQLITE_OK);
+  EXPECT_EQ(statement.handle.get(), first);
+}
+
+TEST_F(SQLiteDatabaseTest, KeepsTheLatestStatementsOnly) {
+  SQLiteDatabase database;
+  database.Open(false, MakeDatabase(L"a.db"));
+  for (int number = 0; number < 50; ++number) {
+    PreparedStatement statement;
+    ASSERT_EQ(database.TakeStatement(Format(L"select {};", number), statement), SQLITE_OK);
+    database.KeepStatement(std::move(statement));
+  }
+  std::vector<std::string> kept;
+  sqlite3_stmt* statement = nullptr;
+  while ((statement = sqlite3_next_stmt(database.GetConnection(), statement)) != nullptr) {
+    kept.emplace_back(sqlite3_sql(statement));
+  }
+  EXPECT_THAT(kept, SizeIs(16));
+  EXPECT_THAT(kept, Contains("select 49;"));
+  EXPECT_THAT(kept, Contains("select 34;"));
+}
+
+TEST_F(SQLiteDatabaseTest, ClosesThoughStatementsAreKept) {
+  SQLiteDatabase database;
+  database.Open(false, MakeDatabase(L"a.db"));
+  PreparedStatement statement;
+  ASSERT_EQ(database.TakeStatement(L"select 1;", statement), SQLITE_OK);
+  database.KeepStatement(std::move(statement));
+  EXPECT_EQ(database.Close(), SQLITE_OK);
+}
+
+TEST_F(SQLiteDatabaseTest, KeepsNoStatementOfAnEarlierConnection) {
+  const std::wstring path = MakeDatabase(L"a.db");
+  SQLiteDatabase database;
+  database.Open(false, path);
+  sqlite3* const earlier = database.GetConnection();
+  PreparedStatement statement;
+  ASSERT_EQ(database.TakeStatement(L"select 1;", statement), SQLITE_OK);
+  EXPECT_EQ(database.Close(), SQLITE_BUSY);
+  database.Open(false, path);
+  database.KeepStatement(std::move(statement));
+  EXPECT_EQ(sqlite3_close(earlier), SQLITE_OK);
+  EXPECT_EQ(sqlite3_next_stmt(database.GetConnection(), nullptr), nullptr);
 }
 
 // The library's own log
@@ -245,19 +304,19 @@ TEST_F(SQLiteDatabaseTest, ConfiguresNothingInALaterProcessOrUnasked) {
 TEST_F(SQLiteDatabaseTest, RoutesTheLibrarysErrorsToTheLog) {
   const SqliteLibraryReset library;
   FakeDatabasePlatform::state.firstInstance = true;
-  SQLiteDatabase database;
-  ASSERT_EQ(database.Open(true, MakeDatabase(L"a.db")), 0);
+  const auto database = std::make_shared<SQLiteDatabase>();
+  ASSERT_EQ(database->Open(true, MakeDatabase(L"a.db")), 0);
   SQLContext context;
-  context.Prepare(database.GetConnection(), L"select 1 from Missing;");
+  context.Prepare(database, L"select 1 from Missing;");
   EXPECT_THAT(log_.Messages(), IsEmpty()) << "untraced";
 
   Trace();
-  context.Prepare(database.GetConnection(), L"select 1 from Missing;");
+  context.Prepare(database, L"select 1 from Missing;");
   ASSERT_THAT(log_.Messages(), SizeIs(1));
   EXPECT_EQ(log_.Messages()[0].source, LogSource::Database);
   EXPECT_EQ(log_.Messages()[0].level, LogLevel::Error);
   EXPECT_THAT(log_.Messages()[0].text, StartsWith(L"(1) no such table: Missing"));
-  database.Close();
+  database->Close();
 }
 
 TEST_F(SQLiteDatabaseTest, RoutesStatementsToTheLogWhereTheLibraryCan) {
@@ -265,10 +324,10 @@ TEST_F(SQLiteDatabaseTest, RoutesStatementsToTheLogWhereTheLibraryCan) {
   FakeDatabasePlatform::state.firstInstance = true;
   Trace();
   const std::wstring path = MakeDatabase(L"a.db");
-  SQLiteDatabase database;
-  ASSERT_EQ(database.Open(true, path), 0);
+  const auto database = std::make_shared<SQLiteDatabase>();
+  ASSERT_EQ(database->Open(true, path), 0);
   SQLContext context;
-  context.Prepare(database.GetConnection(), L"select '\u20ac';");
+  context.Prepare(database, L"select '\u20ac';");
   context.Step();
   context.Finalize();
   const LogCapture::Message opening =
@@ -282,5 +341,5 @@ TEST_F(SQLiteDatabaseTest, RoutesStatementsToTheLogWhereTheLibraryCan) {
                                      L"[0x001a2] Can't config database: SQLITE_CONFIG_SQLLOG 1 - process C:\\host.exe"),
                             opening));
   }
-  database.Close();
+  database->Close();
 }

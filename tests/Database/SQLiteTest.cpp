@@ -383,12 +383,91 @@ TEST_F(SQLiteTest, ReturnsTheFailureOfTheListQuery) {
   EXPECT_THAT(log_.Messages()[0].text, HasSubstr(L"SQLite::GetHierarchicalList("));
 }
 
-TEST_F(SQLiteTest, FinalizesItsStatements) {
+TEST_F(SQLiteTest, HoldsNoStatementAfterALoad) {
   Run("insert into Samples (Id, Parent) values (1, 0), (2, 1)");
   Sample sample;
   EXPECT_EQ(sqlite_.LoadHierarchical(L"Samples", kCondition, 2, sample), SQLITE_DONE);
   EXPECT_EQ(sqlite_.LoadHierarchical(L"Samples", L"where Missing = @Id", 2, sample), SQLITE_ERROR);
-  EXPECT_EQ(sqlite3_next_stmt(sqlite_.GetDatabase()->GetConnection(), nullptr), nullptr);
+  EXPECT_EQ(sqlite_.GetDatabase()->Close(), SQLITE_OK);
+}
+
+TEST_F(SQLiteTest, CompilesTheStatementsOfALoadOnce) {
+  Run("insert into Samples (Id, Parent) values (1, 0), (2, 1), (3, 2)");
+  int compiled = 0;
+  sqlite3_set_authorizer(
+      sqlite_.GetDatabase()->GetConnection(),
+      [](void* count, int action, const char*, const char*, const char*, const char*) {
+        if (action == SQLITE_SELECT) ++*static_cast<int*>(count);
+        return SQLITE_OK;
+      },
+      &compiled);
+  Sample sample;
+  EXPECT_EQ(sqlite_.LoadHierarchical(L"Samples", kCondition, 3, sample), SQLITE_DONE);
+  EXPECT_EQ(sqlite_.LoadHierarchical(L"Samples", kCondition, 2, sample), SQLITE_DONE);
+  EXPECT_EQ(compiled, 2);
+}
+
+TEST_F(SQLiteTest, FollowsATableThatChangesBetweenLoads) {
+  Run("insert into Samples (Id, Parent, Name) values (1, 0, 'before')");
+  Sample sample;
+  ASSERT_EQ(sqlite_.LoadHierarchical(L"Samples", kCondition, 1, sample), SQLITE_DONE);
+  Run("alter table Samples rename to Former");
+  Run("create table Samples (Small, Bytes, Flag, Big, Number, Letter, Name, Parent, Id)");
+  Run("insert into Samples (Id, Parent, Name) values (1, 0, 'after')");
+  ASSERT_EQ(sqlite_.LoadHierarchical(L"Samples", kCondition, 1, sample), SQLITE_DONE);
+  EXPECT_EQ(sample.name, L"after");
+  EXPECT_EQ(sample.id, 1);
+}
+
+// What another program writes while a load is under way.
+class WritingDuringALoad {
+ public:
+  WritingDuringALoad(sqlite3* connection, const std::wstring& file) : connection_(connection) {
+    sqlite3_open(ToUtf8(file).c_str(), &writer_);
+    sqlite3_trace_v2(
+        connection_, SQLITE_TRACE_STMT,
+        [](unsigned, void* self, void*, void* text) {
+          static_cast<WritingDuringALoad*>(self)->OnStatement(static_cast<const char*>(text));
+          return 0;
+        },
+        this);
+  }
+  ~WritingDuringALoad() {
+    sqlite3_trace_v2(connection_, 0, nullptr, nullptr);
+    sqlite3_close(writer_);
+  }
+  WritingDuringALoad(const WritingDuringALoad&) = delete;
+  WritingDuringALoad& operator=(const WritingDuringALoad&) = delete;
+
+  bool HasWritten() const { return written_; }
+
+ private:
+  // The first statement that reads values follows those that read the chain.
+  void OnStatement(std::string_view text) {
+    if (written_ || text.find("Name") == text.npos) return;
+    written_ =
+        sqlite3_exec(writer_, "update Samples set Name = 'new', Number = 2", nullptr, nullptr, nullptr) == SQLITE_OK;
+  }
+
+  sqlite3* connection_;
+  sqlite3* writer_ = nullptr;
+  bool written_ = false;
+};
+
+TEST_F(SQLiteTest, LoadsOneStateThoughAnotherProgramWrites) {
+  Run("pragma journal_mode = wal");
+  Run("insert into Samples (Id, Parent, Name, Number) values (1, 0, 'old', 1), (2, 1, NULL, 1)");
+  Sample sample;
+  {
+    const WritingDuringALoad other(sqlite_.GetDatabase()->GetConnection(), folder_.File(L"Test.db"));
+    ASSERT_EQ(sqlite_.LoadHierarchical(L"Samples", kCondition, 2, sample), SQLITE_DONE);
+    ASSERT_TRUE(other.HasWritten());
+  }
+  EXPECT_EQ(sample.name, L"old");
+  EXPECT_EQ(sample.number, 1);
+  ASSERT_EQ(sqlite_.LoadHierarchical(L"Samples", kCondition, 2, sample), SQLITE_DONE);
+  EXPECT_EQ(sample.name, L"new");
+  EXPECT_EQ(sample.number, 2);
 }
 
 // The error line
