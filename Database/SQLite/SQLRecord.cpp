@@ -1,7 +1,9 @@
 #include "Database/SQLite/SQLRecord.h"
 
 std::wstring ColumnNames(const std::vector<ColumnBinding>& columns) {
+  constexpr size_t kUsualLength = 24;
   std::wstring names;
+  names.reserve(columns.size() * kUsualLength);
   for (const ColumnBinding& column : columns) {
     if (!names.empty()) names += L", ";
     names += column.name;

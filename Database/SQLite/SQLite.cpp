@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 #include "Database/SQLite/DatabasePlatform.h"
 #include "Database/SQLite/DecimalText.h"
@@ -43,6 +44,11 @@ void ReadNarrowText(sqlite3_stmt* statement, int column, void* member) {
   std::memcpy(value.data(), text, length);
 }
 
+void ReadText(sqlite3_stmt* statement, int column, const char16_t* text, void* member) {
+  const auto length = static_cast<size_t>(sqlite3_column_bytes16(statement, column)) / sizeof(char16_t);
+  *static_cast<std::wstring*>(member) = FromUtf16({text, length});
+}
+
 // Every kind is read through the column's text, whatever SQLite stored. False for an unknown kind.
 bool ReadColumn(sqlite3_stmt* statement, int column, ColumnKind kind, void* member) {
   if (kind == ColumnKind::NarrowText) {
@@ -50,21 +56,14 @@ bool ReadColumn(sqlite3_stmt* statement, int column, ColumnKind kind, void* memb
     return true;
   }
   if (kind < ColumnKind::Text || kind > ColumnKind::Integer16) return false;
-  const void* const stored = sqlite3_column_text16(statement, column);
-  if (stored == nullptr) return true;
-  const std::u16string_view text(static_cast<const char16_t*>(stored),
-                                 static_cast<size_t>(sqlite3_column_bytes16(statement, column)) / sizeof(char16_t));
+  const auto* const text = static_cast<const char16_t*>(sqlite3_column_text16(statement, column));
+  if (text == nullptr) return true;
   switch (kind) {
     case ColumnKind::Text:
-      *static_cast<std::wstring*>(member) = FromUtf16(text);
+      ReadText(statement, column, text, member);
       break;
     case ColumnKind::Character:
-      Assign(member, static_cast<wchar_t>(text.empty() ? u'\0' : text.front()));
-      break;
-    case ColumnKind::Integer32:
-    case ColumnKind::Key:
-    case ColumnKind::ParentKey:
-      Assign(member, static_cast<int32_t>(ParseInteger64(text)));
+      Assign(member, static_cast<wchar_t>(*text));
       break;
     case ColumnKind::Integer64:
       Assign(member, ParseInteger64(text));
@@ -75,8 +74,8 @@ bool ReadColumn(sqlite3_stmt* statement, int column, ColumnKind kind, void* memb
     case ColumnKind::Integer16:
       Assign(member, static_cast<uint16_t>(ParseInteger64(text)));
       break;
-    case ColumnKind::NarrowText:
-      break;
+    default:  // Integer32 and the keys
+      Assign(member, static_cast<int32_t>(ParseInteger64(text)));
   }
   return true;
 }
@@ -112,11 +111,20 @@ int32_t SQLite::Open(const std::wstring& directory, const std::wstring& fileName
 
 int32_t SQLite::Execute(SQLContext& context, std::wstring&& statement, std::vector<int32_t>&& values) {
   statement_ = std::exchange(statement, {});
-  const std::vector<int32_t> bound = std::exchange(values, {});
-  RecordParameters(bound);
+  values_ = std::exchange(values, {});
+  return Run(context);
+}
+
+int32_t SQLite::ExecuteWithId(SQLContext& context, const std::wstring& statement, uint32_t id) {
+  if (statement_ != statement) statement_ = statement;
+  values_.assign(1, static_cast<int32_t>(id));
+  return Run(context);
+}
+
+int32_t SQLite::Run(SQLContext& context) const {
   int32_t result = context.Prepare(database_, statement_);
-  for (size_t index = 0; index < bound.size() && result == SQLITE_OK; ++index) {
-    result = sqlite3_bind_int(context.Get(), static_cast<int>(index + 1), bound[index]);
+  for (size_t index = 0; index < values_.size() && result == SQLITE_OK; ++index) {
+    result = sqlite3_bind_int(context.Get(), static_cast<int>(index + 1), values_[index]);
   }
   return result == SQLITE_OK ? context.Step() : result;
 }
@@ -142,7 +150,7 @@ int32_t SQLite::GetHierarchicalList(std::wstring_view table, const SQLRecord& re
   uint32_t current = id;
   uint32_t parent = 0;
   for (;;) {
-    int32_t result = Execute(context, std::wstring(query), {static_cast<int32_t>(current)});
+    int32_t result = ExecuteWithId(context, query, current);
     while (result == SQLITE_ROW) {
       list.push_back(static_cast<uint32_t>(sqlite3_column_int(context.Get(), 0)));
       parent = static_cast<uint32_t>(sqlite3_column_int(context.Get(), 1));
@@ -164,7 +172,7 @@ int32_t SQLite::LoadHierarchical(std::wstring_view table, std::wstring_view cond
   const std::wstring query = LoadQuery(table, condition, record);
   SQLContext context;
   for (; !chain.empty(); chain.pop_back()) {
-    int32_t result = Execute(context, std::wstring(query), {static_cast<int32_t>(chain.back())});
+    int32_t result = ExecuteWithId(context, query, chain.back());
     if (result == SQLITE_ROW) {
       ReadData(context, &record);
       result = context.Step();
@@ -184,20 +192,15 @@ void SQLite::ReportError(int32_t code, const std::source_location& operation) co
 }
 
 // Pairs the "@" names of the statement with the values, as long as there are both.
-void SQLite::RecordParameters(const std::vector<int32_t>& values) {
-  parameters_.clear();
-  size_t start = statement_.find(L'@');
-  for (auto value = values.begin(); value != values.end() && start != std::wstring::npos; ++value) {
-    const size_t end = std::min(statement_.find_first_of(L", );", start), statement_.size());
-    parameters_.emplace_back(statement_.substr(start, end - start), std::to_wstring(*value));
-    start = statement_.find(L'@', end);
-  }
-}
-
 std::wstring SQLite::StatementWithParameters() const {
   std::wstring text = statement_;
-  for (const auto& [name, value] : parameters_) {
-    if (const size_t at = text.find(name); at != std::wstring::npos) text.replace(at, name.size(), value);
+  size_t start = statement_.find(L'@');
+  for (auto value = values_.begin(); value != values_.end() && start != std::wstring::npos; ++value) {
+    const size_t end = std::min(statement_.find_first_of(L", );", start), statement_.size());
+    const std::wstring_view name = std::wstring_view(statement_).substr(start, end - start);
+    if (const size_t at = text.find(name); at != std::wstring::npos)
+      text.replace(at, name.size(), std::to_wstring(*value));
+    start = statement_.find(L'@', end);
   }
   return text;
 }

@@ -5,7 +5,6 @@
 #include <source_location>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 #include "Database/SQLite/SQLContext.h"
@@ -54,11 +53,13 @@ class SQLite {
   const std::wstring& GetPath() const { return path_; }
 
  private:
-  void RecordParameters(const std::vector<int32_t>& values);
+  // As Execute, for a statement that is run again and again.
+  int32_t ExecuteWithId(SQLContext& context, const std::wstring& statement, uint32_t id);
+  int32_t Run(SQLContext& context) const;
   std::wstring StatementWithParameters() const;
 
   std::wstring statement_;
-  std::vector<std::pair<std::wstring, std::wstring>> parameters_;  // names and values, to print the statement
+  std::vector<int32_t> values_;  // of its parameters
   std::shared_ptr<SQLiteDatabase> database_;
   std::wstring path_;
 };

@@ -20,3 +20,9 @@ TEST(Utf16, ReadsUpToTheZeroUnitOfAPointer) {
   EXPECT_EQ(FromUtf16(static_cast<const void*>(units.c_str())), L"text");
   EXPECT_EQ(FromUtf16(static_cast<const void*>(nullptr)), L"");
 }
+
+TEST(Utf16, ReplacesWhatIsBeyondUnicode) {
+  const std::wstring text = {L'a', static_cast<wchar_t>(0x110000), L'b'};
+  if (sizeof(wchar_t) == sizeof(char16_t)) GTEST_SKIP() << "no character of this system is beyond";
+  EXPECT_EQ(ToUtf16(text), u"a\ufffdb");
+}
