@@ -12,8 +12,10 @@ if(WIN32)
   # Reproducible binaries; the build id lets a crash dump name the exact module.
   target_link_options(ProjectOptions INTERFACE -Wl,--no-insert-timestamp -Wl,--build-id)
 else()
-  set(PAVISE_SANITIZERS address,undefined CACHE STRING "The sanitizers that native programs are built with")
-  # All of a program, GoogleTest included: the sanitizer for threads must see everything that they do.
-  add_compile_options(-fsanitize=${PAVISE_SANITIZERS} -fno-sanitize-recover=all)
-  add_link_options(-fsanitize=${PAVISE_SANITIZERS})
+  set(PAVISE_SANITIZERS address,undefined CACHE STRING "The sanitizers that native programs are built with, if any")
+  if(PAVISE_SANITIZERS)
+    # All of a program, GoogleTest included: the sanitizer for threads must see everything that they do.
+    add_compile_options(-fsanitize=${PAVISE_SANITIZERS} -fno-sanitize-recover=all)
+    add_link_options(-fsanitize=${PAVISE_SANITIZERS})
+  endif()
 endif()
