@@ -1,0 +1,487 @@
+// What loading a profile takes, beside hand-written code that reads the same values through SQLite: by one statement
+// after the other, and by a single query that is kept prepared. Prints Markdown tables.
+
+#include <malloc.h>
+#include <sqlite3.h>
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <exception>
+#include <filesystem>
+#include <memory>
+#include <new>
+#include <random>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "Database/Profiles/Profiles.h"
+#include "Database/SQLite/DatabasePlatform.h"
+#include "Database/SQLite/SQLiteDatabaseManager.h"
+#include "Database/SQLite/Utf16.h"
+#include "NetUtilities/Singleton.h"
+#include "NetUtilities/Text.h"
+#include "tests/support/TemporaryFolder.h"
+#include "WaylineDll/Store/EmbeddedSql.h"
+
+namespace {
+
+// What is allocated while it is on. Nothing here has a second thread.
+struct Tally {
+  bool on = false;
+  int64_t own = 0;     // allocations by operator new
+  int64_t sqlite = 0;  // allocations by the SQLite library
+  int64_t bytes = 0;   // of both, above those at the start
+  int64_t peak = 0;
+
+  void Add(int64_t& allocations, size_t size) {
+    if (!on) return;
+    ++allocations;
+    bytes += static_cast<int64_t>(size);
+    peak = std::max(peak, bytes);
+  }
+  void Remove(size_t size) {
+    if (on) bytes -= static_cast<int64_t>(size);
+  }
+};
+
+Tally tally;
+
+size_t BlockSize(void* block) {
+#ifdef _WIN32
+  return _msize(block);
+#else
+  return malloc_usable_size(block);
+#endif
+}
+
+}  // namespace
+
+void* operator new(size_t size) {
+  void* const block = std::malloc(size);
+  if (block == nullptr) throw std::bad_alloc();
+  if (tally.on) tally.Add(tally.own, BlockSize(block));
+  return block;
+}
+
+void operator delete(void* block) noexcept {
+  if (tally.on && block != nullptr) tally.Remove(BlockSize(block));
+  std::free(block);
+}
+
+void operator delete(void* block, size_t) noexcept { operator delete(block); }
+
+namespace {
+
+sqlite3_mem_methods sqliteMemory;  // SQLite's own
+
+// Must precede the first use of SQLite.
+void TallySqlite() {
+  sqlite3_config(SQLITE_CONFIG_GETMALLOC, &sqliteMemory);
+  sqlite3_mem_methods tallied = sqliteMemory;
+  tallied.xMalloc = [](int size) {
+    void* const block = sqliteMemory.xMalloc(size);
+    if (tally.on) tally.Add(tally.sqlite, static_cast<size_t>(sqliteMemory.xSize(block)));
+    return block;
+  };
+  tallied.xRealloc = [](void* block, int size) {
+    if (tally.on) tally.Remove(static_cast<size_t>(sqliteMemory.xSize(block)));
+    void* const moved = sqliteMemory.xRealloc(block, size);
+    if (tally.on) tally.Add(tally.sqlite, static_cast<size_t>(sqliteMemory.xSize(moved)));
+    return moved;
+  };
+  tallied.xFree = [](void* block) {
+    if (tally.on) tally.Remove(static_cast<size_t>(sqliteMemory.xSize(block)));
+    sqliteMemory.xFree(block);
+  };
+  if (sqlite3_config(SQLITE_CONFIG_MALLOC, &tallied) != SQLITE_OK) throw std::runtime_error("SQLite is in use already");
+}
+
+const std::vector<ColumnBinding>& Columns() {
+  static const Profile profile(0);
+  return profile.GetBindings();
+}
+
+constexpr size_t kColumns = 90;
+constexpr size_t kNameColumn = 1;
+
+// What `text` makes of the name and the number of each column, separated by ", ".
+template <typename Text>
+std::string ForEachColumn(const Text& text) {
+  std::string joined;
+  for (size_t index = 0; index < kColumns; ++index) {
+    if (index > 0) joined += ", ";
+    joined += text(ToUtf8(Columns()[index].name), std::to_string(index));
+  }
+  return joined;
+}
+
+using Connection = std::unique_ptr<sqlite3, decltype(&sqlite3_close)>;
+using Statement = std::unique_ptr<sqlite3_stmt, decltype(&sqlite3_finalize)>;
+
+void Expect(sqlite3* connection, int expected, int result) {
+  if (result != expected) throw std::runtime_error(sqlite3_errmsg(connection));
+}
+
+// As the module opens the file, or creating it.
+Connection Open(const std::wstring& file, int create = 0) {
+  sqlite3* opened = nullptr;
+  const int result =
+      sqlite3_open_v2(ToUtf8(file).c_str(), &opened,
+                      SQLITE_OPEN_READWRITE | SQLITE_OPEN_FULLMUTEX | SQLITE_OPEN_EXRESCODE | create, nullptr);
+  Connection connection(opened, sqlite3_close);
+  Expect(opened, SQLITE_OK, result);
+  return connection;
+}
+
+Statement Prepare(sqlite3* connection, const std::string& sql, unsigned flags = 0) {
+  sqlite3_stmt* prepared = nullptr;
+  Expect(connection, SQLITE_OK,
+         sqlite3_prepare_v3(connection, sql.c_str(), static_cast<int>(sql.size() + 1), flags, &prepared, nullptr));
+  return {prepared, sqlite3_finalize};
+}
+
+// Chains of links are as long as this. The profiles of one depth lie side by side, their ids from kFirstId on.
+constexpr uint32_t kDeepest = 10;
+constexpr uint32_t kFirstId = 10'001;  // behind the one id that no profile may have
+
+// A settings database, which is also the user's. A root stores three of four columns, the others one of eight.
+class Database {
+ public:
+  Database(const std::filesystem::path& parent, uint32_t profiles) : chains_(profiles / kDeepest) {
+    const std::filesystem::path folder = parent / std::to_string(profiles);
+    std::filesystem::create_directory(folder);
+    userFolder_ = folder.wstring();
+    databasePlatform.userDataDirectory = [] { return userFolder_; };
+    file_ = (folder / kSettingsDatabaseFile).wstring();
+
+    const Connection connection = Open(file_, SQLITE_OPEN_CREATE);
+    Run(connection.get(), "pragma journal_mode = off; pragma synchronous = off");
+    Run(connection.get(), kSchemaSql);
+    Run(connection.get(), "begin");
+    const Statement insert =
+        Prepare(connection.get(), "insert into Profiles values (" +
+                                      ForEachColumn([](const std::string&, const std::string&) { return "?"; }) + ")");
+    for (uint32_t index = 0; index < profiles; ++index) {
+      BindProfile(insert.get(), index);
+      Expect(connection.get(), SQLITE_DONE, sqlite3_step(insert.get()));
+      sqlite3_reset(insert.get());
+      sqlite3_clear_bindings(insert.get());
+    }
+    Run(connection.get(), "commit");
+  }
+  ~Database() { Singleton<SQLiteDatabaseManager>::Get()->GetDatabase(file_)->Close(); }
+  Database(const Database&) = delete;
+  Database& operator=(const Database&) = delete;
+
+  const std::wstring& File() const { return file_; }
+  uint32_t Chains() const { return chains_; }
+
+  // The id of the profile at a depth, 1 for the root, of a chain, counted from 0.
+  uint32_t Id(uint32_t depth, uint32_t chain) const { return kFirstId + (depth - 1) * chains_ + chain; }
+
+ private:
+  static void Run(sqlite3* connection, const char* sql) {
+    Expect(connection, SQLITE_OK, sqlite3_exec(connection, sql, nullptr, nullptr, nullptr));
+  }
+
+  void BindProfile(sqlite3_stmt* insert, uint32_t index) const {
+    const bool root = index < chains_;
+    for (size_t column = 0; column < kColumns; ++column) {
+      const int parameter = static_cast<int>(column + 1);
+      const ColumnKind kind = Columns()[column].kind;
+      if (kind == ColumnKind::Key) {
+        sqlite3_bind_int64(insert, parameter, kFirstId + index);
+      } else if (kind == ColumnKind::ParentKey) {
+        if (!root) sqlite3_bind_int64(insert, parameter, kFirstId + index - chains_);
+      } else if (column != kNameColumn && (root ? column % 4 == 0 : (column + index / chains_) % 8 != 0)) {
+        continue;  // NULL
+      } else if (kind == ColumnKind::Text) {
+        const std::string text = "value " + std::to_string(column) + " of profile " + std::to_string(index);
+        sqlite3_bind_text(insert, parameter, text.c_str(), -1, SQLITE_TRANSIENT);
+      } else if (kind == ColumnKind::Character) {
+        sqlite3_bind_text(insert, parameter, index % 2 == 0 ? "m" : "n", -1, SQLITE_STATIC);
+      } else {
+        sqlite3_bind_int64(insert, parameter, kind == ColumnKind::Boolean ? index % 2 : index % 10'000);
+      }
+    }
+  }
+
+  uint32_t chains_;
+  std::wstring file_;
+  inline static std::wstring userFolder_;
+};
+
+// The values of a profile in the order of its columns. A column uses one of both.
+struct Row {
+  std::array<int64_t, kColumns> numbers{};
+  std::array<std::u16string, kColumns> texts;
+
+  bool operator==(const Row&) const = default;
+};
+
+Row RowOf(const Profile& profile) {
+  Row row;
+  for (size_t column = 0; column < kColumns; ++column) {
+    const ColumnBinding& binding = profile.GetBindings()[column];
+    const auto number = [&]<typename Value>(Value value) {
+      std::memcpy(&value, binding.member, sizeof value);
+      row.numbers[column] = static_cast<int64_t>(value);
+    };
+    switch (binding.kind) {
+      case ColumnKind::Text:
+        row.texts[column] = ToUtf16(*static_cast<const std::wstring*>(binding.member));
+        break;
+      case ColumnKind::Character:
+        number(wchar_t());
+        break;
+      case ColumnKind::Boolean:
+        number(bool());
+        break;
+      case ColumnKind::Integer64:
+        number(int64_t());
+        break;
+      default:
+        number(int32_t());
+    }
+  }
+  return row;
+}
+
+int64_t Number(std::u16string_view text) {
+  const bool negative = text.starts_with(u'-');
+  if (negative) text.remove_prefix(1);
+  int64_t number = 0;
+  for (const char16_t digit : text) number = number * 10 + (digit - u'0');
+  return negative ? -number : number;
+}
+
+// The columns of the current row that are not NULL.
+void Read(sqlite3_stmt* statement, Row& row) {
+  for (size_t index = 0; index < kColumns; ++index) {
+    const int column = static_cast<int>(index);
+    const auto* const stored = static_cast<const char16_t*>(sqlite3_column_text16(statement, column));
+    if (stored == nullptr) continue;
+    const std::u16string_view text(stored, static_cast<size_t>(sqlite3_column_bytes16(statement, column)) / 2);
+    switch (Columns()[index].kind) {
+      case ColumnKind::Text:
+        row.texts[index] = text;
+        break;
+      case ColumnKind::Character:
+        row.numbers[index] = text.empty() ? u'\0' : text.front();
+        break;
+      case ColumnKind::Boolean:
+        row.numbers[index] = Number(text) != 0 ? 1 : 0;
+        break;
+      default:
+        row.numbers[index] = Number(text);
+    }
+  }
+}
+
+class OneByOne {
+ public:
+  explicit OneByOne(const Database& database) : connection_(Open(database.File())) {}
+
+  void Load(uint32_t id, Row& row) const {
+    row = defaults_;
+    std::vector<int> chain;
+    for (int link = static_cast<int>(id); link != 0;) {
+      const Statement list = Execute(list_, link);
+      chain.push_back(link);
+      link = sqlite3_column_int(list.get(), 1);
+      Expect(connection_.get(), SQLITE_DONE, sqlite3_step(list.get()));
+    }
+    for (; !chain.empty(); chain.pop_back()) {
+      const Statement load = Execute(load_, chain.back());
+      Read(load.get(), row);
+      Expect(connection_.get(), SQLITE_DONE, sqlite3_step(load.get()));
+    }
+  }
+
+ private:
+  Statement Execute(const std::string& sql, int id) const {
+    Statement statement = Prepare(connection_.get(), sql);
+    sqlite3_bind_int(statement.get(), 1, id);
+    Expect(connection_.get(), SQLITE_ROW, sqlite3_step(statement.get()));
+    return statement;
+  }
+
+  const Row defaults_ = RowOf(Profile(0));
+  const std::string list_ = "select ProfileId, LinkProfile from Profiles where ProfileId = ?";
+  const std::string load_ = "select " +
+                            ForEachColumn([](const std::string& name, const std::string&) { return name; }) +
+                            " from Profiles where ProfileId = ?";
+  const Connection connection_;
+};
+
+class OneQuery {
+ public:
+  explicit OneQuery(const Database& database)
+      : connection_(Open(database.File())),
+        statement_(Prepare(connection_.get(), Query(), SQLITE_PREPARE_PERSISTENT)) {}
+
+  void Load(uint32_t id, Row& row) const {
+    row = defaults_;
+    sqlite3_bind_int64(statement_.get(), 1, id);
+    Expect(connection_.get(), SQLITE_ROW, sqlite3_step(statement_.get()));
+    Read(statement_.get(), row);
+    sqlite3_reset(statement_.get());
+  }
+
+ private:
+  // From the profile up to its root, each column the first value on the way that is not NULL; the root has them all.
+  static std::string Query() {
+    const std::string values = ForEachColumn([](const std::string&, const std::string& index) { return "C" + index; });
+    return "with recursive Chain(Link, " + values + ") as (select LinkProfile, " +
+           ForEachColumn([](const std::string& name, const std::string&) { return name; }) +
+           " from Profiles where ProfileId = ? union all select P.LinkProfile, " +
+           ForEachColumn([](const std::string& name, const std::string& index) {
+             return "ifnull(C" + index + ", P." + name + ")";
+           }) +
+           " from Chain join Profiles as P on P.ProfileId = Link where Link <> 0) select " + values +
+           " from Chain where ifnull(Link, 0) = 0";
+  }
+
+  const Row defaults_ = RowOf(Profile(0));
+  const Connection connection_;
+  const Statement statement_;
+};
+
+// All ways of loading from one database.
+class Contest {
+ public:
+  explicit Contest(const Database& database) : database_(database), oneByOne_(database), oneQuery_(database) {}
+
+  static constexpr std::array kNames = {"module", "module, new object", "(a)", "(b)"};
+
+  void Load(size_t candidate, uint32_t id) {
+    switch (candidate) {
+      case 0:
+        return ExpectLoaded(profiles_.LoadProfileById(id, profile_));
+      case 1:
+        return ExpectLoaded(Profiles().LoadProfileById(id, profile_));
+      case 2:
+        return oneByOne_.Load(id, row_);
+      default:
+        return oneQuery_.Load(id, row_);
+    }
+  }
+
+  // Throws when the candidates do not agree.
+  void Compare(uint32_t depth) {
+    for (int load = 0; load < 20; ++load) {
+      const uint32_t id = AnyProfile(depth);
+      Load(0, id);
+      const Row expected = RowOf(profile_);
+      for (size_t candidate = 1; candidate < kNames.size(); ++candidate) {
+        Load(candidate, id);
+        if ((candidate == 1 ? RowOf(profile_) : row_) == expected && expected.numbers[0] == id) continue;
+        throw std::runtime_error(std::string(kNames[candidate]) + " reads other values than the module of profile " +
+                                 std::to_string(id));
+      }
+    }
+  }
+
+  // Any profile of that depth.
+  uint32_t AnyProfile(uint32_t depth) {
+    return database_.Id(depth, static_cast<uint32_t>(random_() % database_.Chains()));
+  }
+
+ private:
+  static void ExpectLoaded(bool loaded) {
+    if (!loaded) throw std::runtime_error("the module could not load a profile");
+  }
+
+  const Database& database_;
+  const OneByOne oneByOne_;
+  const OneQuery oneQuery_;
+  Profiles profiles_;
+  Profile profile_{0};
+  Row row_;
+  std::mt19937 random_;
+};
+
+constexpr size_t kCandidates = Contest::kNames.size();
+
+using Clock = std::chrono::steady_clock;
+using Microseconds = std::chrono::duration<double, std::micro>;
+
+void MeasureTime(Contest& contest, uint32_t profiles, uint32_t depth) {
+  constexpr size_t kRounds = 1'000;
+  std::array<std::vector<double>, kCandidates> times;
+  for (size_t round = 0; round < kRounds; ++round) {
+    // In turns, so that what else the machine does meets all.
+    for (size_t turn = 0; turn < kCandidates; ++turn) {
+      const size_t candidate = (round + turn) % kCandidates;
+      const uint32_t id = contest.AnyProfile(depth);
+      const Clock::time_point start = Clock::now();
+      contest.Load(candidate, id);
+      times[candidate].push_back(Microseconds(Clock::now() - start).count());
+    }
+  }
+  std::printf("| %u | %u |", profiles, depth);
+  for (std::vector<double>& samples : times) {
+    std::ranges::sort(samples);
+    std::printf(" %.0f | %.0f |", samples[kRounds / 2], samples[kRounds * 95 / 100]);
+  }
+  const auto half = [&](size_t candidate) { return times[candidate][kRounds / 2]; };
+  std::printf(" %.2f | %.2f |\n", half(0) / half(2), half(0) / half(3));
+}
+
+void MeasureMemory(Contest& contest, const Database& database, uint32_t depth) {
+  const uint32_t id = database.Id(depth, 0);
+  for (size_t candidate = 0; candidate < kCandidates; ++candidate) {
+    contest.Load(candidate, id);
+    tally = {.on = true};
+    contest.Load(candidate, id);
+    tally.on = false;
+    std::printf("| %u | %s | %lld | %lld | %lld |\n", depth, Contest::kNames[candidate],
+                static_cast<long long>(tally.own), static_cast<long long>(tally.sqlite),
+                static_cast<long long>(tally.peak));
+  }
+}
+
+constexpr std::array kDepths = {1U, 3U, kDeepest};
+
+void MeasureAll() {
+  if (Columns().size() != kColumns) throw std::runtime_error("a profile has another number of columns");
+  const TemporaryFolder folder;
+  std::puts(
+      "| profiles | depth | module p50 | p95 | new object p50 | p95 | (a) p50 | p95 | (b) p50 | p95 | to (a) | to (b) |\n"
+      "|---:|---:|---:|---:|---:|---:|---:|---:|---:|---:|---:|---:|");
+  for (const uint32_t profiles : {10U, 1'000U, 100'000U}) {
+    const Database database(folder.Path(), profiles);
+    Contest contest(database);
+    for (const uint32_t depth : kDepths) contest.Compare(depth);
+    for (const uint32_t depth : kDepths) MeasureTime(contest, profiles, depth);
+  }
+
+  std::puts(
+      "\n| depth | candidate | C++ allocations | SQLite allocations | peak bytes |\n"
+      "|---:|---|---:|---:|---:|");
+  const Database database(folder.Path(), 11 * kDeepest);
+  Contest contest(database);
+  for (const uint32_t depth : kDepths) MeasureMemory(contest, database, depth);
+}
+
+}  // namespace
+
+int main() {
+  try {
+    TallySqlite();
+    // As a process that is not the first one: SQLite's own log would also burden the hand-written code.
+    databasePlatform.createInstanceMutex = [](const std::wstring&) { return InstanceMutex{}; };
+    MeasureAll();
+  } catch (const std::exception& failure) {
+    std::fprintf(stderr, "%s\n", failure.what());
+    return 1;
+  }
+  return 0;
+}
