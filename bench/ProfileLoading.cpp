@@ -15,6 +15,7 @@
 #include <filesystem>
 #include <memory>
 #include <new>
+#include <numeric>
 #include <random>
 #include <stdexcept>
 #include <string>
@@ -416,10 +417,14 @@ using Microseconds = std::chrono::duration<double, std::micro>;
 void MeasureTime(Contest& contest, uint32_t profiles, uint32_t depth) {
   constexpr size_t kRounds = 1'000;
   std::array<std::vector<double>, kCandidates> times;
+  std::array<size_t, kCandidates> turns{};
+  std::iota(turns.begin(), turns.end(), size_t{0});
+  std::mt19937 random;
   for (size_t round = 0; round < kRounds; ++round) {
-    // In turns, so that what else the machine does meets all.
-    for (size_t turn = 0; turn < kCandidates; ++turn) {
-      const size_t candidate = (round + turn) % kCandidates;
+    // In turns, so that what else the machine does meets all; shuffled, so that nobody always finds its code in the
+    // processor's cache.
+    std::ranges::shuffle(turns, random);
+    for (const size_t candidate : turns) {
       const uint32_t id = contest.AnyProfile(depth);
       const Clock::time_point start = Clock::now();
       contest.Load(candidate, id);
