@@ -23,13 +23,14 @@ std::u16string ToUtf16(std::wstring_view text) {
 }
 
 std::wstring FromUtf16(std::u16string_view units) {
+  if (sizeof(wchar_t) == sizeof(char16_t)) return {units.begin(), units.end()};
   std::wstring text;
   text.reserve(units.size());
   for (size_t index = 0; index < units.size(); ++index) {
     const uint32_t unit = units[index];
     const uint32_t next = index + 1 < units.size() ? units[index + 1] : 0;
     const bool paired = unit >= 0xD800 && unit <= 0xDBFF && next >= 0xDC00 && next <= 0xDFFF;
-    if (paired && sizeof(wchar_t) > sizeof(char16_t)) {
+    if (paired) {
       text += static_cast<wchar_t>(0x10000 + ((unit - 0xD800) << 10) + (next - 0xDC00));
       ++index;
     } else {
