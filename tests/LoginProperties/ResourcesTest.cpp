@@ -9,15 +9,18 @@
 #include <memory>
 #include <optional>
 #include <ostream>
+#include <set>
 #include <span>
 #include <string>
 #include <type_traits>
 #include <vector>
 
+#include "LoginProperties/Resources/PictureIds.h"
 #include "tests/support/DialogTemplate.h"
 
 namespace {
 
+using testing::ElementsAre;
 using testing::ElementsAreArray;
 using testing::HasSubstr;
 
@@ -30,6 +33,8 @@ struct Freer {
 };
 using ModulePtr = std::unique_ptr<std::remove_pointer_t<HMODULE>, Freer<FreeLibrary>>;
 using DcPtr = std::unique_ptr<std::remove_pointer_t<HDC>, Freer<DeleteDC>>;
+using BitmapPtr = std::unique_ptr<std::remove_pointer_t<HBITMAP>, Freer<DeleteObject>>;
+using IconPtr = std::unique_ptr<std::remove_pointer_t<HICON>, Freer<DestroyIcon>>;
 using FontPtr = std::unique_ptr<std::remove_pointer_t<HFONT>, Freer<DeleteObject>>;
 
 HMODULE Module() {
@@ -45,6 +50,25 @@ std::span<const std::byte> Resource(const wchar_t* type, WORD id) {
   return {static_cast<const std::byte*>(LockResource(LoadResource(Module(), resource))),
           SizeofResource(Module(), resource)};
 }
+
+// What a group of icons begins with, and its entry for each size.
+#pragma pack(push, 2)
+struct IconGroupHeader {
+  WORD reserved;
+  WORD type;
+  WORD count;
+};
+struct IconGroupEntry {
+  BYTE width;
+  BYTE height;
+  BYTE colours;
+  BYTE reserved;
+  WORD planes;
+  WORD bits;
+  DWORD bytes;
+  WORD id;
+};
+#pragma pack(pop)
 
 // A block of the string table holds 16 strings, each behind its length; a length of 0 stands for no string.
 BOOL CALLBACK AddStringsOfBlock(HMODULE module, LPCWSTR type, LPWSTR name, LONG_PTR parameter) {
@@ -482,6 +506,122 @@ TEST(StringTable, HoldsExactlyTheTextsOfTheModule) {
   EXPECT_THAT(ModuleStrings(), ElementsAreArray(expected));
 }
 
+class StateImages : public testing::Test {
+ protected:
+  void SetUp() override {
+    bitmap_.reset(static_cast<HBITMAP>(
+        LoadImageW(Module(), MAKEINTRESOURCEW(IDB_STATE_IMAGES), IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION)));
+    ASSERT_TRUE(bitmap_);
+    BITMAP strip;
+    ASSERT_EQ(GetObjectW(bitmap_.get(), sizeof strip, &strip), static_cast<int>(sizeof strip));
+    ASSERT_EQ(strip.bmWidth, static_cast<LONG>(kWidth));
+    ASSERT_EQ(strip.bmHeight, static_cast<LONG>(kHeight));
+    ASSERT_EQ(strip.bmBitsPixel, 24);
+    rowBytes_ = static_cast<std::size_t>(strip.bmWidthBytes);
+    bytes_ = {static_cast<const BYTE*>(strip.bmBits), kHeight * rowBytes_};
+  }
+
+  std::span<const BYTE> Pixels(std::size_t x, std::size_t y, std::size_t count) const {
+    return bytes_.subspan(y * rowBytes_ + x * 3, count * 3);
+  }
+
+  bool IsTransparent(std::size_t x, std::size_t y) const {
+    return std::ranges::all_of(Pixels(x, y, 1), [](BYTE part) { return part == 255; });
+  }
+
+  std::vector<BYTE> Cell(std::size_t cell) const {
+    std::vector<BYTE> pixels;
+    for (std::size_t y = 0; y < kHeight; ++y) {
+      const auto row = Pixels(cell * kCellWidth, y, kCellWidth);
+      pixels.insert(pixels.end(), row.begin(), row.end());
+    }
+    return pixels;
+  }
+
+  static constexpr std::size_t kWidth = 242;
+  static constexpr std::size_t kHeight = 16;
+  static constexpr std::size_t kCellWidth = 16;
+
+ private:
+  BitmapPtr bitmap_;
+  std::size_t rowBytes_ = 0;
+  std::span<const BYTE> bytes_;
+};
+
+TEST_F(StateImages, FillTheCellsOfStatesAndHeadings) {
+  std::set<std::size_t> filled;
+  for (std::size_t x = 0; x < kWidth; ++x) {
+    for (std::size_t y = 0; y < kHeight; ++y) {
+      if (!IsTransparent(x, y)) filled.insert(x / kCellWidth);
+    }
+  }
+  EXPECT_THAT(filled, ElementsAre(1, 2, 3, 4, 5, 7, 8, 9, 12, 13));
+}
+
+TEST_F(StateImages, TellOnFromOff) {
+  EXPECT_NE(Cell(1), Cell(2));
+  EXPECT_NE(Cell(7), Cell(8));
+}
+
+// A box or circle is light inside on every background, so that its mark is seen.
+TEST_F(StateImages, HideWhatIsBehindABoxOrCircle) {
+  for (const std::size_t cell : {1u, 2u, 7u, 8u}) {
+    for (std::size_t y = 0; y < kHeight; ++y) {
+      int edges = 0;
+      for (std::size_t x = cell * kCellWidth + 1; x < (cell + 1) * kCellWidth; ++x) {
+        if (IsTransparent(x, y) != IsTransparent(x - 1, y)) ++edges;
+      }
+      EXPECT_LE(edges, 2) << "cell " << cell << ", row " << y;
+    }
+  }
+}
+
+struct ExpectedIcon {
+  const char* name;
+  WORD id;
+};
+
+void PrintTo(const ExpectedIcon& icon, std::ostream* out) { *out << icon.name; }
+
+class ModuleIcon : public testing::TestWithParam<ExpectedIcon> {};
+
+INSTANTIATE_TEST_SUITE_P(Module, ModuleIcon,
+                         testing::Values(ExpectedIcon{"Network", 113}, ExpectedIcon{"Servers", 114},
+                                         ExpectedIcon{"Profile", 116}, ExpectedIcon{"Program", 123},
+                                         ExpectedIcon{"MoveUp", 124}, ExpectedIcon{"MoveDown", 125}),
+                         [](const auto& icon) { return std::string(icon.param.name); });
+
+TEST_P(ModuleIcon, HasAPictureWithTransparencyInEachSize) {
+  const auto group = Resource(RT_GROUP_ICON, GetParam().id);
+  ASSERT_GE(group.size(), sizeof(IconGroupHeader));
+  const auto& header = *reinterpret_cast<const IconGroupHeader*>(group.data());
+  ASSERT_GE(group.size(), sizeof header + header.count * sizeof(IconGroupEntry));
+  const std::span entries(reinterpret_cast<const IconGroupEntry*>(&header + 1), header.count);
+  std::vector<int> sizes;
+  for (const auto& entry : entries) {
+    sizes.push_back(entry.width);
+    EXPECT_EQ(entry.height, entry.width);
+    EXPECT_EQ(entry.bits, 32) << sizes.back();
+  }
+  EXPECT_THAT(sizes, ElementsAre(16, 24, 32, 48));
+}
+
+TEST_P(ModuleIcon, IsLoadedInTheSizeThatIsAskedFor) {
+  for (const int size : {16, 24, 32, 48}) {
+    const IconPtr icon(
+        static_cast<HICON>(LoadImageW(Module(), MAKEINTRESOURCEW(GetParam().id), IMAGE_ICON, size, size, 0)));
+    ASSERT_TRUE(icon) << size;
+    ICONINFO info;
+    ASSERT_TRUE(GetIconInfo(icon.get(), &info));
+    const BitmapPtr mask(info.hbmMask);
+    const BitmapPtr colours(info.hbmColor);
+    BITMAP picture;
+    ASSERT_NE(GetObjectW(colours.get(), sizeof picture, &picture), 0);
+    EXPECT_EQ(picture.bmWidth, size);
+    EXPECT_EQ(picture.bmHeight, size);
+  }
+}
+
 TEST(VersionResource, NamesProductAndFile) {
   const auto resource = Resource(RT_VERSION, VS_VERSION_INFO);
   ASSERT_FALSE(resource.empty());
@@ -550,6 +690,14 @@ TEST_P(Dialog, HasItsControlsInTabOrder) {
     controls.push_back({control.id, control.windowClass, control.text, control.style & ~ignored});
   }
   EXPECT_THAT(controls, ElementsAreArray(GetParam().controls));
+}
+
+TEST_P(Dialog, NamesOnlyIconsThatThereAre) {
+  for (const auto& control : dialog_.controls) {
+    if (control.windowClass != L"static" || (control.style & SS_TYPEMASK) != SS_ICON) continue;
+    const auto id = static_cast<WORD>(std::stoi(control.text.substr(1)));  // behind a number sign
+    EXPECT_FALSE(Resource(RT_GROUP_ICON, id).empty()) << id;
+  }
 }
 
 TEST_P(Dialog, KeepsControlsApartAndInsideItsMargins) {
