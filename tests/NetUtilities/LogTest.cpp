@@ -94,6 +94,7 @@ TEST_F(LogTest, IsDeliveredWhenTheSessionEnds) {
       }
       ASSERT_THAT(machine.AllSent(), SizeIs(session));
     }
+    StopLogger();  // the thread must not outlive the machine
   });
 }
 
