@@ -1,0 +1,14 @@
+// What all fuzz programs have in common.
+
+#include "NetUtilities/Logger/Log.h"
+
+// The sanitizer asks for its settings by this name. Inputs are many and short-lived: less is kept of what they freed.
+extern "C" const char* __asan_default_options();
+extern "C" const char* __asan_default_options() { return "quarantine_size_mb=8:malloc_context_size=12"; }
+
+// There is no logging service for what is not caught.
+extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv);
+extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
+  logHandler = [](LogSource, LogLevel, std::wstring_view) {};
+  return 0;
+}
