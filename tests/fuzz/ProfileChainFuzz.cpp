@@ -24,7 +24,8 @@
 
 namespace {
 
-constexpr uint32_t kIds[] = {1, 2, 2001};
+// The end of the chain, which leads through all that the base stores, and a profile that is not stored.
+constexpr uint32_t kIds[] = {2001, 3};
 constexpr size_t kLongestChain = 8;
 
 using Statement = std::unique_ptr<sqlite3_stmt, decltype(&sqlite3_finalize)>;
@@ -113,7 +114,7 @@ size_t CountErrors(const LogCapture& log) {
 }
 
 void CheckProfile(sqlite3* connection, uint32_t id) {
-  const Profile defaults(0);
+  static const Profile defaults(0);
   const Expected expected = Expect(connection, id, defaults);
   if (expected.endless || DatabaseFuzz::IsExhausted()) return;
 
@@ -193,7 +194,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     }
   }
   for (const uint32_t id : kIds) CheckProfile(shared->GetConnection(), id);
-  for (const uint32_t id : {ServiceInfo::kDefaultService, 7u, 1u}) CheckService(shared->GetConnection(), id);
+  for (const uint32_t id : {ServiceInfo::kDefaultService, 7u}) CheckService(shared->GetConnection(), id);
   Require(shared->Close() == SQLITE_OK);
   Require(FileBytes(database.File()) == image);
   return 0;
