@@ -12,6 +12,7 @@ namespace {
 constexpr int kMostRounds = 500;
 constexpr int kStepsPerRound = 100;
 constexpr int kLongestValue = 1 << 20;
+constexpr size_t kCutPlaces = 16;
 
 int rounds = 0;
 
@@ -39,12 +40,13 @@ std::string DatabaseFuzz::WriteImage(const std::string& base, const uint8_t* dat
   } else {
     image = base;
     while (!input.IsAtEnd()) {
-      const size_t place = input.Number<uint16_t>();
-      const auto byte = static_cast<char>(input.Byte());
+      if (image.empty()) break;
+      const size_t place = input.Number<uint16_t>() % (image.size() + kCutPlaces);
+      const uint8_t byte = input.Byte();
       if (place < image.size()) {
-        image[place] = byte;
+        image[place] = static_cast<char>(byte);
       } else {
-        image.resize(place % (image.size() + 1));
+        image.resize(image.size() * byte / 256);
       }
     }
   }

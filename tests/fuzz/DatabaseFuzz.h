@@ -20,16 +20,18 @@ class DatabaseFuzz {
   const std::wstring& File() const { return file_; }
 
   /// Writes the file that an input stands for, and begins to count steps. An input that begins as database files do
-  /// is one; every other is a list of changes to `base`: two bytes for the place, and the new byte. A change behind
-  /// the end makes the file end at the changed place. Returns what was written.
+  /// is one; every other is a list of changes to `base`: two bytes for the place, and the new byte. Behind the end the
+  /// byte says how much of the file stays, in parts of 256. Returns what was written.
   std::string WriteImage(const std::string& base, const uint8_t* data, size_t size) const;
 
   /// Replaces the file.
   void Write(std::string_view bytes) const;
 
-  /// Whether the statements since WriteImage or this call's `begin` ran out of steps: their results mean nothing.
-  static bool IsExhausted();
+  /// Begins to count the steps that statements make.
   static void CountSteps();
+
+  /// Whether there were too many of them since then: results mean nothing.
+  static bool IsExhausted();
 
  private:
   FakeDatabasePlatform platform_;

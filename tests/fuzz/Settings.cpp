@@ -4,7 +4,9 @@
 
 // The sanitizer asks for its settings by this name. Inputs are many and short-lived: less is kept of what they freed.
 extern "C" const char* __asan_default_options();
-extern "C" const char* __asan_default_options() { return "quarantine_size_mb=8:malloc_context_size=12:allow_addr2line=1"; }
+extern "C" const char* __asan_default_options() {
+  return "quarantine_size_mb=8:malloc_context_size=12:allow_addr2line=1";
+}
 
 // There is no logging service for what is not caught.
 extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv);
