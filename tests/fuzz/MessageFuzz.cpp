@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <ranges>
 #include <string>
 #include <vector>
 
@@ -21,8 +22,8 @@ std::wstring Substituted(std::wstring text, const std::vector<std::wstring>& ite
     if (text[at] != L'%' || digit < L'1' || digit > L'9' || static_cast<size_t>(digit - L'1') >= items.size()) continue;
     places.push_back(at++);
   }
-  for (auto place = places.rbegin(); place != places.rend(); ++place) {
-    text.replace(*place, 2, items[static_cast<size_t>(text[*place + 1] - L'1')]);
+  for (const size_t place : std::views::reverse(places)) {
+    text.replace(place, 2, items[static_cast<size_t>(text[place + 1] - L'1')]);
   }
   return text;
 }
