@@ -23,6 +23,7 @@ class Profiles : public ConfigXmlProcessing {
   /// Fills a profile with the values in force: where it stores none itself, those that it inherits, and the defaults
   /// where nobody stores any. False when the database fails, which has been logged. True with the defaults and id 0 for
   /// a profile that is not stored. The links of the stored profiles must come to an end (SQLite::GetHierarchicalList).
+  /// Throws as SQLiteDatabase::Open.
   bool LoadProfileById(uint32_t id, Profile& profile);
 
   /// "Default" and "UseDigitalCertificates", and the columns of a profile.

@@ -28,7 +28,7 @@ class ServiceInfo {
 
   /// Makes the service with this id the current one; 0 means kDefaultService. False when there is none, which is
   /// logged; the current one stays. The list of services is read by the first call that can read it; a failure to read
-  /// is logged.
+  /// is logged. Throws as SQLiteDatabase::Open.
   bool Load(uint32_t id);
 
   /// The current service; null before one was found. Lives as long as this object.

@@ -11,8 +11,8 @@ struct InstanceMutex {
   bool first = false;            // this call created it; false when it existed before
 };
 
-/// What the database layer needs of the machine. Production values are in DatabasePlatform.cpp; tests put
-/// others in their place.
+/// What the database layer needs of the machine. Production values are in DatabasePlatform.cpp; the host and
+/// tests put others in their place.
 struct DatabasePlatform {
   uint32_t (*processId)();
   std::wstring (*executablePath)();     // full path of the host program

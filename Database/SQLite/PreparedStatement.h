@@ -14,4 +14,5 @@ struct PreparedStatement {
 
   std::wstring text;
   Handle handle;
+  bool kept = false;  // it was compiled for an earlier use
 };

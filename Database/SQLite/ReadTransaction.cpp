@@ -4,27 +4,28 @@
 
 #include <utility>
 
-#include "Database/SQLite/SQLContext.h"
 #include "Database/SQLite/SQLiteDatabase.h"
 
 namespace {
 
-bool InTransaction(const SQLiteDatabase& database) { return sqlite3_get_autocommit(database.GetConnection()) == 0; }
+bool InTransaction(sqlite3* connection) { return sqlite3_get_autocommit(connection) == 0; }
 
-void Run(const std::shared_ptr<SQLiteDatabase>& database, std::wstring_view statement) {
-  SQLContext context;
-  if (context.Prepare(database, statement) == SQLITE_OK) context.Step();
+// Failures have no line: the statements between tell what there is to tell.
+bool Run(sqlite3* connection, const char* statement) {
+  return sqlite3_exec(connection, statement, nullptr, nullptr, nullptr) == SQLITE_OK;
 }
 
 }  // namespace
 
 ReadTransaction::ReadTransaction(std::shared_ptr<SQLiteDatabase> database) {
-  if (!database || database->GetConnection() == nullptr || InTransaction(*database)) return;
-  database_ = std::move(database);
-  Run(database_, L"begin;");
+  sqlite3* const connection = database ? database->GetConnection() : nullptr;
+  if (connection == nullptr || InTransaction(connection)) return;
+  if (Run(connection, "begin;")) database_ = std::move(database);
 }
 
 ReadTransaction::~ReadTransaction() {
-  // A grave failure of a statement may have ended the transaction.
-  if (database_ && database_->GetConnection() != nullptr && InTransaction(*database_)) Run(database_, L"commit;");
+  // The database may have been closed, and a grave failure of a statement may have ended the transaction.
+  sqlite3* const connection = database_ ? database_->GetConnection() : nullptr;
+  if (connection == nullptr || !InTransaction(connection)) return;
+  if (!Run(connection, "commit;")) Run(connection, "rollback;");
 }

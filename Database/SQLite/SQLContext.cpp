@@ -23,8 +23,10 @@ void SQLContext::Finalize() {
   if (!statement.handle) return;
   if (sqlite3_reset(statement.handle.get()) == SQLITE_OK) {
     database_->KeepStatement(std::move(statement));
-  } else {
-    // Without a connection the library can only name its generic error. Readers of the logs know the line that way.
-    Log(LogLevel::Info, Format(L"Can't cleanup context: {}", FromUtf16(sqlite3_errmsg16(nullptr))));
+    return;
   }
+  // When the tables have changed since a kept statement was compiled, a new one would have left nothing to clean up.
+  if (PreparedStatement anew; statement.kept && database_->TakeStatement(statement.text, anew) != SQLITE_OK) return;
+  // Without a connection the library can only name its generic error. Readers of the logs know the line that way.
+  Log(LogLevel::Info, Format(L"Can't cleanup context: {}", FromUtf16(sqlite3_errmsg16(nullptr))));
 }

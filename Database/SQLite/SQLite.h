@@ -17,7 +17,7 @@
 class SQLite {
  public:
   /// Opens the database, or joins those who have it open; 0 or the code with which opening failed, which has
-  /// been logged. Empty arguments mean the user's data directory and "Wayline.db".
+  /// been logged. Empty arguments mean the user's data directory and "Wayline.db". Throws as SQLiteDatabase::Open.
   int32_t Open(const std::wstring& directory = {}, const std::wstring& fileName = {});
 
   /// Prepares a statement in `context`, binds the values to its parameters by position and makes the first
@@ -32,8 +32,8 @@ class SQLite {
 
   /// Fills `list` with the keys of a record and its ancestors, the record first and the root last, and
   /// returns 101; a record that is not stored gives an empty list. Other results are failures and logged.
-  /// Every chain must end in a record whose parent is 0: the walk goes on for ever where a parent is not
-  /// stored or parents form a circle.
+  /// Every chain must end in a record whose parent is 0: the walk goes on for ever, and keeps others from writing,
+  /// where a parent is not stored or parents form a circle.
   int32_t GetHierarchicalList(std::wstring_view table, const SQLRecord& record, uint32_t id,
                               std::vector<uint32_t>& list);
 

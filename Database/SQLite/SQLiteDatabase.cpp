@@ -58,9 +58,11 @@ int32_t SQLiteDatabase::Open(bool configureLogging, const std::wstring& path) {
   constexpr int kFlags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_FULLMUTEX | SQLITE_OPEN_EXRESCODE;
   result_ = sqlite3_open_v2(ToUtf8(path_).c_str(), &connection_, kFlags, nullptr);
   if (result_ != SQLITE_OK) {
-    Log(LogLevel::Error,
-        Format(L"Can't open database {}: {} - {}", path_, result_, FromUtf16(sqlite3_errmsg16(connection_))));
+    // When memory is short there is no connection to ask.
+    const std::wstring reason = connection_ != nullptr ? FromUtf16(sqlite3_errmsg16(connection_)) : std::wstring();
+    Log(LogLevel::Error, Format(L"Can't open database {}: {} - {}", path_, result_, reason));
     Close();
+    instanceMutex_.reset();
   }
   return result_;
 }
@@ -71,16 +73,17 @@ int32_t SQLiteDatabase::Close() {
     Log(LogSource::Database, LogLevel::Detail,
         Format(L"Closing database {} - process {}", path_, databasePlatform.executablePath()));
   }
+  sqlite3* closing = nullptr;
   {
     const std::scoped_lock lock(keptMutex_);
+    closing = std::exchange(connection_, nullptr);
     kept_.clear();
   }
-  const int32_t result = sqlite3_close(connection_);
+  const int32_t result = sqlite3_close(closing);
   if (result != SQLITE_OK) {
     databasePlatform.debuggerOutput(
-        Format(L"SQLite Can't close database: {} - {}", result, FromUtf16(sqlite3_errmsg16(connection_))));
+        Format(L"SQLite Can't close database: {} - {}", result, FromUtf16(sqlite3_errmsg16(closing))));
   }
-  connection_ = nullptr;
   instanceMutex_.reset();
   return result;
 }
@@ -90,6 +93,7 @@ int32_t SQLiteDatabase::TakeStatement(std::wstring_view text, PreparedStatement&
     const std::scoped_lock lock(keptMutex_);
     if (const auto found = std::ranges::find(kept_, text, &PreparedStatement::text); found != kept_.end()) {
       statement = std::move(*found);
+      statement.kept = true;
       kept_.erase(found);
       return SQLITE_OK;
     }
@@ -102,9 +106,9 @@ int32_t SQLiteDatabase::TakeStatement(std::wstring_view text, PreparedStatement&
 
 void SQLiteDatabase::KeepStatement(PreparedStatement statement) {
   constexpr size_t kMostKept = 16;
-  if (connection_ == nullptr || sqlite3_db_handle(statement.handle.get()) != connection_) return;
   sqlite3_clear_bindings(statement.handle.get());
   const std::scoped_lock lock(keptMutex_);
+  if (connection_ == nullptr || sqlite3_db_handle(statement.handle.get()) != connection_) return;
   if (kept_.size() == kMostKept) kept_.erase(kept_.begin());
   kept_.push_back(std::move(statement));
 }

@@ -24,7 +24,8 @@ class SQLiteDatabase {
   /// SQLite result code, extended codes included; failures are logged. Does nothing and returns 0 while a
   /// connection is open. `configureLogging` also routes SQLite's own log to ours, provided that no other
   /// process is using a database yet; that must precede the first use of the SQLite library. Throws
-  /// std::filesystem::filesystem_error when the file system cannot tell whether the file exists.
+  /// std::filesystem::filesystem_error when the file system cannot tell whether the file exists; the result is then 0
+  /// although nothing is open.
   int32_t Open(bool configureLogging, const std::wstring& path);
 
   /// Closes the connection; the SQLite result code, 0 when none was open. The connection is given up even if

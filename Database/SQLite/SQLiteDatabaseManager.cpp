@@ -11,6 +11,7 @@ SQLiteDatabaseManager::~SQLiteDatabaseManager() {
 
 std::wstring SQLiteDatabaseManager::ComposePath(const std::wstring& directory, const std::wstring& fileName) {
   const std::filesystem::path folder = directory.empty() ? databasePlatform.userDataDirectory() : directory;
+  if (folder.empty()) return {};
   return (folder / (fileName.empty() ? kSettingsDatabaseFile : fileName)).wstring();
 }
 

@@ -21,12 +21,13 @@ class SQLiteDatabaseManager {
   virtual ~SQLiteDatabaseManager();
 
   /// Path of a database file. An empty directory means the user's data directory, an empty file name
-  /// kSettingsDatabaseFile.
+  /// kSettingsDatabaseFile. Empty without a data directory: no other folder takes its place.
   static std::wstring ComposePath(const std::wstring& directory, const std::wstring& fileName);
 
   /// The database at a path, opened on the first request; paths that differ in letter case are different
   /// databases. An empty path means the default one. Never null: a database that could not be opened is
-  /// returned too, now and on every later request, with the failure as its result.
+  /// returned too, now and on every later request, with the failure as its result. Throws as SQLiteDatabase::Open,
+  /// after which the next request tries again.
   std::shared_ptr<SQLiteDatabase> GetDatabase(const std::wstring& path);
 
  private:

@@ -59,11 +59,12 @@ class HostileDatabaseTest : public testing::Test {
  protected:
   // Profile 1 is a root, 2 is linked to it. Small pages, so that there are several.
   void MakeSample(const std::string& before = {}) const {
-    database_.Run(
-        "pragma page_size = 512; " + before + "; create table Profiles (" +
-        ToUtf8(ColumnNames(profile_.GetBindings())) +
-        ", primary key (ProfileId)); insert into Profiles (ProfileId, Name, Account, HelpdeskText) values (1, 'root', 'Example', '" +
-        std::string(700, 'h') + "'); insert into Profiles (ProfileId, Name, LinkProfile) values (2, 'leaf', 1)");
+    database_.Run("pragma page_size = 512; " + before + "; create table Profiles (" +
+                  ToUtf8(ColumnNames(profile_.GetBindings())) +
+                  ", primary key (ProfileId)); insert into Profiles (ProfileId, Name, Account, HelpdeskText) "
+                  "values (1, 'root', 'Example', '" +
+                  std::string(700, 'h') +
+                  "'); insert into Profiles (ProfileId, Name, LinkProfile) values (2, 'leaf', 1)");
   }
 
   void Write(const std::string& bytes) const {

@@ -4,6 +4,7 @@
 #include <sqlite3.h>
 
 #include <fstream>
+#include <string_view>
 
 #include "Database/SQLite/SQLContext.h"
 #include "Database/SQLite/SQLiteDatabase.h"
@@ -24,6 +25,18 @@ class ReadTransactionTest : public testing::Test {
 
   void Run(const char* statement) {
     EXPECT_EQ(sqlite3_exec(database_->GetConnection(), statement, nullptr, nullptr, nullptr), SQLITE_OK);
+  }
+
+  // The connection refuses this statement from now on; null for none.
+  void Deny(const char* statement) {
+    sqlite3_set_authorizer(
+        database_->GetConnection(),
+        [](void* denied, int action, const char* operation, const char*, const char*, const char*) {
+          const bool deny = action == SQLITE_TRANSACTION && denied != nullptr &&
+                            std::string_view(operation) == static_cast<const char*>(denied);
+          return deny ? SQLITE_DENY : SQLITE_OK;
+        },
+        const_cast<char*>(statement));
   }
 
   bool InTransaction() const { return sqlite3_get_autocommit(database_->GetConnection()) == 0; }
@@ -78,17 +91,31 @@ TEST_F(ReadTransactionTest, SurvivesTheClosingOfTheDatabase) {
   EXPECT_EQ(database_->Close(), SQLITE_OK);
 }
 
-// The layer must be able to read where beginning fails, for instance because memory is short.
+// Beginning and ending may fail, for instance because memory is short.
+
 TEST_F(ReadTransactionTest, LetsStatementsReadForThemselvesWhereItCannotBegin) {
-  sqlite3_set_authorizer(
-      database_->GetConnection(),
-      [](void*, int action, const char*, const char*, const char*, const char*) {
-        return action == SQLITE_TRANSACTION ? SQLITE_DENY : SQLITE_OK;
-      },
-      nullptr);
+  Deny("BEGIN");
   const ReadTransaction transaction(database_);
   EXPECT_FALSE(InTransaction());
   SQLContext context;
   ASSERT_EQ(context.Prepare(database_, L"select 1;"), SQLITE_OK);
   EXPECT_EQ(context.Step(), SQLITE_ROW);
+}
+
+TEST_F(ReadTransactionTest, LeavesWhatOthersBeginWhereItCouldNot) {
+  Deny("BEGIN");
+  {
+    const ReadTransaction transaction(database_);
+    Deny(nullptr);
+    Run("begin");
+  }
+  EXPECT_TRUE(InTransaction());
+}
+
+TEST_F(ReadTransactionTest, EndsAlsoWhereItCannotCommit) {
+  {
+    const ReadTransaction transaction(database_);
+    Deny("COMMIT");
+  }
+  EXPECT_FALSE(InTransaction());
 }

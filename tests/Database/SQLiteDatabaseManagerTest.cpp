@@ -48,6 +48,13 @@ TEST_F(SQLiteDatabaseManagerTest, ComposesPathsWithDefaults) {
   EXPECT_EQ(SQLiteDatabaseManager::ComposePath(other.wstring(), L"x.db"), (other / L"x.db").wstring());
 }
 
+TEST_F(SQLiteDatabaseManagerTest, DoesNotLookInTheCurrentDirectoryWithoutADataDirectory) {
+  FakeDatabasePlatform::state.userDataDirectory.clear();
+  EXPECT_EQ(SQLiteDatabaseManager::ComposePath({}, {}), L"");
+  EXPECT_EQ(SQLiteDatabaseManager::ComposePath({}, L"Other.db"), L"");
+  EXPECT_EQ(SQLiteDatabaseManager().GetDatabase({})->GetResult(), SQLITE_CANTOPEN);
+}
+
 TEST_F(SQLiteDatabaseManagerTest, HandsOutOneDatabasePerPath) {
   SQLiteDatabaseManager manager;
   const std::wstring path = MakeDatabase(L"a.db");

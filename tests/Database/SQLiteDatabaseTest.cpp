@@ -40,6 +40,27 @@ class SQLiteDatabaseTest : public testing::Test {
   TemporaryFolder folder_;
 };
 
+// While it lives, SQLite gets no memory for anything of the size of a connection.
+class ShortMemory {
+ public:
+  ShortMemory() {
+    sqlite3_config(SQLITE_CONFIG_GETMALLOC, &usual_);
+    sqlite3_mem_methods failing = usual_;
+    failing.xMalloc = [](int size) { return size < kSizeOfConnection ? usual_.xMalloc(size) : nullptr; };
+    sqlite3_config(SQLITE_CONFIG_MALLOC, &failing);
+  }
+  ~ShortMemory() {
+    sqlite3_shutdown();
+    sqlite3_config(SQLITE_CONFIG_MALLOC, &usual_);
+  }
+  ShortMemory(const ShortMemory&) = delete;
+  ShortMemory& operator=(const ShortMemory&) = delete;
+
+ private:
+  static constexpr int kSizeOfConnection = 400;
+  inline static sqlite3_mem_methods usual_;
+};
+
 // Since version 3.42 the error log can be set in a library that is in use; the statement log never can.
 bool TakesErrorLogInUse() { return sqlite3_libversion_number() >= 3042000; }
 
@@ -145,6 +166,19 @@ TEST_F(SQLiteDatabaseTest, HasNothingToCloseAfterAFailedOpen) {
   EXPECT_EQ(missing.Close(), 0);
   EXPECT_EQ(folder.Close(), 0);
   EXPECT_THAT(log_.Messages(), SizeIs(lines));
+}
+
+TEST_F(SQLiteDatabaseTest, ReleasesTheMutexWhenMemoryIsShort) {
+  const SqliteLibraryReset library;
+  const std::wstring path = MakeDatabase(L"a.db");
+  SQLiteDatabase database;
+  {
+    const ShortMemory memory;
+    EXPECT_EQ(database.Open(false, path), SQLITE_NOMEM);
+  }
+  EXPECT_EQ(database.GetConnection(), nullptr);
+  EXPECT_EQ(FakeDatabasePlatform::state.openMutexes, 0);
+  EXPECT_THAT(log_.Messages(), ElementsAre(General(LogLevel::Error, L"Can't open database " + path + L": 7 - ")));
 }
 
 TEST_F(SQLiteDatabaseTest, CanBeOpenedAgainAfterClosing) {
@@ -317,6 +351,30 @@ TEST_F(SQLiteDatabaseTest, RoutesTheLibrarysErrorsToTheLog) {
   EXPECT_EQ(log_.Messages()[0].level, LogLevel::Error);
   EXPECT_THAT(log_.Messages()[0].text, StartsWith(L"(1) no such table: Missing"));
   database->Close();
+}
+
+TEST_F(SQLiteDatabaseTest, LogsEveryRunOfAKeptStatementAndNothingAtItsEnd) {
+  const SqliteLibraryReset library;
+  FakeDatabasePlatform::state.firstInstance = true;
+  const auto database = std::make_shared<SQLiteDatabase>();
+  ASSERT_EQ(database->Open(true, MakeDatabase(L"a.db")), 0);
+  if (!HasStatementLog()) GTEST_SKIP() << "the library cannot";
+  const auto run = [&](int value) {
+    SQLContext context;
+    context.Prepare(database, L"select @Value;");
+    sqlite3_bind_int(context.Get(), 1, value);
+    context.Step();
+  };
+  run(6);
+  EXPECT_THAT(log_.Messages(), IsEmpty()) << "not traced";
+  Trace();
+  run(7);
+  run(8);
+  EXPECT_THAT(log_.Messages(), ElementsAre(Database(LogLevel::Detail, L"select 7; (suffix 0)"),
+                                           Database(LogLevel::Detail, L"select 8; (suffix 0)")));
+  FakeDatabasePlatform::state.tracing = false;
+  database->Close();
+  EXPECT_THAT(log_.Messages(), SizeIs(2));
 }
 
 TEST_F(SQLiteDatabaseTest, RoutesStatementsToTheLogWhereTheLibraryCan) {

@@ -71,6 +71,16 @@ class SQLiteTest : public testing::Test {
     EXPECT_EQ(error, nullptr) << error;
   }
 
+  using Connection = std::unique_ptr<sqlite3, decltype(&sqlite3_close)>;
+
+  // Nobody else can read as long as the result lives.
+  Connection Lock() const {
+    sqlite3* other = nullptr;
+    sqlite3_open(ToUtf8(folder_.File(L"Test.db")).c_str(), &other);
+    EXPECT_EQ(sqlite3_exec(other, "begin exclusive", nullptr, nullptr, nullptr), SQLITE_OK);
+    return {other, &sqlite3_close};
+  }
+
   // The record after reading a row in which the column of `kind` holds an SQL expression and most others
   // NULL.
   Sample Read(ColumnKind kind, const char* expression) {
@@ -417,6 +427,62 @@ TEST_F(SQLiteTest, FollowsATableThatChangesBetweenLoads) {
   ASSERT_EQ(sqlite_.LoadHierarchical(L"Samples", kCondition, 1, sample), SQLITE_DONE);
   EXPECT_EQ(sample.name, L"after");
   EXPECT_EQ(sample.id, 1);
+}
+
+TEST_F(SQLiteTest, ReportsATableThatIsGoneBetweenLoadsAsIfItNeverWas) {
+  Run("insert into Samples (Id, Parent) values (1, 0)");
+  Sample sample;
+  ASSERT_EQ(sqlite_.LoadHierarchical(L"Samples", kCondition, 1, sample), SQLITE_DONE);
+  Run("drop table Samples");
+  EXPECT_EQ(sqlite_.LoadHierarchical(L"Samples", kCondition, 1, sample), SQLITE_ERROR);
+  ASSERT_THAT(log_.Messages(), SizeIs(1));
+  EXPECT_THAT(log_.Messages()[0].text,
+              EndsWith(L" Error: 1 - SQL logic error - select Id, Parent from Samples where Id = 1;"));
+}
+
+TEST_F(SQLiteTest, CleansUpAfterAKeptStatementThatFails) {
+  Run("insert into Samples (Id, Parent) values (1, 0)");
+  Sample sample;
+  ASSERT_EQ(sqlite_.LoadHierarchical(L"Samples", kCondition, 1, sample), SQLITE_DONE);
+  const Connection other = Lock();
+  EXPECT_EQ(sqlite_.LoadHierarchical(L"Samples", kCondition, 1, sample), SQLITE_BUSY);
+  ASSERT_THAT(log_.Messages(), SizeIs(2));
+  EXPECT_THAT(log_.Messages()[0].text, HasSubstr(L" Error: 5 - database is locked - "));
+  EXPECT_EQ(log_.Messages()[1].text, L"Can't cleanup context: out of memory");
+}
+
+TEST_F(SQLiteTest, LeavesNoTransactionBehind) {
+  Run("insert into Samples (Id, Parent) values (1, 0)");
+  sqlite3* const connection = sqlite_.GetDatabase()->GetConnection();
+  Sample sample;
+  EXPECT_EQ(sqlite_.LoadHierarchical(L"Samples", kCondition, 1, sample), SQLITE_DONE);
+  EXPECT_NE(sqlite3_get_autocommit(connection), 0);
+  EXPECT_EQ(sqlite_.LoadHierarchical(L"Missing", kCondition, 1, sample), SQLITE_ERROR);
+  EXPECT_NE(sqlite3_get_autocommit(connection), 0);
+  EXPECT_EQ(sqlite_.LoadHierarchical(L"Samples", L"where abs(-9223372036854775808) = @Id", 1, sample), SQLITE_ERROR);
+  EXPECT_NE(sqlite3_get_autocommit(connection), 0);
+  const Connection other = Lock();
+  EXPECT_EQ(sqlite_.LoadHierarchical(L"Samples", kCondition, 1, sample), SQLITE_BUSY);
+  EXPECT_NE(sqlite3_get_autocommit(connection), 0);
+}
+
+TEST_F(SQLiteTest, ReportsAConditionWithoutParameter) {
+  Run("insert into Samples (Id, Parent) values (1, 0)");
+  Sample sample;
+  EXPECT_EQ(sqlite_.LoadHierarchical(L"Samples", L"where Id = 1", 1, sample), SQLITE_RANGE);
+  ASSERT_THAT(log_.Messages(), SizeIs(1));
+  EXPECT_THAT(log_.Messages()[0].text, AllOf(HasSubstr(L"SQLite::LoadHierarchical("),
+                                             HasSubstr(L" Error: 25 - column index out of range - select "),
+                                             EndsWith(L" from Samples where Id = 1;")));
+}
+
+TEST_F(SQLiteTest, BindsIdsBeyond31BitsAsNegative) {
+  Run("insert into Samples (Id, Parent, Name) values (-1, 0, 'last')");
+  Sample sample;
+  EXPECT_EQ(sqlite_.LoadHierarchical(L"Samples", kCondition, 4294967295, sample), SQLITE_DONE);
+  EXPECT_EQ(sample.name, L"last");
+  EXPECT_EQ(sqlite_.LoadHierarchical(L"Missing", kCondition, 4294967295, sample), SQLITE_ERROR);
+  EXPECT_THAT(log_.Messages().back().text, EndsWith(L" from Missing where Id = -1;"));
 }
 
 // What another program writes while a load is under way.
