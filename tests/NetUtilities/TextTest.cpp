@@ -73,6 +73,11 @@ TEST(Utf8, RoundTripsEveryLengthOfSequence) {
   EXPECT_EQ(FromUtf8(ToUtf8(text)), text);
 }
 
+TEST(Utf8, TakesAPairOfSurrogatesForOneCharacter) {
+  const std::wstring pair = {static_cast<wchar_t>(0xD83D), static_cast<wchar_t>(0xDCA1)};
+  EXPECT_EQ(ToUtf8(pair), "\xf0\x9f\x92\xa1");
+}
+
 TEST(Utf8, ReplacesASurrogateWithoutPartner) {
   const std::wstring lone = {L'a', static_cast<wchar_t>(0xD83D), L'b', static_cast<wchar_t>(0xDCA1)};
   EXPECT_EQ(ToUtf8(lone), "a_b_");
