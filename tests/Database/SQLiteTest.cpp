@@ -6,6 +6,7 @@
 #include <iterator>
 
 #include "NetUtilities/Text.h"
+#include "tests/Database/EveryKind.h"
 #include "tests/support/FakeDatabasePlatform.h"
 #include "tests/support/LogCapture.h"
 #include "tests/support/TemporaryFolder.h"
@@ -20,29 +21,7 @@ using testing::StartsWith;
 
 namespace {
 
-// A record of every kind of column, with members that no test row stores.
-struct Sample : SQLRecord {
-  Sample() {
-    Bind(L"Id", ColumnKind::Key, &id, 1);
-    Bind(L"Parent", ColumnKind::ParentKey, &parent);
-    Bind(L"Name", ColumnKind::Text, &name);
-    Bind(L"Letter", ColumnKind::Character, &letter);
-    Bind(L"Number", ColumnKind::Integer32, &number);
-    Bind(L"Big", ColumnKind::Integer64, &big);
-    Bind(L"Flag", ColumnKind::Boolean, &flag);
-    Bind(L"Bytes", ColumnKind::NarrowText, &bytes);
-    Bind(L"Small", ColumnKind::Integer16, &small);
-  }
-  int32_t id = -1;
-  int32_t parent = -1;
-  std::wstring name = L"unset";
-  wchar_t letter = L'?';
-  int32_t number = -1;
-  int64_t big = -1;
-  bool flag = true;
-  std::string bytes = "unset";
-  uint16_t small = 99;
-};
+using Sample = EveryKind;
 
 // A record whose columns the test binds.
 struct BoundByTest : SQLRecord {
