@@ -82,7 +82,7 @@ DWORD RunToItsEnd(const path& program, const std::wstring& arguments, const std:
   }
   const Handle process(information.hProcess);
   const Handle thread(information.hThread);
-  constexpr DWORD kLimitMilliseconds = 20'000;
+  constexpr DWORD kLimitMilliseconds = 60'000;
   if (WaitForSingleObject(process.get(), kLimitMilliseconds) != WAIT_OBJECT_0) {
     ADD_FAILURE() << "The crashed program did not end by itself.";
     TerminateProcess(process.get(), WAIT_TIMEOUT);
