@@ -5,21 +5,30 @@
 #include "LoginProperties/LoginPropertiesContext.h"
 #include "LoginProperties/ProfilePage/DialogHelpers.h"
 #include "LoginProperties/ProfilePage/ProfileControls.h"
+#include "LoginProperties/Resources/StringIds.h"
+#include "LoginProperties/WiFiSwitching/AutoReconnectControls.h"
+#include "LoginProperties/WiFiSwitching/AutoReconnectRules.h"
 #include "WaylineDll/Messages.h"
 
 namespace {
 
 constexpr uint32_t kHelpTopic = 1132;
+constexpr int kLongestText = 260;
 
 void FollowDefaults(Profile& profile, bool follow) { profile.SetOverrideAutoReconnectDefaults(!follow); }
 
+std::wstring TextOf(HWND page, int id) {
+  wchar_t text[kLongestText + 1] = {};
+  GetDlgItemTextW(page, id, text, ARRAYSIZE(text));
+  return text;
+}
+
 }  // namespace
 
-int AutoReconnectDialog::SetWindowControls() {
-  ProfileDataDialog::SetWindowControls();
-  const auto& profile = GetContext().currentProfile;
-  ShowOverride(!profile || !profile->GetOverrideAutoReconnectDefaults());
-  return 1;
+int AutoReconnectDialog::OnInitDialog(int64_t parameter) {
+  Edit_LimitText(GetDlgItem(GetWindow(), IDC_RECONNECT_STRENGTH), kStrengthDigits);
+  Edit_LimitText(GetDlgItem(GetWindow(), IDC_RECONNECT_INTERVAL), kIntervalDigits);
+  return ProfileDataDialog::OnInitDialog(parameter);
 }
 
 int AutoReconnectDialog::OnHelp(int64_t) {
@@ -27,17 +36,125 @@ int AutoReconnectDialog::OnHelp(int64_t) {
   return 1;
 }
 
+int AutoReconnectDialog::SetWindowControls() {
+  const auto& edited = GetContext().currentProfile;
+  // Without a profile there is nothing to set.
+  EnableControlsAfterOverride(GetWindow(), edited != nullptr);
+  EnableControl(GetWindow(), IDC_OVERRIDE_CHECK, edited && EnabledReconnectOf(*edited).overrides);
+  if (edited) {
+    ShowReconnectValues(*edited);
+    EnableReconnectControls();
+  }
+  return ProfileDataDialog::SetWindowControls();
+}
+
+void AutoReconnectDialog::ShowReconnectValues(const Profile& profile) {
+  const ShownReconnect shown = ShownReconnectOf(profile);
+  CheckControl(GetWindow(), IDC_OVERRIDE_CHECK, shown.overrides);
+  CheckControl(GetWindow(), IDC_RECONNECT_SWITCH_CHECK, shown.automatic);
+  CheckControl(GetWindow(), IDC_RECONNECT_HOTSPOT_CHECK, shown.hotspot);
+  CheckControl(GetWindow(), IDC_RECONNECT_PROMPT_CHECK, shown.prompt);
+  SetDlgItemTextW(GetWindow(), IDC_RECONNECT_INTERVAL, shown.interval.c_str());
+  SetDlgItemTextW(GetWindow(), IDC_RECONNECT_STRENGTH, shown.strength.c_str());
+  CheckRadioButton(GetWindow(), IDC_RECONNECT_AT_ONCE_RADIO, IDC_RECONNECT_WAIT_RADIO,
+                   shown.atOnce ? IDC_RECONNECT_AT_ONCE_RADIO : IDC_RECONNECT_WAIT_RADIO);
+}
+
+// Counts as a change of the profile, also when the page only comes to the front.
+void AutoReconnectDialog::EnableReconnectControls() {
+  Profile& edited = *GetContext().currentProfile;
+  edited.SetState(ChangeState::Changed);
+  const EnabledReconnect enabled = EnabledReconnectOf(edited);
+  EnableControl(GetWindow(), IDC_RECONNECT_SWITCH_CHECK, enabled.automatic);
+  EnableControl(GetWindow(), IDC_RECONNECT_HOTSPOT_CHECK, enabled.hotspot);
+  EnableControl(GetWindow(), IDC_RECONNECT_PROMPT_CHECK, enabled.details);
+  EnableControl(GetWindow(), IDC_RECONNECT_INTERVAL, enabled.details);
+  EnableControl(GetWindow(), IDC_RECONNECT_STRENGTH, enabled.details);
+}
+
 int AutoReconnectDialog::OnCommand(uint64_t command, int64_t) {
-  switch (LOWORD(command)) {
+  const int id = LOWORD(command);
+  const int notification = HIWORD(command);
+  if (id == IDC_PROFILE_COMBO) return notification == CBN_SELCHANGE ? OnProfileChosen() : 1;
+  if (!GetContext().currentProfile) return 1;
+  switch (id) {
     case IDC_OVERRIDE_CHECK:
       return OnOverrideClicked(FollowDefaults);
-    case IDC_PROFILE_COMBO:
-      return HIWORD(command) == CBN_SELCHANGE ? OnProfileSelected() : 0;
+    case IDC_RECONNECT_SWITCH_CHECK:
+      return OnSwitchClicked(id, &Profile::SetOverrideARMode);
+    case IDC_RECONNECT_HOTSPOT_CHECK:
+      return OnSwitchClicked(id, &Profile::SetOverrideASWiFiMode);
+    case IDC_RECONNECT_PROMPT_CHECK:
+      return OnPromptClicked();
+    case IDC_RECONNECT_INTERVAL:
+      return notification == EN_KILLFOCUS ? OnFieldLeft(id, &Profile::SetOverrideSwitchInterval) : 1;
+    case IDC_RECONNECT_STRENGTH:
+      return notification == EN_KILLFOCUS ? OnFieldLeft(id, &Profile::SetOverrideSignalStrength) : 1;
+    case IDC_RECONNECT_AT_ONCE_RADIO:
+      return OnLostConnectionChosen(id, kReconnectAtOnce);
+    case IDC_RECONNECT_WAIT_RADIO:
+      return OnLostConnectionChosen(id, kWaitForVpnTimeout);
     default:
-      return 0;
+      return 1;
   }
 }
 
+int AutoReconnectDialog::OnSwitchClicked(int id, void (Profile::*store)(bool)) {
+  Profile& edited = *GetContext().currentProfile;
+  (edited.*store)(IsControlChecked(GetWindow(), id));
+  ShowReconnectValues(edited);
+  EnableReconnectControls();
+  return 1;
+}
+
+int AutoReconnectDialog::OnPromptClicked() {
+  Profile& edited = *GetContext().currentProfile;
+  edited.SetState(ChangeState::Changed);
+  edited.SetOverridePromptUserToSwitch(IsControlChecked(GetWindow(), IDC_RECONNECT_PROMPT_CHECK));
+  EnableControl(GetWindow(), IDC_RECONNECT_PROMPT_CHECK, true);
+  return 1;
+}
+
+int AutoReconnectDialog::OnFieldLeft(int id, void (Profile::*store)(int32_t)) {
+  Profile& edited = *GetContext().currentProfile;
+  edited.SetState(ChangeState::Changed);
+  (edited.*store)(ToNumber(TextOf(GetWindow(), id)));
+  const int result = leaving_ ? 1 : ValidateWindowControls();
+  EnableControl(GetWindow(), id, true);
+  return result;
+}
+
+int AutoReconnectDialog::OnLostConnectionChosen(int id, int32_t settings) {
+  Profile& edited = *GetContext().currentProfile;
+  edited.SetState(ChangeState::Changed);
+  edited.SetAdvancedAutoReconnectSettings(settings);
+  EnableControl(GetWindow(), id, true);
+  return 1;
+}
+
+int AutoReconnectDialog::OnProfileChosen() {
+  if (ValidateWindowControls() != 0) return OnProfileSelected();
+  ProfileDataDialog::SetWindowControls();
+  return 0;
+}
+
 int AutoReconnectDialog::OnNotify(uint64_t, int64_t record) {
+  const UINT code = reinterpret_cast<const NMHDR*>(record)->code;
+  // A sheet that is cancelled takes the focus away too, and nobody is to be told of what is given up.
+  if (code == PSN_KILLACTIVE || code == PSN_RESET) leaving_ = true;
   return OnSheetNotification(record, kHelpTopic, GetWindow());
+}
+
+// Every control writes the profile when it is used.
+int AutoReconnectDialog::ReadWindowControls() { return 1; }
+
+int AutoReconnectDialog::ValidateWindowControls() {
+  const auto& edited = GetContext().currentProfile;
+  if (!edited || IsStrengthAllowed(*edited)) return 1;
+  // The focus passes the other field on its way through the message and back; nobody leaves that one.
+  leaving_ = true;
+  DisplayError(GetWindow(), ModuleId::LoginProperties, IDS_SIGNAL_STRENGTH_RANGE, {}, {}, {});
+  SetFocus(GetDlgItem(GetWindow(), IDC_RECONNECT_STRENGTH));
+  leaving_ = false;
+  return 0;
 }

@@ -2,14 +2,34 @@
 
 #include "LoginProperties/ProfilePage/ProfileDataDialog.h"
 
-/// The "Wi-Fi Switching" page: how the client reconnects and switches to hotspots.
+/// The "Wi-Fi Switching" page: how the client reconnects and switches to hotspots. What the user does is written into
+/// the current profile at once.
 class AutoReconnectDialog : public ProfileDataDialog {
  public:
   using ProfileDataDialog::ProfileDataDialog;
 
  protected:
   int SetWindowControls() override;
+  int ReadWindowControls() override;
+
+  /// Checks the current profile's signal strength; tells the user when it cannot stand.
+  int ValidateWindowControls() override;
+
+  int OnInitDialog(int64_t parameter) override;
   int OnHelp(int64_t parameter) override;
   int OnCommand(uint64_t command, int64_t control) override;
   int OnNotify(uint64_t controlId, int64_t record) override;
+
+ private:
+  void ShowReconnectValues(const Profile& profile);
+  void EnableReconnectControls();
+  int OnSwitchClicked(int id, void (Profile::*store)(bool));
+  int OnPromptClicked();
+  int OnFieldLeft(int id, void (Profile::*store)(int32_t));
+  int OnLostConnectionChosen(int id, int32_t settings);
+  int OnProfileChosen();
+
+  // Set once the sheet has asked the page to give way, until a validation fails. While it is set, a field that loses
+  // the focus is not validated at once.
+  bool leaving_ = false;
 };

@@ -168,10 +168,11 @@ TEST(ProfileSelector, KeepsTheCurrentProfileWhenTheChosenOneIsGone) {
   EXPECT_EQ(context.currentProfile, context.profiles[kWork]);
 }
 
-TEST(OverrideBox, EnablesWhatFollowsItOnEveryPage) {
+// On the page Wi-Fi Switching it governs only some of what follows it.
+TEST(OverrideBox, EnablesWhatFollowsIt) {
   LoginPropertiesContext context = MakeContext();
   SheetDriver sheet(context);
-  for (const wchar_t* tab : {L"Preferences", L"Autostart", L"Proxy", L"Timeouts", L"Wi-Fi Switching"}) {
+  for (const wchar_t* tab : {L"Preferences", L"Autostart", L"Proxy", L"Timeouts"}) {
     sheet.SelectTab(tab);
     ASSERT_FALSE(GovernedControls(sheet).empty());
     EXPECT_FALSE(sheet.IsChecked(IDC_OVERRIDE_CHECK)) << tab;

@@ -4,6 +4,7 @@
 
 #include "LoginProperties/ProfilePage/ProfileControls.h"
 #include "LoginProperties/Timeouts/TimeoutControls.h"
+#include "LoginProperties/WiFiSwitching/AutoReconnectControls.h"
 #include "tests/support/FileBytes.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/ui/SheetDriver.h"
@@ -97,6 +98,62 @@ TEST_F(Saving, OfTheOtherProfilesNothingChanges) {
     if (id == kFollowsDefaults) continue;
     EXPECT_EQ(ColumnNames(DifferingColumns(*profile, *before.at(id))), L"") << id;
   }
+}
+
+TEST_F(Saving, WiFiSwitchingChosenOnTheSheetIsThereAfterARestart) {
+  ProfileTable before;
+  ASSERT_EQ(LoadProfiles(before), std::nullopt);
+  {
+    SheetDriver sheet(context);
+    sheet.SelectTab(L"Wi-Fi Switching");
+    ASSERT_EQ(sheet.Text(IDC_RECONNECT_STRENGTH), L"60") << "inherited";
+    sheet.Click(IDC_OVERRIDE_CHECK);
+    sheet.Click(IDC_RECONNECT_SWITCH_CHECK);
+    sheet.Click(IDC_RECONNECT_HOTSPOT_CHECK);
+    sheet.Focus(IDC_RECONNECT_STRENGTH);
+    sheet.Type(L"50");
+    sheet.Focus(IDC_RECONNECT_INTERVAL);
+    sheet.Type(L"20");
+    sheet.Focus(IDC_PROFILE_COMBO);
+    sheet.Click(IDC_RECONNECT_AT_ONCE_RADIO);
+    sheet.PressOk();
+    ASSERT_EQ(sheet.Result(), 1);
+  }
+  EXPECT_THAT(Save(), ElementsAre(RecordChange{RecordKind::Profile, kFollowsDefaults, ChangeState::Changed}));
+
+  CloseSettings();
+  ASSERT_EQ(OpenSettings(file), std::nullopt);
+  Load();
+  for (const auto& [id, profile] : context.profiles) {
+    EXPECT_EQ(ColumnNames(DifferingColumns(*profile, *before.at(id))),
+              id == kFollowsDefaults ? L"OverrideAutoReconnectDefaults, OverrideARMode, OverrideASWiFiMode, "
+                                       L"OverrideSwitchInterval, OverrideSignalStrength, AdvancedAutoReconnectSettings"
+                                     : L"")
+        << id;
+  }
+  SheetDriver sheet(context);
+  sheet.SelectTab(L"Wi-Fi Switching");
+  EXPECT_TRUE(sheet.IsChecked(IDC_OVERRIDE_CHECK));
+  EXPECT_TRUE(sheet.IsChecked(IDC_RECONNECT_SWITCH_CHECK));
+  EXPECT_TRUE(sheet.IsChecked(IDC_RECONNECT_HOTSPOT_CHECK));
+  EXPECT_FALSE(sheet.IsChecked(IDC_RECONNECT_PROMPT_CHECK));
+  EXPECT_EQ(sheet.Text(IDC_RECONNECT_INTERVAL), L"20");
+  EXPECT_EQ(sheet.Text(IDC_RECONNECT_STRENGTH), L"50");
+  EXPECT_TRUE(sheet.IsChecked(IDC_RECONNECT_AT_ONCE_RADIO));
+}
+
+// The page counts every profile that it has shown as changed; but no setting of it differs.
+TEST_F(Saving, WiFiSwitchingThatWasOnlyLookedAtWritesNothing) {
+  const std::string before = FileBytes(file);
+  {
+    SheetDriver sheet(context);
+    sheet.SelectTab(L"Wi-Fi Switching");
+    sheet.PressOk();
+    ASSERT_EQ(sheet.Result(), 1);
+  }
+  EXPECT_THAT(Save(), ElementsAre(RecordChange{RecordKind::Profile, kFollowsDefaults, ChangeState::Changed}));
+  CloseSettings();
+  EXPECT_EQ(FileBytes(file), before);
 }
 
 TEST_F(Saving, CancelLeavesTheDatabaseByteForByteAsItWas) {

@@ -144,6 +144,8 @@ bool SheetDriver::IsEnabled(int id) const { return IsWindowEnabled(Control(id)) 
 bool SheetDriver::IsChecked(int id) const { return Button_GetCheck(Control(id)) == BST_CHECKED; }
 bool SheetDriver::HasFocus(int id) const { return FocusedControl() == id; }
 
+std::wstring SheetDriver::Text(int id) const { return TextOf(Control(id)); }
+
 std::vector<std::wstring> SheetDriver::Items(int id) const {
   const HWND list = Control(id);
   std::vector<std::wstring> items;
@@ -180,6 +182,12 @@ void SheetDriver::Pick(int id, const std::wstring& item) {
   if (index == CB_ERR) Fail("the list has no such item");
   ComboBox_SetCurSel(list, index);
   Act(Page(), WM_COMMAND, MAKEWPARAM(id, CBN_SELCHANGE), reinterpret_cast<LPARAM>(list));
+}
+
+void SheetDriver::Type(const std::wstring& text) {
+  const HWND edit = Control(FocusedControl());
+  Act(edit, EM_SETSEL, 0, -1);
+  for (const wchar_t character : text) Act(edit, WM_CHAR, character);
 }
 
 void SheetDriver::ClearSelection(int id) { ComboBox_SetCurSel(Control(id), -1); }
@@ -220,8 +228,10 @@ bool SheetDriver::PressKeyUntil(const std::function<bool()>& effect, WORD key, c
   return false;
 }
 
+void SheetDriver::TryFocus(int id) { Act(sheet_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(Control(id)), TRUE); }
+
 void SheetDriver::Focus(int id) {
-  Act(sheet_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(Control(id)), TRUE);
+  TryFocus(id);
   if (!WaitUntil([this, id] { return HasFocus(id); })) Fail("the control does not take the focus");
 }
 

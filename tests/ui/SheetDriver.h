@@ -46,6 +46,9 @@ class SheetDriver {
   bool IsChecked(int id) const;
   bool HasFocus(int id) const;
 
+  /// Text of a control: what an edit holds, what a label says.
+  std::wstring Text(int id) const;
+
   /// Texts of a list's items, in order.
   std::vector<std::wstring> Items(int id) const;
 
@@ -59,6 +62,9 @@ class SheetDriver {
   void Click(int id);
   void Pick(int id, const std::wstring& item);
 
+  /// Types over what the edit with the focus holds. As from the keyboard, it may refuse characters.
+  void Type(const std::wstring& text);
+
   /// Takes the selection of a list away, which no user can do.
   void ClearSelection(int id);
 
@@ -69,6 +75,9 @@ class SheetDriver {
 
   /// Gives a control the keyboard focus, as Tab does.
   void Focus(int id);
+
+  /// Gives the focus away to a control; the one that has it may bring up a message box and take it back.
+  void TryFocus(int id);
 
   /// Id of the control with the keyboard focus.
   int FocusedControl() const;
