@@ -48,9 +48,12 @@ TEST(SheetHelp, TheButtonOpensThePagesTopic) {
 }
 
 TEST(SheetHelp, TheHelpKeyOpensThePagesTopic) {
-  LoginPropertiesContext context = MakeContext(SheetMode::TimeoutsOnly);
-  SheetDriver sheet(context);
-  const BrowserStandIn browser;
-  EXPECT_TRUE(sheet.PressKeyUntil([&browser] { return browser.HasOpened(); }, VK_F1));
-  EXPECT_EQ(browser.OpenedPage(), HelpPage(L"1036.html"));
+  for (const auto& [mode, page] :
+       {std::pair{SheetMode::TimeoutsOnly, L"1036.html"}, std::pair{SheetMode::WiFiSwitchingOnly, L"1132.html"}}) {
+    LoginPropertiesContext context = MakeContext(mode);
+    SheetDriver sheet(context);
+    const BrowserStandIn browser;
+    EXPECT_TRUE(sheet.PressKeyUntil([&browser] { return browser.HasOpened(); }, VK_F1));
+    EXPECT_EQ(browser.OpenedPage(), HelpPage(page));
+  }
 }
