@@ -119,6 +119,8 @@ int PrintTabs(HWND sheet) {
 }
 
 int SelectTab(HWND sheet, int number) {
+  // A control under the pointer would look as if somebody were about to click it.
+  SetCursorPos(0, 0);
   const int index = number - 1;
   if (Ask(sheet, PSM_SETCURSEL, static_cast<WPARAM>(index)) == 0) return Fail("The sheet does not show that tab.");
   // Answered once the page has been created and filled; painting follows.
