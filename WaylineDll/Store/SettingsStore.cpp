@@ -146,6 +146,45 @@ Failure SettingsStore::LoadProfiles(ProfileTable& profiles) {
   return {};
 }
 
+bool SettingsStore::LoadPreferences(uint32_t profileId, PreferenceTable& preferences) {
+  if (!ChainEnds(Connection(), profileId)) {
+    preferences.clear();
+    return false;
+  }
+  // The nearest come first.
+  return ReadPreferences(
+      L"join (with recursive Chain(Id, Distance) as ("
+      L"select @ProfileId, 0 "
+      L"union all select LinkProfile, Distance + 1 from Profiles join Chain on ProfileId = Id where LinkProfile <> 0) "
+      L"select Id, Distance from Chain) on ProfileId = Id order by Distance;",
+      profileId, preferences);
+}
+
+bool SettingsStore::LoadOwnPreferences(uint32_t profileId, PreferenceTable& preferences) {
+  return ReadPreferences(L"where ProfileId = @ProfileId;", profileId, preferences);
+}
+
+bool SettingsStore::ReadPreferences(std::wstring_view selection, uint32_t profileId, PreferenceTable& preferences) {
+  preferences.clear();
+  SQLContext context;
+  int32_t code = sqlite_.Execute(
+      context,
+      Format(L"select {} from {} {}", ColumnNames(Preference().GetBindings()), kPreferenceRows.name, selection),
+      {static_cast<int32_t>(profileId)});
+  for (; code == SQLITE_ROW; code = context.Step()) {
+    Preference row;
+    sqlite_.ReadData(context, &row);
+    PreferenceFields fields = row.Fields();
+    fields.profileId = profileId;
+    preferences.try_emplace(fields.preferenceId, std::make_shared<Preference>(fields));
+  }
+  if (code != SQLITE_DONE) {
+    sqlite_.ReportError(code);
+    preferences.clear();
+  }
+  return !preferences.empty();
+}
+
 std::shared_ptr<ConfigSetting> SettingsStore::LoadConfig(uint32_t profileId, bool automatic) {
   auto config = std::make_shared<ConfigSetting>();
   SQLContext context;

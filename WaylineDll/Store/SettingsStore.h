@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "Database/SQLite/SQLite.h"
@@ -33,6 +34,14 @@ class SettingsStore {
   /// Fills the table with all profiles, each with the values in force: those that it inherits included.
   Failure LoadProfiles(ProfileTable& profiles);
 
+  /// Fills the table with the preferences in force for a profile: those that it stores itself, and for the others those
+  /// of the nearest profile along its links. All are records of this profile, so that one that is changed is stored as
+  /// its own. False, and an empty table, when there are none or they cannot be read, which is logged.
+  bool LoadPreferences(uint32_t profileId, PreferenceTable& preferences);
+
+  /// As above with nothing but what the profile stores itself.
+  bool LoadOwnPreferences(uint32_t profileId, PreferenceTable& preferences);
+
   /// The proxy configuration that a profile stores itself: the one that the client found, or the one that the
   /// user entered. Null when there is none or it cannot be read, which is logged.
   std::shared_ptr<ConfigSetting> LoadConfig(uint32_t profileId, bool automatic);
@@ -54,6 +63,7 @@ class SettingsStore {
  private:
   sqlite3* Connection() const;
   int32_t LoadProfile(uint32_t id, Profile& profile);
+  bool ReadPreferences(std::wstring_view selection, uint32_t profileId, PreferenceTable& preferences);
   Failure WriteProfiles(const ProfileTable& profiles);
   Failure InsertProfile(const Profile& profile);
   Failure UpdateProfile(const Profile& profile, const Profile& stored);

@@ -4,6 +4,7 @@
 
 #include "tests/support/TemporaryFolder.h"
 #include "WaylineDll/LiveState.h"
+#include "WaylineDll/Records.h"
 
 using namespace std::chrono_literals;
 
@@ -39,6 +40,23 @@ TEST_F(HostTest, WithoutADatabaseNothingIsLoadedOrSaved) {
   EXPECT_EQ(LoadProfiles(profiles), notOpen);
   std::vector<RecordChange> changes;
   EXPECT_EQ(SaveSettings({}, changes), notOpen);
+}
+
+TEST_F(HostTest, WithoutADatabaseThereAreNoPreferences) {
+  for (const auto load : {GetPreferences, GetUserPreferences}) {
+    PreferenceTable preferences = {{PreferenceId::AutoConnect, nullptr}};
+    EXPECT_FALSE(load(2004, preferences));
+    EXPECT_TRUE(preferences.empty());
+  }
+}
+
+TEST_F(HostTest, TellsThePreferencesInForceAndThoseOfTheUser) {
+  ASSERT_EQ(OpenSettings(file_), Failure());
+  PreferenceTable preferences;
+  EXPECT_TRUE(GetPreferences(10001, preferences));
+  EXPECT_EQ(preferences.size(), 27u);
+  EXPECT_TRUE(GetUserPreferences(10001, preferences));
+  EXPECT_EQ(preferences.size(), 2u);
 }
 
 TEST_F(HostTest, TellsTheTimeoutsOfTheActiveProfileInTheirOrder) {

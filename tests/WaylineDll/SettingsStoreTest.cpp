@@ -126,6 +126,79 @@ TEST_F(SettingsStoreTest, LoadsTheTwoProxyConfigurationsOfAProfile) {
   EXPECT_EQ(store_.LoadConfig(2001, false), nullptr);
 }
 
+TEST_F(SettingsStoreTest, LoadsThePreferencesThatAProfileStores) {
+  PreferenceTable preferences;
+  EXPECT_TRUE(store_.LoadPreferences(2004, preferences));
+  EXPECT_THAT(preferences, SizeIs(27));
+  const PreferenceFields& tray = preferences.at(PreferenceId::MinimizeToTray)->Fields();
+  EXPECT_EQ(tray.preferenceId, PreferenceId::MinimizeToTray);
+  EXPECT_EQ(tray.profileId, 2004u);
+  EXPECT_EQ(tray.state, Preference::kOn);
+  EXPECT_TRUE(tray.visible);
+  EXPECT_FALSE(tray.ipsecRequired);
+  EXPECT_TRUE(preferences.at(PreferenceId::VpnMtu)->Fields().ipsecRequired);
+  EXPECT_EQ(preferences.at(PreferenceId::VpnMtu)->GetState(), ChangeState::Unchanged);
+}
+
+TEST_F(SettingsStoreTest, PreferencesThatAProfileDoesNotStoreAreThoseOfTheNearestLink) {
+  Sql("DELETE FROM Preferences WHERE ProfileId = 2000 AND PreferenceId <> 1477;"
+      "UPDATE Preferences SET State = 1481 WHERE ProfileId = 2000;"
+      "INSERT INTO Preferences VALUES (1014, 2003, 2, 1, 0)");
+  PreferenceTable preferences;
+  EXPECT_TRUE(store_.LoadPreferences(2003, preferences));
+  EXPECT_THAT(preferences, SizeIs(27));
+  EXPECT_EQ(preferences.at(PreferenceId::AutoConnect)->GetValue(), Preference::kOn) << "its own";
+  EXPECT_EQ(preferences.at(PreferenceId::VpnMtu)->GetValue(), 1481) << "of Branch Offices";
+  EXPECT_EQ(preferences.at(PreferenceId::IPSecAttempts)->GetValue(), 1508) << "of the defaults";
+  for (const auto& [id, preference] : preferences) EXPECT_EQ(preference->Fields().profileId, 2003u);
+}
+
+TEST_F(SettingsStoreTest, AnInheritedPreferenceThatIsChangedIsStoredForTheProfileAlone) {
+  const char* const kAll = "SELECT count(*), sum(State) FROM Preferences";
+  ASSERT_TRUE(store_.LoadPreferences(2001, tables_.preferences));
+  const std::string before = Sql(kAll);
+  tables_.preferences.at(PreferenceId::AutoConnect)->SetValue(Preference::kOn);
+  SaveSucceeds();
+  EXPECT_THAT(changes_, ElementsAre(RecordChange{RecordKind::Preference, 1014, ChangeState::Changed}));
+  EXPECT_EQ(Sql("SELECT PreferenceId, State, Visible, IPSecRequired FROM Preferences WHERE ProfileId = 2001"),
+            "1014|2|1|0");
+  Sql("DELETE FROM Preferences WHERE ProfileId = 2001");
+  EXPECT_EQ(Sql(kAll), before);
+}
+
+TEST_F(SettingsStoreTest, OwnPreferencesAreOnlyThoseThatAProfileStores) {
+  PreferenceTable preferences;
+  EXPECT_TRUE(store_.LoadOwnPreferences(10001, preferences));
+  EXPECT_THAT(preferences, SizeIs(2));
+  EXPECT_EQ(preferences.at(PreferenceId::VpnMtu)->GetValue(), 1482);
+  EXPECT_FALSE(store_.LoadOwnPreferences(2001, preferences));
+  EXPECT_THAT(preferences, IsEmpty());
+}
+
+TEST_F(SettingsStoreTest, AnUnknownProfileHasNoPreferences) {
+  PreferenceTable preferences = {{PreferenceId::AutoConnect, nullptr}};
+  EXPECT_FALSE(store_.LoadPreferences(4711, preferences));
+  EXPECT_THAT(preferences, IsEmpty());
+  EXPECT_THAT(log_.Messages(), IsEmpty());
+}
+
+TEST_F(SettingsStoreTest, LinksWithoutAnEndLeadToNoPreferences) {
+  Sql("DROP TRIGGER ProfileUpdateKeepsChains; UPDATE Profiles SET LinkProfile = 2001 WHERE ProfileId = 1");
+  PreferenceTable preferences = {{PreferenceId::AutoConnect, nullptr}};
+  EXPECT_FALSE(store_.LoadPreferences(2001, preferences));
+  EXPECT_THAT(preferences, IsEmpty());
+}
+
+TEST_F(SettingsStoreTest, PreferencesThatCannotBeReadAreLoggedAndNotThere) {
+  Sql("DROP TABLE Preferences");
+  PreferenceTable preferences = {{PreferenceId::AutoConnect, nullptr}};
+  EXPECT_FALSE(store_.LoadPreferences(2001, preferences));
+  EXPECT_THAT(preferences, IsEmpty());
+  ASSERT_THAT(log_.Messages(), SizeIs(1));
+  EXPECT_THAT(ToUtf8(log_.Messages()[0].text), testing::HasSubstr("SQL logic error - select PreferenceId"));
+  EXPECT_FALSE(store_.LoadOwnPreferences(2001, preferences));
+}
+
 TEST_F(SettingsStoreTest, SavingNothingTouchesNothing) {
   ProfileOf(2001).SetDurationTime(60s);  // without a change state
   const std::string before = FileBytes(file_);

@@ -30,6 +30,7 @@
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/TestingIni.h"
 #include "tests/support/TestRegistryKey.h"
+#include "WaylineDll/LiveState.h"
 
 namespace {
 
@@ -209,6 +210,15 @@ TEST(AdministrationExamples, DumpTypeSetsWhatACrashDumpHolds) {
   example.Apply();
   WriteCrashDump(nullptr);
   EXPECT_EQ(type, example.Data());
+}
+
+TEST(AdministrationExamples, PreventMultiHomingLetsTheBoxBeOfferedAndTicked) {
+  Example example("PreventMultiHoming");
+  bool on = false;
+  EXPECT_EQ(IsMultiHomingControlAuthorized(&on) ? "offered" : "not offered", DefaultOf("PreventMultiHoming"));
+  example.Apply();
+  EXPECT_TRUE(IsMultiHomingControlAuthorized(&on));
+  EXPECT_TRUE(on);
 }
 
 TEST(AdministrationExamples, TestSwitchesMoveTheUserDirectoryAndHideTabs) {

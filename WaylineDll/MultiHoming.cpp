@@ -1,0 +1,14 @@
+#include "NetUtilities/RegistryKey.h"
+#include "NetUtilities/RegistryNames.h"
+#include "WaylineDll/LiveState.h"
+
+bool IsMultiHomingControlAuthorized(bool* on) {
+  RegistryKey client;
+  DWORD setting = 0;
+  if (client.Open(HKEY_LOCAL_MACHINE, kClientKey, KEY_READ) != ERROR_SUCCESS ||
+      client.ReadDword(kPreventMultiHomingValue, setting, 0) != ERROR_SUCCESS) {
+    return false;
+  }
+  *on = setting != 0;
+  return true;
+}
