@@ -12,6 +12,7 @@ inline constexpr wchar_t kCurrentInstallKey[] = LR"(Software\Ostrel\Wayline\Curr
 inline constexpr wchar_t kTraceLevelValue[] = L"TraceLevel";
 inline constexpr wchar_t kLoggedOnUserValue[] = L"LoggedOnUser";
 inline constexpr wchar_t kDumpTypeValue[] = L"DumpType";
+inline constexpr wchar_t kBypassHardwareRenderingValue[] = L"BypassHardwareRendering";
 inline constexpr wchar_t kPreventMultiHomingValue[] = L"PreventMultiHoming";
 
 // Values of kCurrentInstallKey for the machine.

@@ -63,13 +63,14 @@ bool ProfileDataDialog::IsOverrideDisabled(const wchar_t* pageName) {
   return PolicyHolds(policy, IsKeyDown(VK_SHIFT), IsKeyDown(VK_CONTROL));
 }
 
-void ProfileDataDialog::ApplyOverridePolicy(const wchar_t* pageName, SetFlag followDefaults) {
-  if (!IsOverrideDisabled(pageName)) return;
+bool ProfileDataDialog::ApplyOverridePolicy(const wchar_t* pageName, SetFlag followDefaults) {
+  if (!IsOverrideDisabled(pageName)) return false;
   if (const auto& profile = GetContext().currentProfile) {
     SheetLog::ResetByPolicy(TitleOf(GetWindow()), profile);
     followDefaults(*profile, true);
   }
   EnableControl(GetWindow(), IDC_OVERRIDE_CHECK, true);
+  return true;
 }
 
 void ProfileDataDialog::ShowOverride(bool followsDefaults) {

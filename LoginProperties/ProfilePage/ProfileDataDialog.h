@@ -31,8 +31,9 @@ class ProfileDataDialog : public PropPageDialog {
   using SetFlag = const std::function<void(Profile&, bool)>&;
 
   /// Resets the current profile to the defaults of a page when the administrator's policy for it holds. The check box
-  /// is enabled, not disabled: the policy undoes the choice whenever the page is created, it does not lock it.
-  void ApplyOverridePolicy(const wchar_t* pageName, SetFlag followDefaults);
+  /// is enabled, not disabled: the policy undoes the choice whenever the page is created, it does not lock it. Returns
+  /// whether the policy holds.
+  bool ApplyOverridePolicy(const wchar_t* pageName, SetFlag followDefaults);
 
   /// Shows in the check box and by enabling what follows it whether the page follows the defaults.
   void ShowOverride(bool followsDefaults);
