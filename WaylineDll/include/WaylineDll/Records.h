@@ -15,8 +15,8 @@
 /// A new profile with defaults and an id of its own, not yet in the database; null on failure.
 WAYLINE_API std::shared_ptr<Profile> CreateNewProfile();
 
-/// The preferences in force for a profile: its own, where it has any, else those of the profile that it is linked to. The
-/// records are the profile's: a changed one is saved as its own.
+/// The preferences in force for a profile: its own, where it has any, else those of the profile that it is linked to.
+/// The records are the profile's: a changed one is saved as its own.
 WAYLINE_API bool GetPreferences(uint32_t profileId, PreferenceTable& preferences);
 
 /// The user's own preferences of a profile.
