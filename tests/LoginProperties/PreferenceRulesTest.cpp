@@ -46,7 +46,8 @@ std::vector<PreferenceId> On(const PreferenceTree& tree, PreferenceId groupId) {
 }
 
 Profile MakeProfile(uint32_t id, bool overrides) {
-  Profile profile(id);
+  Profile profile(0);
+  profile.Columns().profileId = id;  // also 10000, which asks the constructor for a new id
   profile.Columns().linkProfile = 7;
   profile.SetDefaultPreferences(!overrides);
   return profile;
