@@ -107,6 +107,7 @@ int PreferenceDialog::OnInitDialog(int64_t parameter) {
                                           MAKEINTRESOURCEW(IDB_STATE_IMAGES), kCellWidth, 0, RGB(255, 255, 255),
                                           IMAGE_BITMAP, LR_CREATEDIBSECTION));
   TreeView_SetImageList(tree_, stateImages_.get(), TVSIL_STATE);
+  TreeView_SetExtendedStyle(tree_, TVS_EX_DOUBLEBUFFER, TVS_EX_DOUBLEBUFFER);
   if (ApplyOverridePolicy(kPolicyName, &Profile::SetDefaultPreferences)) SetWindowControls();
   return 1;
 }

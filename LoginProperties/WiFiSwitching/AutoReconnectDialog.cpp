@@ -2,6 +2,8 @@
 
 #include <windowsx.h>
 
+#include <array>
+
 #include "LoginProperties/LoginPropertiesContext.h"
 #include "LoginProperties/ProfilePage/DialogHelpers.h"
 #include "LoginProperties/ProfilePage/ProfileControls.h"
@@ -14,6 +16,12 @@ namespace {
 
 constexpr uint32_t kHelpTopic = 1132;
 constexpr int kLongestText = 260;
+
+// What every profile can have, whoever sets the rest.
+constexpr std::array kAlwaysEnabled = {IDC_RECONNECT_SWITCH_GROUP,   IDC_RECONNECT_HOTSPOT_GROUP,
+                                       IDC_RECONNECT_PROMPT_LABEL,   IDC_RECONNECT_INTERVAL_LABEL,
+                                       IDC_RECONNECT_STRENGTH_LABEL, IDC_RECONNECT_ADVANCED_GROUP,
+                                       IDC_RECONNECT_WAIT_RADIO,     IDC_RECONNECT_AT_ONCE_RADIO};
 
 void FollowDefaults(Profile& profile, bool follow) { profile.SetOverrideAutoReconnectDefaults(!follow); }
 
@@ -38,12 +46,14 @@ int AutoReconnectDialog::OnHelp(int64_t) {
 
 int AutoReconnectDialog::SetWindowControls() {
   const auto& edited = GetContext().currentProfile;
-  // Without a profile there is nothing to set.
-  EnableControlsAfterOverride(GetWindow(), edited != nullptr);
-  EnableControl(GetWindow(), IDC_OVERRIDE_CHECK, edited && EnabledReconnectOf(*edited).overrides);
   if (edited) {
     ShowReconnectValues(*edited);
+    EnableControl(GetWindow(), IDC_OVERRIDE_CHECK, EnabledReconnectOf(*edited).overrides);
+    for (const int id : kAlwaysEnabled) EnableControl(GetWindow(), id, true);
     EnableReconnectControls();
+  } else {
+    EnableControl(GetWindow(), IDC_OVERRIDE_CHECK, false);
+    EnableControlsAfterOverride(GetWindow(), false);
   }
   return ProfileDataDialog::SetWindowControls();
 }

@@ -147,15 +147,12 @@ Failure SettingsStore::LoadProfiles(ProfileTable& profiles) {
 }
 
 bool SettingsStore::LoadPreferences(uint32_t profileId, PreferenceTable& preferences) {
-  if (!ChainEnds(Connection(), profileId)) {
-    preferences.clear();
-    return false;
-  }
-  // The nearest come first.
+  // The nearest come first. Links that have no end lead no further than there are profiles.
   return ReadPreferences(
       L"join (with recursive Chain(Id, Distance) as ("
       L"select @ProfileId, 0 "
-      L"union all select LinkProfile, Distance + 1 from Profiles join Chain on ProfileId = Id where LinkProfile <> 0) "
+      L"union all select LinkProfile, Distance + 1 from Profiles join Chain on ProfileId = Id "
+      L"where LinkProfile <> 0 and Distance < (select count(*) from Profiles)) "
       L"select Id, Distance from Chain) on ProfileId = Id order by Distance;",
       profileId, preferences);
 }

@@ -182,11 +182,14 @@ TEST_F(SettingsStoreTest, AnUnknownProfileHasNoPreferences) {
   EXPECT_THAT(log_.Messages(), IsEmpty());
 }
 
-TEST_F(SettingsStoreTest, LinksWithoutAnEndLeadToNoPreferences) {
+TEST_F(SettingsStoreTest, LinksWithoutAnEndAreFollowedOnce) {
+  PreferenceTable usual;
+  ASSERT_TRUE(store_.LoadPreferences(2001, usual));
   Sql("DROP TRIGGER ProfileUpdateKeepsChains; UPDATE Profiles SET LinkProfile = 2001 WHERE ProfileId = 1");
-  PreferenceTable preferences = {{PreferenceId::AutoConnect, nullptr}};
-  EXPECT_FALSE(store_.LoadPreferences(2001, preferences));
-  EXPECT_THAT(preferences, IsEmpty());
+  PreferenceTable preferences;
+  EXPECT_TRUE(store_.LoadPreferences(2001, preferences));
+  EXPECT_EQ(preferences.size(), usual.size());
+  EXPECT_THAT(log_.Messages(), IsEmpty());
 }
 
 TEST_F(SettingsStoreTest, PreferencesThatCannotBeReadAreLoggedAndNotThere) {
@@ -194,9 +197,18 @@ TEST_F(SettingsStoreTest, PreferencesThatCannotBeReadAreLoggedAndNotThere) {
   PreferenceTable preferences = {{PreferenceId::AutoConnect, nullptr}};
   EXPECT_FALSE(store_.LoadPreferences(2001, preferences));
   EXPECT_THAT(preferences, IsEmpty());
-  ASSERT_THAT(log_.Messages(), SizeIs(1));
+  ASSERT_FALSE(log_.Messages().empty());
   EXPECT_THAT(ToUtf8(log_.Messages()[0].text), testing::HasSubstr("SQL logic error - select PreferenceId"));
   EXPECT_FALSE(store_.LoadOwnPreferences(2001, preferences));
+}
+
+TEST_F(SettingsStoreTest, PreferencesThatAnotherProgramLocksAreLoggedAndNotThere) {
+  const FileLock otherProgram(file_, "BEGIN EXCLUSIVE");
+  PreferenceTable preferences = {{PreferenceId::AutoConnect, nullptr}};
+  EXPECT_FALSE(store_.LoadPreferences(2001, preferences));
+  EXPECT_THAT(preferences, IsEmpty());
+  ASSERT_FALSE(log_.Messages().empty());
+  EXPECT_THAT(ToUtf8(log_.Messages()[0].text), testing::HasSubstr("5 - database is locked"));
 }
 
 TEST_F(SettingsStoreTest, SavingNothingTouchesNothing) {
