@@ -6,6 +6,7 @@
 
 #include "LoginProperties/LoginPropertiesContext.h"
 #include "LoginProperties/ProfilePage/DialogHelpers.h"
+#include "LoginProperties/ProfilePage/FocusFrame.h"
 #include "LoginProperties/ProfilePage/ProfileControls.h"
 #include "LoginProperties/Resources/StringIds.h"
 #include "LoginProperties/WiFiSwitching/AutoReconnectControls.h"
@@ -36,6 +37,7 @@ std::wstring TextOf(HWND page, int id) {
 int AutoReconnectDialog::OnInitDialog(int64_t parameter) {
   Edit_LimitText(GetDlgItem(GetWindow(), IDC_RECONNECT_STRENGTH), kStrengthDigits);
   Edit_LimitText(GetDlgItem(GetWindow(), IDC_RECONNECT_INTERVAL), kIntervalDigits);
+  ShowFocusOf(GetDlgItem(GetWindow(), IDC_RECONNECT_PROMPT_CHECK));
   return ProfileDataDialog::OnInitDialog(parameter);
 }
 

@@ -11,6 +11,7 @@
 
 #include "LoginProperties/ProfilePage/ProfileControls.h"
 #include "LoginProperties/WiFiSwitching/AutoReconnectControls.h"
+#include "tests/support/WaitUntil.h"
 #include "tests/ui/SheetDriver.h"
 #include "tests/ui/TestContext.h"
 #include "WaylineDll/Store/RecordRows.h"
@@ -78,6 +79,17 @@ class AutoReconnectPage : public testing::Test {
   LoginPropertiesContext context = MakeContext(SheetMode::WiFiSwitchingOnly);
   std::optional<SheetDriver> sheet;
 };
+
+// What the upper edge of a control looks like.
+std::vector<COLORREF> UpperEdge(HWND control) {
+  RECT area{};
+  GetClientRect(control, &area);
+  const HDC context = GetDC(control);
+  std::vector<COLORREF> pixels;
+  for (int x = 0; x < area.right; ++x) pixels.push_back(GetPixel(context, x, 0));
+  ReleaseDC(control, context);
+  return pixels;
+}
 
 }  // namespace
 
@@ -566,4 +578,21 @@ TEST_F(AutoReconnectPage, TabVisitsTheControlsInReadingOrder) {
     control = GetNextDlgTabItem(sheet->Page(), control, FALSE);
     EXPECT_EQ(GetDlgCtrlID(control), next);
   }
+}
+
+TEST_F(AutoReconnectPage, ShowsTheFocusOnTheBoxWithoutAText) {
+  Override();
+  Open();
+  const HWND box = sheet->Control(IDC_RECONNECT_PROMPT_CHECK);
+  sheet->Focus(IDC_RECONNECT_HOTSPOT_CHECK);
+  UpdateWindow(box);
+  const std::vector<COLORREF> without = UpperEdge(box);
+  sheet->Focus(IDC_RECONNECT_PROMPT_CHECK);
+  EXPECT_TRUE(WaitUntil([&] { return UpperEdge(box) != without; }));
+  sheet->Click(IDC_RECONNECT_PROMPT_CHECK);
+  InvalidateRect(box, nullptr, FALSE);
+  UpdateWindow(box);
+  EXPECT_NE(UpperEdge(box), without) << "drawn once more";
+  sheet->Focus(IDC_RECONNECT_HOTSPOT_CHECK);
+  EXPECT_TRUE(WaitUntil([&] { return UpperEdge(box) == without; }));
 }
