@@ -7,12 +7,14 @@
 
 #include <memory>
 
+#include "LoginProperties/Preferences/PreferenceControls.h"
 #include "LoginProperties/ProfilePage/ProfileControls.h"
 #include "LoginProperties/Timeouts/TimeoutControls.h"
 #include "NetUtilities/Text.h"
 #include "tests/support/FileBytes.h"
 #include "tests/support/ServiceLog.h"
 #include "tests/support/TemporaryFolder.h"
+#include "tests/support/TreeItems.h"
 #include "tests/ui/SheetDriver.h"
 
 namespace {
@@ -65,6 +67,7 @@ class Host : public testing::Test {
   std::optional<SheetDriver> sheet;
 };
 
+constexpr size_t kPreferencesTab = 1;
 constexpr size_t kTimeoutsTab = 4;
 
 struct CloseDatabase {
@@ -77,6 +80,22 @@ std::unique_ptr<sqlite3, CloseDatabase> LockedDatabase(const std::wstring& file)
   EXPECT_EQ(sqlite3_open(ToUtf8(file).c_str(), &connection), SQLITE_OK);
   EXPECT_EQ(sqlite3_exec(connection, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr), SQLITE_OK);
   return std::unique_ptr<sqlite3, CloseDatabase>(connection);
+}
+
+// What the database holds for "Automatically connect if password saved" of profile 2004.
+int StoredAutoConnect(const std::wstring& file) {
+  sqlite3* opened = nullptr;
+  EXPECT_EQ(sqlite3_open(ToUtf8(file).c_str(), &opened), SQLITE_OK);
+  const std::unique_ptr<sqlite3, CloseDatabase> connection(opened);
+  int state = 0;
+  const auto take = [](void* target, int, char** values, char**) {
+    *static_cast<int*>(target) = std::stoi(values[0]);
+    return 0;
+  };
+  EXPECT_EQ(sqlite3_exec(opened, "SELECT State FROM Preferences WHERE ProfileId = 2004 AND PreferenceId = 1014", take,
+                         &state, nullptr),
+            SQLITE_OK);
+  return state;
 }
 
 }  // namespace
@@ -100,6 +119,26 @@ TEST_F(Host, SavesWhatTheUserConfirmsAndShowsItAgain) {
   EXPECT_EQ(sheet->Selected(IDC_TIMEOUT_DURATION), L" 2 hours");
   sheet->PressCancel();
   EXPECT_EQ(Wait(), 0u);
+}
+
+TEST_F(Host, SavesAPreferenceThatTheUserToggles) {
+  constexpr int kOff = 1;
+  constexpr int kOn = 2;
+  Start(L"--profile 2004");
+  sheet->SelectTab(kPreferencesTab);
+  ASSERT_EQ(StoredAutoConnect(database), kOn);
+  // Texts of another program's tree cannot be asked for: this is the first entry of the first group.
+  const HWND tree = sheet->Control(IDC_PREFERENCE_TREE);
+  const HTREEITEM autoConnect = TreeView_GetChild(tree, TreeView_GetRoot(tree));
+  ASSERT_EQ(TreeItemImage(tree, autoConnect), kOn);
+  sheet->Focus(IDC_PREFERENCE_TREE);
+  ASSERT_TRUE(sheet->PressKeyUntil([&] { return TreeView_GetSelection(tree) == autoConnect; }, VK_DOWN));
+  ASSERT_TRUE(sheet->PressKeyUntil([&] { return TreeItemImage(tree, autoConnect) == kOff; }, VK_SPACE));
+  sheet->PressOk();
+  EXPECT_EQ(Wait(), 0u);
+  EXPECT_EQ(Printed(),
+            "{\"result\":1,\"saved\":true,\"changes\":[{\"record\":\"preference\",\"id\":1014,\"state\":2}]}\n");
+  EXPECT_EQ(StoredAutoConnect(database), kOff);
 }
 
 TEST_F(Host, LeavesTheDatabaseAsItWasAfterCancel) {

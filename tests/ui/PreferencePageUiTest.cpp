@@ -12,8 +12,11 @@
 
 #include "LoginProperties/Preferences/PreferenceControls.h"
 #include "LoginProperties/ProfilePage/ProfileControls.h"
+#include "NetUtilities/RegistryNames.h"
 #include "NetUtilities/Text.h"
+#include "tests/support/SavedCertificate.h"
 #include "tests/support/TemporaryFolder.h"
+#include "tests/support/TestRegistryKey.h"
 #include "tests/support/TreeItems.h"
 #include "tests/support/WaitUntil.h"
 #include "tests/ui/SheetDriver.h"
@@ -32,7 +35,12 @@ constexpr uint32_t kVisitor = 10001;
 constexpr wchar_t kFirstGroup[] = L"When this program starts";
 constexpr wchar_t kAutoConnect[] = L"Automatically connect if password saved";
 constexpr wchar_t kTray[] = L"Minimize main window to system tray";
+constexpr wchar_t kBypass[] = L"Bypass Hardware Rendering";
+constexpr wchar_t kSecondGroup[] = L"When connecting";
+constexpr wchar_t kMultiHoming[] = L"Enable additional adapter security (prevent multi-homing)";
 constexpr wchar_t kMtuGroup[] = L"VPN MTU Size";
+constexpr wchar_t kCertificateGroup[] = L"Certificates";
+constexpr wchar_t kCertificate[] = L"Use saved certificate.";
 
 constexpr int kCheckOff = 1;
 constexpr int kCheckOn = 2;
@@ -126,7 +134,19 @@ class PreferencesUi : public testing::Test {
   }
   void Press(const std::wstring& text, TreeItemPart part, int times = 1) const { Press(OnScreen(text, part), times); }
 
-  // Input is dealt with in its order: what came before it has been, when the box turns over.
+  // Returns when all input so far has been dealt with, and what it posted: the key that moves the focus comes after.
+  void PressTab() {
+    const int before = sheet->FocusedControl();
+    ASSERT_TRUE(sheet->PressKeyUntil([&] { return sheet->FocusedControl() != before; }, VK_TAB));
+  }
+
+  // With the mouse, where SheetDriver::PressOk sends a message that overtakes input.
+  void PressOkButton() const {
+    RECT button{};
+    GetWindowRect(GetDlgItem(sheet->Sheet(), IDOK), &button);
+    Press({(button.left + button.right) / 2, (button.top + button.bottom) / 2});
+  }
+
   void PressOverrideBox() const {
     const bool before = sheet->IsChecked(IDC_OVERRIDE_CHECK);
     RECT box{};
@@ -144,21 +164,25 @@ class PreferencesUi : public testing::Test {
     return changes;
   }
 
-  // All preferences in the file: "ProfileId PreferenceId State Visible IPSecRequired".
-  std::set<std::string> Rows() const {
+  // Runs a statement on the file as another program would; the rows of its answer, their columns with spaces between.
+  std::set<std::string> Sql(const std::string& statement) const {
     std::set<std::string> rows;
     sqlite3* connection = nullptr;
-    sqlite3_open(ToUtf8(file).c_str(), &connection);
+    EXPECT_EQ(sqlite3_open(ToUtf8(file).c_str(), &connection), SQLITE_OK);
     const auto add = [](void* target, int count, char** values, char**) {
       std::string row;
       for (int column = 0; column < count; ++column) row += (column > 0 ? " " : "") + std::string(values[column]);
       static_cast<std::set<std::string>*>(target)->insert(row);
       return 0;
     };
-    sqlite3_exec(connection, "SELECT ProfileId, PreferenceId, State, Visible, IPSecRequired FROM Preferences", add,
-                 &rows, nullptr);
+    EXPECT_EQ(sqlite3_exec(connection, statement.c_str(), add, &rows, nullptr), SQLITE_OK);
     sqlite3_close(connection);
     return rows;
+  }
+
+  // All preferences in the file.
+  std::set<std::string> Rows() const {
+    return Sql("SELECT ProfileId, PreferenceId, State, Visible, IPSecRequired FROM Preferences");
   }
 
   TemporaryFolder folder;
@@ -216,12 +240,15 @@ TEST_F(PreferencesUi, ClickingAnOptionAgainTurnsAllOffButItStaysChosen) {
 }
 
 TEST_F(PreferencesUi, CancelSavesNothing) {
-  OpenOn(kOffice);
+  Load(kOffice);
+  const auto before = Rows();
+  Open();
   Press(kAutoConnect, TreeItemPart::Label);
   ASSERT_TRUE(WaitUntil([this] { return Image(kAutoConnect) == kCheckOff; }));
   sheet->PressCancel();
   EXPECT_NE(sheet->Result(), 1);
   EXPECT_THAT(context.preferences, IsEmpty());
+  EXPECT_EQ(Rows(), before);
 }
 
 TEST_F(PreferencesUi, ADoubleClickTogglesOnceAndLeavesGroupsOpen) {
@@ -243,25 +270,50 @@ TEST_F(PreferencesUi, AClickBesideAnEntryDoesNothing) {
   EXPECT_EQ(Image(kAutoConnect), kCheckOn);
 }
 
-TEST_F(PreferencesUi, WhileTheProfileFollowsTheDefaultsTheTreeTakesNoInput) {
-  Open();
-  EXPECT_FALSE(sheet->IsEnabled(IDC_PREFERENCE_TREE));
+TEST_F(PreferencesUi, AnEntryWithoutARecordCannotBeToggled) {
+  Sql("DELETE FROM Preferences WHERE PreferenceId = 1014");
+  const auto before = Rows();
+  OpenOn(kOffice);
   ASSERT_EQ(Image(kAutoConnect), kCheckOff);
   Press(kAutoConnect, TreeItemPart::Label);
-  Press(kFirstGroup, TreeItemPart::Label, 2);
-  // Past the disabled window, too.
-  TreeView_SelectItem(Tree(), Item(kAutoConnect));
-  SendMessageW(Tree(), WM_CHAR, L' ', 0);
-  const POINT point = PointOn(Tree(), Item(kAutoConnect), TreeItemPart::Label);
-  SendMessageW(Tree(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(point.x, point.y));
-  SendMessageW(Tree(), WM_LBUTTONUP, 0, MAKELPARAM(point.x, point.y));
-  EXPECT_TRUE(IsOpened(kFirstGroup));
-  PressOverrideBox();
-  EXPECT_TRUE(sheet->IsEnabled(IDC_PREFERENCE_TREE));
+  Press(kTray, TreeItemPart::Label);
+  ASSERT_TRUE(WaitUntil([this] { return Image(kTray) == kCheckOff; }));
   EXPECT_EQ(Image(kAutoConnect), kCheckOff);
   sheet->PressOk();
   ASSERT_EQ(sheet->Result(), 1);
-  EXPECT_THAT(Save(), ElementsAre(RecordChange{RecordKind::Profile, kWork, ChangeState::Changed}));
+  EXPECT_THAT(Save(), ElementsAre(RecordChange{RecordKind::Preference, 1501, ChangeState::Changed}));
+  EXPECT_THAT(Without(Rows(), before), ElementsAre("2004 1501 1 1 0"));
+}
+
+TEST_F(PreferencesUi, WhileTheProfileFollowsTheDefaultsTheTreeTakesNoInput) {
+  Open();
+  EXPECT_FALSE(sheet->IsEnabled(IDC_PREFERENCE_TREE));
+  ASSERT_THAT(Images(kFirstGroup), ElementsAre(kCheckOff, kCheckOff, kCheckOff));
+  Press(kAutoConnect, TreeItemPart::Label);
+  Press(kFirstGroup, TreeItemPart::Label, 2);
+  // Past the disabled window, too. Each on an entry of its own: two toggles of one would look like none.
+  TreeView_SelectItem(Tree(), Item(kTray));
+  SendMessageW(Tree(), WM_CHAR, L' ', 0);
+  const POINT entry = PointOn(Tree(), Item(kBypass), TreeItemPart::Label);
+  SendMessageW(Tree(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(entry.x, entry.y));
+  SendMessageW(Tree(), WM_LBUTTONUP, 0, MAKELPARAM(entry.x, entry.y));
+  const POINT heading = PointOn(Tree(), Item(kFirstGroup), TreeItemPart::Label);
+  SendMessageW(Tree(), WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(heading.x, heading.y));
+  PressTab();
+  EXPECT_THAT(Images(kFirstGroup), ElementsAre(kCheckOff, kCheckOff, kCheckOff));
+  EXPECT_TRUE(IsOpened(kFirstGroup));
+  PressOkButton();
+  ASSERT_EQ(sheet->Result(), 1);
+  EXPECT_THAT(Save(), IsEmpty());
+}
+
+TEST_F(PreferencesUi, TickingTheBoxLetsTheTreeTakeInput) {
+  Open();
+  PressOverrideBox();
+  EXPECT_TRUE(sheet->IsEnabled(IDC_PREFERENCE_TREE));
+  EXPECT_EQ(Image(kAutoConnect), kCheckOff) << "inherited";
+  Press(kAutoConnect, TreeItemPart::Label);
+  EXPECT_TRUE(WaitUntil([this] { return Image(kAutoConnect) == kCheckOn; }));
 }
 
 TEST_F(PreferencesUi, OverridingAndBackIsSeenAtOnce) {
@@ -280,6 +332,65 @@ TEST_F(PreferencesUi, AProfileAbove10000ShowsThoseOfTheLinkedProfile) {
   OpenOn(kVisitor);
   EXPECT_TRUE(sheet->IsChecked(IDC_OVERRIDE_CHECK));
   EXPECT_THAT(Images(kMtuGroup), ElementsAre(7, 7, 8, 7, 7)) << "1300, its own would be 700";
+}
+
+TEST_F(PreferencesUi, AProfileAbove10000SavesThoseOfTheLinkedProfile) {
+  const auto before = Rows();
+  OpenOn(kVisitor);
+  ASSERT_EQ(Image(kAutoConnect), kCheckOff) << "its own would be on";
+  Press(kAutoConnect, TreeItemPart::Label);
+  ASSERT_TRUE(WaitUntil([this] { return Image(kAutoConnect) == kCheckOn; }));
+  sheet->PressOk();
+  ASSERT_EQ(sheet->Result(), 1);
+  EXPECT_THAT(Save(), ElementsAre(RecordChange{RecordKind::Preference, 1014, ChangeState::Changed}));
+  EXPECT_THAT(Without(Rows(), before), ElementsAre("100 1014 2 1 0"));
+  EXPECT_THAT(Without(before, Rows()), ElementsAre("100 1014 1 1 0"));
+}
+
+TEST_F(PreferencesUi, MultiHomingIsLeftOutUnlessTheAdministratorOffersIt) {
+  TestRegistryKey client(HKEY_LOCAL_MACHINE, kClientKey);
+  client.Remove(kPreventMultiHomingValue);
+  OpenOn(kOffice);
+  EXPECT_EQ(Item(kMultiHoming), nullptr);
+  EXPECT_EQ(Images(kSecondGroup).size(), 4u) << "the others are there";
+}
+
+TEST_F(PreferencesUi, MultiHomingIsShownAsTheAdministratorHasSetIt) {
+  TestRegistryKey client(HKEY_LOCAL_MACHINE, kClientKey);
+  for (const bool on : {true, false}) {
+    client.SetDword(kPreventMultiHomingValue, on ? 1 : 0);
+    Sql(std::string("UPDATE Preferences SET State = ") + (on ? "1" : "2") + " WHERE PreferenceId = 1504");
+    OpenOn(kOffice);
+    ASSERT_NE(Item(kMultiHoming), nullptr);
+    EXPECT_EQ(TreeView_GetParent(Tree(), Item(kMultiHoming)), Item(kSecondGroup));
+    EXPECT_EQ(Image(kMultiHoming), on ? kCheckOn : kCheckOff) << "whatever the profile has stored";
+  }
+}
+
+TEST_F(PreferencesUi, CertificatesAreLeftOutWhenTheProfilesOneIsNotSaved) {
+  const std::wstring hashOfNoneNow = SavedCertificate().HashDigits();
+  Load(kOffice);
+  context.currentProfile->SetHexDigCertHash(hashOfNoneNow);
+  Open();
+  EXPECT_NE(Item(kMtuGroup), nullptr);
+  EXPECT_EQ(Item(kCertificateGroup), nullptr);
+  EXPECT_EQ(Item(kCertificate), nullptr);
+}
+
+TEST_F(PreferencesUi, ASavedCertificateCanBeTurnedDown) {
+  const SavedCertificate certificate;
+  Load(kOffice);
+  const auto before = Rows();
+  context.currentProfile->SetHexDigCertHash(certificate.HashDigits());
+  Open();
+  ASSERT_NE(Item(kCertificateGroup), nullptr);
+  ASSERT_THAT(Images(kCertificateGroup), ElementsAre(kCheckOn));
+  Press(kCertificate, TreeItemPart::Label);
+  ASSERT_TRUE(WaitUntil([this] { return Image(kCertificate) == kCheckOff; }));
+  sheet->PressOk();
+  ASSERT_EQ(sheet->Result(), 1);
+  EXPECT_THAT(Save(), ElementsAre(RecordChange{RecordKind::Preference, 1522, ChangeState::Changed}));
+  EXPECT_THAT(Without(Rows(), before), ElementsAre("2004 1522 1 1 0"));
 }
 
 TEST_F(PreferencesUi, AnotherProfileShowsItsOwnPreferences) {
@@ -314,6 +425,7 @@ TEST_F(PreferencesUi, CanBeUsedWithTheKeyboardAlone) {
   Open();
   ASSERT_TRUE(sheet->PressKeyUntil([this] { return sheet->IsChecked(IDC_OVERRIDE_CHECK); }, 'O', {VK_MENU}));
   ASSERT_TRUE(sheet->PressKeyUntil([this] { return sheet->HasFocus(IDC_PREFERENCE_TREE); }, VK_TAB));
+  EXPECT_TRUE(WaitUntil([this] { return !SelectedItem().empty(); })) << "the space bar needs no arrow key before it";
   ASSERT_TRUE(sheet->PressKeyUntil([this] { return SelectedItem() == kFirstGroup; }, VK_HOME));
   ASSERT_TRUE(sheet->PressKeyUntil([this] { return SelectedItem() == kAutoConnect; }, VK_DOWN));
   ASSERT_TRUE(sheet->PressKeyUntil([this] { return Image(kAutoConnect) == kCheckOn; }, VK_SPACE));
