@@ -46,8 +46,8 @@ class TreeInputFilterTest : public testing::Test {
     filter_->SetEditable(editable);
   }
 
-  void Press(UINT message, HTREEITEM item, TreeItemPart part) {
-    const POINT point = PointOn(tree_, item, part);
+  void Press(UINT message, HTREEITEM item, TreeItemPart part) const { Press(message, PointOn(tree_, item, part)); }
+  void Press(UINT message, POINT point) const {
     SendMessageW(tree_, message, MK_LBUTTON, MAKELPARAM(point.x, point.y));
     SendMessageW(tree_, WM_LBUTTONUP, 0, MAKELPARAM(point.x, point.y));
   }
@@ -93,6 +93,20 @@ TEST_F(TreeInputFilterTest, AsksForTheItemWhoseLabelOrStateIconIsPressed) {
   EXPECT_THAT(Posted(), AsksFor(entry_));
   Press(WM_LBUTTONDOWN, heading_, TreeItemPart::Label);
   EXPECT_THAT(Posted(), AsksFor(heading_));
+}
+
+TEST_F(TreeInputFilterTest, AsksForTheItemWhoseIconIsPressed) {
+  TreeView_SetImageList(tree_, images_, TVSIL_NORMAL);
+  RECT label{};
+  TreeView_GetItemRect(tree_, entry_, &label, TRUE);
+  constexpr LONG kHalfAnIcon = 8;
+  TVHITTESTINFO hit{};
+  hit.pt = {label.left - kHalfAnIcon, (label.top + label.bottom) / 2};
+  TreeView_HitTest(tree_, &hit);
+  ASSERT_EQ(hit.flags, static_cast<UINT>(TVHT_ONITEMICON));
+  Attach(true);
+  Press(WM_LBUTTONDOWN, hit.pt);
+  EXPECT_THAT(Posted(), AsksFor(entry_));
 }
 
 TEST_F(TreeInputFilterTest, AsksForNothingBesideAnItem) {
