@@ -6,8 +6,8 @@
 #include <limits>
 #include <utility>
 
-#include "Database/SQLite/Utf16.h"
-#include "NetUtilities/Text.h"
+#include "NetUtilities/Text/StringToBool.h"
+#include "NetUtilities/Text/Utf16.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 #include "LoginProperties/ActivationContext.h"
 
-#include "NetUtilities/OwnModule.h"
+#include "NetUtilities/Module/OwnModule.h"
 
 ActivationContext::ActivationContext() {
   ACTCTXW description{};

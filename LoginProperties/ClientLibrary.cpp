@@ -1,8 +1,8 @@
 #include "LoginProperties/ClientLibrary.h"
 
-#include "NetUtilities/ErrorText.h"
-#include "NetUtilities/Format.h"
-#include "NetUtilities/Logger/Log.h"
+#include "NetUtilities/Log.h"
+#include "NetUtilities/Text/ErrorText.h"
+#include "NetUtilities/Text/Format.h"
 
 namespace {
 

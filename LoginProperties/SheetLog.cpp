@@ -4,8 +4,8 @@
 #include <cstddef>
 #include <string>
 
-#include "NetUtilities/Format.h"
-#include "NetUtilities/Logger/Log.h"
+#include "NetUtilities/Log.h"
+#include "NetUtilities/Text/Format.h"
 
 namespace {
 

@@ -20,10 +20,10 @@
 #include "LoginProperties/Timeouts/TimeoutDialog.h"
 #include "LoginProperties/WiFiSwitching/AutoReconnectControls.h"
 #include "LoginProperties/WiFiSwitching/AutoReconnectDialog.h"
-#include "NetUtilities/CrashDump.h"
-#include "NetUtilities/ErrorText.h"
+#include "NetUtilities/Crash/CrashDump.h"
+#include "NetUtilities/Files/WinLogonDesktop.h"
 #include "NetUtilities/Logger/Logger.h"
-#include "NetUtilities/PathData.h"
+#include "NetUtilities/Text/ErrorText.h"
 #include "WaylineDll/StringDb.h"
 
 namespace {

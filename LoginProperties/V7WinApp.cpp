@@ -4,9 +4,9 @@
 
 #include <memory>
 
-#include "NetUtilities/LifetimeTracker.h"
 #include "NetUtilities/Logger/Logger.h"
-#include "NetUtilities/SimpleSingleton.h"
+#include "NetUtilities/Module/LifetimeTracker.h"
+#include "NetUtilities/Module/SimpleSingleton.h"
 
 namespace {
 
@@ -18,6 +18,7 @@ std::unique_ptr<void, Delete> gdiObject;
 }  // namespace
 
 bool V7WinApp::InitInstance(HINSTANCE module) {
+  UseLogger();
   crashHandlers_.Install();
   module_ = module;
   InitCommonControls();

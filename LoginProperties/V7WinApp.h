@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "NetUtilities/CrashHandlers.h"
+#include "NetUtilities/Crash/CrashHandlers.h"
 
 /// The module's application object: what is done when the module is loaded and when it is unloaded. Both happen under
 /// the system's loader lock, so that nothing here waits for a thread.

@@ -1,7 +1,7 @@
 #include "TraceLogManager/LevelReport.h"
 
-#include "NetUtilities/Format.h"
-#include "NetUtilities/Text.h"
+#include "NetUtilities/Text/Format.h"
+#include "NetUtilities/Text/Utf8.h"
 #include "TraceLogManager/LogSources.h"
 
 namespace {

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-#include "NetUtilities/Logger/Log.h"
+#include "NetUtilities/Log.h"
 
 /// The level of each source; 0 where the global one applies.
 using SourceLevels = std::array<uint16_t, kLogSourceCount>;

@@ -2,9 +2,9 @@
 
 #include <string>
 
-#include "NetUtilities/RegistryKey.h"
-#include "NetUtilities/RegistryNames.h"
-#include "NetUtilities/TraceFlags.h"
+#include "NetUtilities/Registry/RegistryKey.h"
+#include "NetUtilities/Registry/RegistryNames.h"
+#include "NetUtilities/Registry/TraceFlags.h"
 
 namespace {
 

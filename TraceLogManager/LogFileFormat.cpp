@@ -3,8 +3,8 @@
 #include <charconv>
 #include <optional>
 
-#include "NetUtilities/Format.h"
-#include "NetUtilities/Text.h"
+#include "NetUtilities/Text/Format.h"
+#include "NetUtilities/Text/Utf8.h"
 
 namespace {
 

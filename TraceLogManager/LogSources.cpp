@@ -5,9 +5,10 @@
 #include <iterator>
 #include <utility>
 
-#include "NetUtilities/Format.h"
-#include "NetUtilities/Logger/Log.h"
-#include "NetUtilities/Text.h"
+#include "NetUtilities/Log.h"
+#include "NetUtilities/Text/Format.h"
+#include "NetUtilities/Text/IgnoringCase.h"
+#include "NetUtilities/Text/Utf8.h"
 
 namespace {
 

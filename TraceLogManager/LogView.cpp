@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "NetUtilities/Format.h"
-#include "NetUtilities/Text.h"
+#include "NetUtilities/Text/Format.h"
+#include "NetUtilities/Text/Utf8.h"
 #include "TraceLogManager/LogSources.h"
 
 namespace {

@@ -9,13 +9,13 @@
 #include <string>
 #include <vector>
 
-#include "NetUtilities/ErrorText.h"
-#include "NetUtilities/Logger/Log.h"
+#include "NetUtilities/CommandLine/Utf8Console.h"
+#include "NetUtilities/Files/PathData.h"
+#include "NetUtilities/Log.h"
 #include "NetUtilities/Logger/LogOutputHelper.h"
-#include "NetUtilities/PathData.h"
-#include "NetUtilities/Singleton.h"
-#include "NetUtilities/Text.h"
-#include "NetUtilities/Utf8Console.h"
+#include "NetUtilities/Module/Singleton.h"
+#include "NetUtilities/Text/ErrorText.h"
+#include "NetUtilities/Text/Utf8.h"
 #include "TraceLogManager/DailyLogFile.h"
 #include "TraceLogManager/LevelReport.h"
 #include "TraceLogManager/LevelSettings.h"

@@ -5,8 +5,8 @@
 #include <chrono>
 #include <wrl/client.h>
 
-#include "NetUtilities/PathData.h"
-#include "NetUtilities/Singleton.h"
+#include "NetUtilities/Files/PathData.h"
+#include "NetUtilities/Module/Singleton.h"
 #include "TraceLogManager/DailyLogFile.h"
 #include "TraceLogManager/ServerLifetime.h"
 #include "TraceLogManager/TraceLogManagerObject.h"

@@ -6,7 +6,8 @@
 #include <iterator>
 #include <string_view>
 
-#include "NetUtilities/Text.h"
+#include "NetUtilities/Text/IgnoringCase.h"
+#include "NetUtilities/Text/Utf8.h"
 #include "TraceLogManager/LogSources.h"
 
 namespace {

@@ -3,7 +3,7 @@
 #include <new>
 #include <string>
 
-#include "NetUtilities/Logger/Log.h"
+#include "NetUtilities/Log.h"
 #include "TraceLogManager/LevelSettings.h"
 #include "TraceLogManager/LogSources.h"
 

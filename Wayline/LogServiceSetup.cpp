@@ -9,10 +9,10 @@
 #include <memory>
 #include <string>
 
-#include "NetUtilities/Format.h"
-#include "NetUtilities/PathData.h"
-#include "NetUtilities/RegistryKey.h"
-#include "NetUtilities/Singleton.h"
+#include "NetUtilities/Files/PathData.h"
+#include "NetUtilities/Module/Singleton.h"
+#include "NetUtilities/Registry/RegistryKey.h"
+#include "NetUtilities/Text/Format.h"
 #include "TraceLogManager/TraceLogManager.h"
 
 namespace {

@@ -10,12 +10,12 @@
 #include <vector>
 
 #include "LoginProperties/LoginPropertiesContext.h"
-#include "NetUtilities/Format.h"
+#include "NetUtilities/CommandLine/Utf8Console.h"
+#include "NetUtilities/Files/PathData.h"
 #include "NetUtilities/Logger/Logger.h"
-#include "NetUtilities/PathData.h"
-#include "NetUtilities/Singleton.h"
-#include "NetUtilities/Text.h"
-#include "NetUtilities/Utf8Console.h"
+#include "NetUtilities/Module/Singleton.h"
+#include "NetUtilities/Text/Format.h"
+#include "NetUtilities/Text/Utf8.h"
 #include "Wayline/LogServiceSetup.h"
 #include "Wayline/Options.h"
 #include "Wayline/ProfileChoice.h"
@@ -131,6 +131,7 @@ int Run(const Options& options) {
 }  // namespace
 
 int wmain(int count, wchar_t** arguments) {
+  UseLogger();
   const Utf8Console console;
   const ComApartment apartment;
   const CommandLine commandLine = ParseCommandLine({arguments + 1, arguments + count});

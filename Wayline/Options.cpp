@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <iterator>
 
-#include "NetUtilities/Text.h"
+#include "NetUtilities/Text/Utf8.h"
 
 CommandLine ParseCommandLine(const std::vector<std::wstring>& arguments) {
   CommandLine commandLine;

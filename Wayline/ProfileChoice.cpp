@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "LoginProperties/ProfilePage/ProfileSelector.h"
-#include "NetUtilities/Format.h"
+#include "NetUtilities/Text/Format.h"
 
 Failure ChooseProfile(const ProfileTable& profiles, std::optional<uint32_t> wantedId, uint32_t activeId,
                       std::shared_ptr<Profile>& chosen) {

@@ -8,7 +8,7 @@
 #include <utility>
 
 #include "LoginProperties/ProfilePage/ProfileSelector.h"
-#include "NetUtilities/Text.h"
+#include "NetUtilities/Text/Utf8.h"
 
 namespace {
 

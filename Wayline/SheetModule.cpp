@@ -2,10 +2,10 @@
 
 #include <filesystem>
 
-#include "NetUtilities/ErrorText.h"
-#include "NetUtilities/Format.h"
-#include "NetUtilities/PathData.h"
-#include "NetUtilities/Singleton.h"
+#include "NetUtilities/Files/PathData.h"
+#include "NetUtilities/Module/Singleton.h"
+#include "NetUtilities/Text/ErrorText.h"
+#include "NetUtilities/Text/Format.h"
 
 Failure SheetModule::Load() {
   const std::filesystem::path program = Singleton<PathData>::Get()->GetExecutablePath();

@@ -1,4 +1,4 @@
-#include "NetUtilities/Logger/Log.h"
+#include "NetUtilities/Log.h"
 #include "WaylineDll/LiveState.h"
 #include "WaylineDll/OpenStore.h"
 #include "WaylineDll/Store/SettingsStore.h"

@@ -1,7 +1,7 @@
 #include "WaylineDll/Messages.h"
 
-#include "NetUtilities/Format.h"
-#include "NetUtilities/Logger/Log.h"
+#include "NetUtilities/Log.h"
+#include "NetUtilities/Text/Format.h"
 #include "WaylineDll/StringDb.h"
 
 namespace {

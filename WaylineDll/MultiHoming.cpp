@@ -1,5 +1,5 @@
-#include "NetUtilities/RegistryKey.h"
-#include "NetUtilities/RegistryNames.h"
+#include "NetUtilities/Registry/RegistryKey.h"
+#include "NetUtilities/Registry/RegistryNames.h"
 #include "WaylineDll/LiveState.h"
 
 bool IsMultiHomingControlAuthorized(bool* on) {

@@ -21,12 +21,12 @@
 #include <thread>
 #include <vector>
 
-#include "NetUtilities/Logger/Log.h"
+#include "NetUtilities/Log.h"
 #include "NetUtilities/Logger/Logger.h"
 #include "NetUtilities/Logger/LogLine.h"
 #include "NetUtilities/Logger/LogPlatform.h"
-#include "NetUtilities/RegistryPlatform.h"
-#include "NetUtilities/TraceFlags.h"
+#include "NetUtilities/Registry/RegistryPlatform.h"
+#include "NetUtilities/Registry/TraceFlags.h"
 
 namespace {
 

@@ -25,9 +25,9 @@
 #include "Database/Profiles/Profiles.h"
 #include "Database/SQLite/DatabasePlatform.h"
 #include "Database/SQLite/SQLiteDatabaseManager.h"
-#include "Database/SQLite/Utf16.h"
-#include "NetUtilities/Singleton.h"
-#include "NetUtilities/Text.h"
+#include "NetUtilities/Module/Singleton.h"
+#include "NetUtilities/Text/Utf16.h"
+#include "NetUtilities/Text/Utf8.h"
 #include "tests/support/TemporaryFolder.h"
 #include "WaylineDll/Store/EmbeddedSql.h"
 

@@ -1,7 +1,7 @@
 #include "Database/Profiles/Profile.h"
 
 #include "Database/Profiles/ProfileIdManager.h"
-#include "NetUtilities/Singleton.h"
+#include "NetUtilities/Module/Singleton.h"
 
 Profile::Profile(uint32_t id) {
   BindColumns();

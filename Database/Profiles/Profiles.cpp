@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "Database/Profiles/ProfileNames.h"
-#include "NetUtilities/Text.h"
+#include "NetUtilities/Text/StringToBool.h"
 
 namespace {
 

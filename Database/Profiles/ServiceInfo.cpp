@@ -6,8 +6,8 @@
 #include <utility>
 
 #include "Database/Profiles/ProfileNames.h"
-#include "NetUtilities/Format.h"
-#include "NetUtilities/Logger/Log.h"
+#include "NetUtilities/Log.h"
+#include "NetUtilities/Text/Format.h"
 
 ServiceRecord::ServiceRecord() {
   Bind(L"ServiceId", ColumnKind::Key, &serviceId, 1);

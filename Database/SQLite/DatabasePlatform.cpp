@@ -2,11 +2,11 @@
 
 #include <windows.h>
 
-#include "NetUtilities/ErrorText.h"
+#include "NetUtilities/Files/PathData.h"
 #include "NetUtilities/Logger/LogOutputHelper.h"
-#include "NetUtilities/PathData.h"
-#include "NetUtilities/Singleton.h"
-#include "NetUtilities/TraceFlags.h"
+#include "NetUtilities/Module/Singleton.h"
+#include "NetUtilities/Registry/TraceFlags.h"
+#include "NetUtilities/Text/ErrorText.h"
 
 namespace {
 

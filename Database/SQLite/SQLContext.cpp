@@ -5,9 +5,9 @@
 #include <utility>
 
 #include "Database/SQLite/SQLiteDatabase.h"
-#include "Database/SQLite/Utf16.h"
-#include "NetUtilities/Format.h"
-#include "NetUtilities/Logger/Log.h"
+#include "NetUtilities/Log.h"
+#include "NetUtilities/Text/Format.h"
+#include "NetUtilities/Text/Utf16.h"
 
 int32_t SQLContext::Prepare(const std::shared_ptr<SQLiteDatabase>& database, std::wstring_view statement) {
   Finalize();

@@ -10,12 +10,12 @@
 #include "Database/SQLite/DecimalText.h"
 #include "Database/SQLite/ReadTransaction.h"
 #include "Database/SQLite/SQLiteDatabaseManager.h"
-#include "Database/SQLite/Utf16.h"
-#include "NetUtilities/Format.h"
-#include "NetUtilities/FunctionName.h"
-#include "NetUtilities/Logger/Log.h"
-#include "NetUtilities/Singleton.h"
-#include "NetUtilities/Text.h"
+#include "NetUtilities/Log.h"
+#include "NetUtilities/Module/Singleton.h"
+#include "NetUtilities/Text/Format.h"
+#include "NetUtilities/Text/FunctionName.h"
+#include "NetUtilities/Text/Utf16.h"
+#include "NetUtilities/Text/Utf8.h"
 
 namespace {
 

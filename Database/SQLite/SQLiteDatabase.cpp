@@ -8,10 +8,10 @@
 #include <utility>
 
 #include "Database/SQLite/DatabasePlatform.h"
-#include "Database/SQLite/Utf16.h"
-#include "NetUtilities/Format.h"
-#include "NetUtilities/Logger/Log.h"
-#include "NetUtilities/Text.h"
+#include "NetUtilities/Log.h"
+#include "NetUtilities/Text/Format.h"
+#include "NetUtilities/Text/Utf16.h"
+#include "NetUtilities/Text/Utf8.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "Database/SQLite/PreparedStatement.h"
-#include "NetUtilities/Mutex.h"
+#include "NetUtilities/Module/Mutex.h"
 
 struct sqlite3;
 

@@ -3,7 +3,7 @@
 #include <windowsx.h>
 
 #include "LoginProperties/ProfilePage/ProfileControls.h"
-#include "NetUtilities/Text.h"
+#include "NetUtilities/Text/SplitNonEmpty.h"
 #include "WaylineDll/StringDb.h"
 
 void EnableControl(HWND page, int id, bool enable) { EnableWindow(GetDlgItem(page, id), enable); }

@@ -9,7 +9,7 @@
 #include "LoginProperties/ProfilePage/ProfileControls.h"
 #include "LoginProperties/ProfilePage/ProfileSelector.h"
 #include "LoginProperties/SheetLog.h"
-#include "NetUtilities/RegistryKey.h"
+#include "NetUtilities/Registry/RegistryKey.h"
 #include "WaylineDll/Messages.h"
 #include "WaylineDll/Records.h"
 

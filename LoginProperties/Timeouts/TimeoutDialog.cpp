@@ -7,7 +7,7 @@
 #include "LoginProperties/ProfilePage/ProfileControls.h"
 #include "LoginProperties/Resources/StringIds.h"
 #include "LoginProperties/Timeouts/TimeoutControls.h"
-#include "NetUtilities/Logger/Log.h"
+#include "NetUtilities/Log.h"
 #include "WaylineDll/LiveState.h"
 #include "WaylineDll/Messages.h"
 #include "WaylineDll/StringDb.h"

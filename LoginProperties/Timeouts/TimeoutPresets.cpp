@@ -4,7 +4,7 @@
 #include <cstdlib>
 #include <stdexcept>
 
-#include "NetUtilities/Text.h"
+#include "NetUtilities/Text/SplitNonEmpty.h"
 
 namespace {
 

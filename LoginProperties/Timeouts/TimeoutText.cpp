@@ -2,7 +2,7 @@
 
 #include <cstdlib>
 
-#include "NetUtilities/Format.h"
+#include "NetUtilities/Text/Format.h"
 
 namespace {
 

@@ -7,14 +7,14 @@
 #include <sys/stat.h>
 #include <utility>
 
-#include "NetUtilities/ErrnoText.h"
-#include "NetUtilities/ErrorText.h"
-#include "NetUtilities/Format.h"
+#include "NetUtilities/Files/PathData.h"
 #include "NetUtilities/Logger/LogOutputHelper.h"
-#include "NetUtilities/OwnModule.h"
-#include "NetUtilities/PathData.h"
-#include "NetUtilities/Singleton.h"
-#include "NetUtilities/TraceFlags.h"
+#include "NetUtilities/Module/OwnModule.h"
+#include "NetUtilities/Module/Singleton.h"
+#include "NetUtilities/Registry/TraceFlags.h"
+#include "NetUtilities/Text/ErrnoText.h"
+#include "NetUtilities/Text/ErrorText.h"
+#include "NetUtilities/Text/Format.h"
 
 FileLogPlatform fileLogPlatform;
 

@@ -12,7 +12,7 @@
 #include <string>
 #include <vector>
 
-#include "NetUtilities/QueueThread.h"
+#include "NetUtilities/Module/QueueThread.h"
 
 /// Writes lines to a log file of the day that all processes of the client share, on a thread of its own. Reached
 /// through Singleton<FileLogger>; always owned by a shared pointer. It is switched off at first: lines are then queued,

@@ -4,7 +4,7 @@
 #include <atomic>
 #include <cstdint>
 
-#include "NetUtilities/Logger/Log.h"
+#include "NetUtilities/Log.h"
 
 /// The levels up to which messages are logged. Read by every thread that logs, written by the logger thread, one number
 /// at a time.

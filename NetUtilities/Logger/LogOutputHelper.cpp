@@ -2,12 +2,12 @@
 
 #include <windows.h>
 
-#include "NetUtilities/Format.h"
 #include "NetUtilities/Logger/FileLogger.h"
 #include "NetUtilities/Logger/LogPlatform.h"
-#include "NetUtilities/OwnModule.h"
-#include "NetUtilities/Singleton.h"
-#include "NetUtilities/TraceFlags.h"
+#include "NetUtilities/Module/OwnModule.h"
+#include "NetUtilities/Module/Singleton.h"
+#include "NetUtilities/Registry/TraceFlags.h"
+#include "NetUtilities/Text/Format.h"
 
 namespace {
 

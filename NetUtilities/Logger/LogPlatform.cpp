@@ -5,12 +5,12 @@
 #include <objbase.h>
 #include <x86intrin.h>
 
-#include "NetUtilities/ErrorText.h"
-#include "NetUtilities/Format.h"
 #include "NetUtilities/Logger/LogOutputHelper.h"
 #include "NetUtilities/Logger/TraceLogService.h"
-#include "NetUtilities/OwnModule.h"
-#include "NetUtilities/TraceFlags.h"
+#include "NetUtilities/Module/OwnModule.h"
+#include "NetUtilities/Registry/TraceFlags.h"
+#include "NetUtilities/Text/ErrorText.h"
+#include "NetUtilities/Text/Format.h"
 
 namespace {
 

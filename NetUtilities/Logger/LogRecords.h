@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "NetUtilities/Logger/Log.h"
+#include "NetUtilities/Log.h"
 
 /// One message on its way to the logging service.
 struct LogRecord {

@@ -5,12 +5,12 @@
 #include <thread>
 #include <utility>
 
-#include "NetUtilities/Format.h"
 #include "NetUtilities/Logger/LogLine.h"
 #include "NetUtilities/Logger/LogPlatform.h"
 #include "NetUtilities/Logger/TraceScope.h"
-#include "NetUtilities/Singleton.h"
-#include "NetUtilities/TraceBits.h"
+#include "NetUtilities/Module/Singleton.h"
+#include "NetUtilities/Registry/TraceBits.h"
+#include "NetUtilities/Text/Format.h"
 
 namespace {
 
@@ -197,6 +197,25 @@ void Logger::Deliver(const LogRecord& record) {
   const int32_t result = service_->LogMessage(source, static_cast<uint16_t>(record.level), record.text);
   if (Failed(result)) ReportError(L"Unable to send log message!", result);
 }
+
+namespace {
+
+void HandToLogger(LogSource source, LogLevel level, std::wstring_view message) {
+  if (message.empty()) return;
+  if (processLogFilter.IsInUse()) {
+    // Most messages end here, and nearly all others with the next line.
+    if (!processLogFilter.Passes(source, level)) return;
+    // Nobody delivers it, and what it would be queued in may be gone.
+    if (threadPlatform.processEnds()) return;
+    if (Logger::EnqueueIfRunning(*ProcessLogQueue(), source, level, message)) return;
+  }
+  if (threadPlatform.processEnds()) return;
+  if (const auto logger = Singleton<Logger>::Get()) logger->Enqueue(source, level, message);
+}
+
+}  // namespace
+
+void UseLogger() { logHandler = HandToLogger; }
 
 void StopLogger() {
   if (Singleton<Logger>::Exists()) {

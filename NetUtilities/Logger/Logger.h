@@ -11,8 +11,8 @@
 #include "NetUtilities/Logger/LogFilter.h"
 #include "NetUtilities/Logger/LogRecords.h"
 #include "NetUtilities/Logger/LogService.h"
-#include "NetUtilities/Mutex.h"
-#include "NetUtilities/QueueThread.h"
+#include "NetUtilities/Module/Mutex.h"
+#include "NetUtilities/Module/QueueThread.h"
 
 /// The filter of the process's one Logger: known without it, so that a message that is filtered out costs next to
 /// nothing.
@@ -27,11 +27,9 @@ struct NoLogService {};
 
 /// The process-wide logging facility: filters messages by level, stamps them, queues them, and hands them to the
 /// client's logging service on a thread of its own, which also asks the service for the levels. Reached through
-/// Singleton<Logger>, which the free functions of Log.h do; always owned by a shared pointer.
+/// Singleton<Logger>, as Log() does after UseLogger; always owned by a shared pointer.
 class Logger : public QueueThread<LogRecords> {
  public:
-  static constexpr LogSource kDefaultSource = LogSource::General;
-
   /// The process's one.
   Logger() : Logger(processLogFilter, ProcessLogQueue()) {}
 
@@ -74,6 +72,10 @@ class Logger : public QueueThread<LogRecords> {
   std::unique_ptr<LogService> service_;
   std::optional<std::chrono::nanoseconds> refreshedAt_;
 };
+
+/// From now on what this module logs goes to its Logger. Messages that the current level filters out, empty ones, and
+/// those that come while the process ends are dropped. For the beginning of a module or program.
+void UseLogger();
 
 /// Stops the process's Logger if there is one; none is started later.
 void StopLogger();

@@ -2,11 +2,11 @@
 
 #include <utility>
 
-#include "NetUtilities/Format.h"
-#include "NetUtilities/FunctionName.h"
-#include "NetUtilities/Logger/ElapsedText.h"
-#include "NetUtilities/Logger/Log.h"
+#include "NetUtilities/Log.h"
 #include "NetUtilities/Logger/LogPlatform.h"
+#include "NetUtilities/Text/ElapsedText.h"
+#include "NetUtilities/Text/Format.h"
+#include "NetUtilities/Text/FunctionName.h"
 
 TraceScope::TraceScope(unsigned bit, std::wstring_view extraText, Output output, TraceTiming timing,
                        const char* functionName)

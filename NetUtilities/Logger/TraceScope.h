@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "NetUtilities/TraceBits.h"
+#include "NetUtilities/Registry/TraceBits.h"
 
 /// Whether a trace scope says how long it lasted.
 enum class TraceTiming { Untimed, Timed };

@@ -10,8 +10,8 @@
 
 #include "Database/Profiles/ProfileNames.h"
 #include "Database/Profiles/ServiceInfo.h"
-#include "NetUtilities/Format.h"
-#include "NetUtilities/Text.h"
+#include "NetUtilities/Text/Format.h"
+#include "NetUtilities/Text/Utf8.h"
 #include "WaylineDll/Store/EmbeddedSql.h"
 #include "WaylineDll/Store/RecordRows.h"
 #include "WaylineDll/Store/Statement.h"

@@ -6,8 +6,8 @@
 #include <string>
 #include <variant>
 
-#include "NetUtilities/Format.h"
-#include "NetUtilities/Text.h"
+#include "NetUtilities/Text/Format.h"
+#include "NetUtilities/Text/Utf8.h"
 #include "WaylineDll/Store/Statement.h"
 
 namespace {

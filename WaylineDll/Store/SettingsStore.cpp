@@ -11,7 +11,7 @@
 #include <utility>
 
 #include "Database/Profiles/ProfileNames.h"
-#include "NetUtilities/Format.h"
+#include "NetUtilities/Text/Format.h"
 #include "WaylineDll/Store/DatabaseFile.h"
 #include "WaylineDll/Store/RecordRows.h"
 #include "WaylineDll/Store/Statement.h"

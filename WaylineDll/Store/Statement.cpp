@@ -2,7 +2,7 @@
 
 #include <sqlite3.h>
 
-#include "NetUtilities/Text.h"
+#include "NetUtilities/Text/Utf8.h"
 
 int32_t Statement::Prepare(sqlite3* connection, std::wstring_view sql) {
   const std::string utf8 = ToUtf8(sql);

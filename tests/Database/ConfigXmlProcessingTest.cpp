@@ -4,7 +4,7 @@
 
 #include <stdexcept>
 
-#include "NetUtilities/Text.h"
+#include "NetUtilities/Text/Utf8.h"
 
 using testing::ElementsAre;
 using testing::IsEmpty;

@@ -4,7 +4,7 @@
 
 #include <set>
 
-#include "NetUtilities/ErrorText.h"
+#include "NetUtilities/Text/ErrorText.h"
 #include "tests/support/LogCapture.h"
 #include "WaylineDll/StringDb.h"
 

@@ -12,10 +12,10 @@
 #include <string>
 
 #include "LoginProperties/LoginPropertiesContext.h"
-#include "NetUtilities/CrashHandlers.h"
-#include "NetUtilities/ErrorText.h"
-#include "NetUtilities/RegistryNames.h"
-#include "NetUtilities/Text.h"
+#include "NetUtilities/Crash/CrashHandlers.h"
+#include "NetUtilities/Registry/RegistryNames.h"
+#include "NetUtilities/Text/ErrorText.h"
+#include "NetUtilities/Text/Utf8.h"
 #include "tests/support/ClientProcess.h"
 #include "tests/support/DebugMonitor.h"
 #include "tests/support/LoadedModule.h"

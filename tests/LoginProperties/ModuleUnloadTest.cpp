@@ -16,11 +16,11 @@
 #include <tuple>
 #include <vector>
 
-#include "NetUtilities/Format.h"
+#include "NetUtilities/Text/Format.h"
+#include "tests/programs/LoggingModule.h"
 #include "tests/support/ClientProcess.h"
 #include "tests/support/Endurance.h"
 #include "tests/support/LoadedModule.h"
-#include "tests/support/LoggingModule.h"
 #include "tests/support/NumberedMessages.h"
 #include "tests/support/RegisteredService.h"
 #include "tests/support/ResourceCounters.h"

@@ -10,11 +10,11 @@
 #include <string_view>
 #include <vector>
 
-#include "NetUtilities/CrashDump.h"
-#include "NetUtilities/CrashHandlers.h"
+#include "NetUtilities/Crash/CrashDump.h"
+#include "NetUtilities/Crash/CrashHandlers.h"
 #include "NetUtilities/Logger/Logger.h"
 #include "NetUtilities/Logger/LogPlatform.h"
-#include "NetUtilities/Singleton.h"
+#include "NetUtilities/Module/Singleton.h"
 #include "tests/support/FakeLogMachine.h"
 #include "tests/support/OwnProcess.h"
 #include "tests/support/ResourceCounters.h"

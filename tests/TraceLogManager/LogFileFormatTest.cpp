@@ -2,7 +2,7 @@
 
 #include <gmock/gmock.h>
 
-#include "NetUtilities/Text.h"
+#include "NetUtilities/Text/Utf8.h"
 
 namespace {
 

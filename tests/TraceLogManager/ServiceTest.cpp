@@ -16,11 +16,11 @@
 #include <vector>
 #include <wrl/client.h>
 
-#include "NetUtilities/PathData.h"
-#include "NetUtilities/RegistryKey.h"
-#include "NetUtilities/RegistryNames.h"
-#include "NetUtilities/Singleton.h"
-#include "NetUtilities/Text.h"
+#include "NetUtilities/Files/PathData.h"
+#include "NetUtilities/Module/Singleton.h"
+#include "NetUtilities/Registry/RegistryKey.h"
+#include "NetUtilities/Registry/RegistryNames.h"
+#include "NetUtilities/Text/Utf8.h"
 #include "tests/support/FileBytes.h"
 #include "tests/support/OwnProcess.h"
 #include "tests/support/ProgramRun.h"

@@ -6,9 +6,9 @@
 
 #include <filesystem>
 
-#include "NetUtilities/Text.h"
+#include "NetUtilities/Text/Utf8.h"
 #include "tests/support/ProgramRun.h"
-#include "tests/WaylineDll/StoreTest.h"
+#include "tests/WaylineDll/Store/StoreTest.h"
 #include "WaylineDll/Store/DatabaseFile.h"
 
 using testing::HasSubstr;

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "NetUtilities/RegistryNames.h"
+#include "NetUtilities/Registry/RegistryNames.h"
 #include "tests/support/TestRegistryKey.h"
 #include "WaylineDll/LiveState.h"
 

@@ -15,10 +15,10 @@
 #include <utility>
 #include <vector>
 
-#include "NetUtilities/IniText.h"
+#include "NetUtilities/Files/IniText.h"
 #include "NetUtilities/Logger/LogLine.h"
-#include "NetUtilities/RefreshedDword.h"
-#include "NetUtilities/Text.h"
+#include "NetUtilities/Registry/RefreshedDword.h"
+#include "NetUtilities/Text/Utf8.h"
 #include "tests/docs/RegistryExamples.h"
 #include "tests/support/FileBytes.h"
 #include "tests/support/MarkdownPage.h"
@@ -108,7 +108,7 @@ Texts LiteralsLike(const std::string& pattern) {
 Pairs Enumerators(const std::string& enumeration) {
   static const std::regex enumerator(R"((\w+) = (\d+))");
   Pairs pairs;
-  for (const std::string& body : TextsBetween(CodeOf("NetUtilities/Logger/Log.h"), "enum class " + enumeration, "}")) {
+  for (const std::string& body : TextsBetween(CodeOf("NetUtilities/Log.h"), "enum class " + enumeration, "}")) {
     for (std::sregex_iterator found(body.begin(), body.end(), enumerator), end; found != end; ++found) {
       pairs.emplace((*found)[2], (*found)[1]);
     }
@@ -316,10 +316,10 @@ const std::vector<Relay>& Relays() {
   static const std::vector<Relay> relays = {
       {"Find", "Error", {"1"}},                     // ClientLibrary.cpp
       {"GetKnownFolder", "Error", {"1"}},           // PathData.cpp
-      {"KnownFolder", "Error", {"1"}},              // PathData.cpp
+      {"KnownFolder", "Error", {"1"}},              // KnownFolder.cpp
       {"LogError", "Error", {"1", "28"}},           // SQLite.cpp
       {"LogFailure", "Error", {"1"}},               // RegistryKey.cpp
-      {"LogImpersonationFailure", "Error", {"8"}},  // PathData.cpp
+      {"LogImpersonationFailure", "Error", {"8"}},  // ImpersonationScope.cpp
       {"LogLastError", "Error", {"1"}},             // UserAccount.cpp
       {"LogMissing", "Error", {"1"}},               // ClientLibrary.cpp
       {"debuggerOutput", "-", {"-"}},               // to the debugger output, past the log
@@ -382,14 +382,14 @@ TEST(AdministrationPage, NamesEveryLogLine) {
   written.insert(Line("Detail", "28", "{}"));  // statements of the database, from OnSqliteStatement
   EXPECT_THAT(LinesInPage(), ContainerEq(written));
 
-  EXPECT_THAT(passedOn, ElementsAre("Detail, 28: Database/SQLite/SQLiteDatabase.cpp",  // OnSqliteStatement
-                                    "Error, 1: Database/SQLite/SQLite.cpp",            // LogError
-                                    "Error, 1: LoginProperties/ClientLibrary.cpp",     // LogMissing
-                                    "Error, 1: NetUtilities/PathData.cpp",             // KnownFolder
-                                    "Error, 1: NetUtilities/RegistryKey.cpp",          // LogFailure
-                                    "Error, 1: NetUtilities/UserAccount.cpp",          // LogLastError
-                                    "Error, 28: Database/SQLite/SQLite.cpp",           // LogError
-                                    "Error, 8: NetUtilities/PathData.cpp",             // LogImpersonationFailure
-                                    "Trace, 1: NetUtilities/Logger/TraceScope.cpp"))   // WriteToLog
+  EXPECT_THAT(passedOn, ElementsAre("Detail, 28: Database/SQLite/SQLiteDatabase.cpp",       // OnSqliteStatement
+                                    "Error, 1: Database/SQLite/SQLite.cpp",                 // LogError
+                                    "Error, 1: LoginProperties/ClientLibrary.cpp",          // LogMissing
+                                    "Error, 1: NetUtilities/Files/KnownFolder.cpp",         // KnownFolder
+                                    "Error, 1: NetUtilities/Registry/RegistryKey.cpp",      // LogFailure
+                                    "Error, 1: NetUtilities/Registry/UserAccount.cpp",      // LogLastError
+                                    "Error, 28: Database/SQLite/SQLite.cpp",                // LogError
+                                    "Error, 8: NetUtilities/Files/ImpersonationScope.cpp",  // LogImpersonationFailure
+                                    "Trace, 1: NetUtilities/Logger/TraceScope.cpp"))        // WriteToLog
       << "A function that passes texts on to the log belongs into Relays().";
 }

@@ -8,7 +8,7 @@
 
 #include "LoginProperties/Preferences/PreferenceTree.h"
 #include "tests/support/FileBytes.h"
-#include "tests/WaylineDll/StoreTest.h"
+#include "tests/WaylineDll/Store/StoreTest.h"
 
 namespace {
 

@@ -4,8 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "NetUtilities/Logger/Log.h"
-#include "NetUtilities/Text.h"
+#include "NetUtilities/Log.h"
 #include "tests/fuzz/FuzzInput.h"
 #include "tests/fuzz/Require.h"
 #include "TraceLogManager/LogSources.h"

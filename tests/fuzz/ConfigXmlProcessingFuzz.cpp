@@ -6,10 +6,10 @@
 #include <vector>
 
 #include "Database/Profiles/Profiles.h"
-#include "Database/SQLite/Utf16.h"
-#include "NetUtilities/Text.h"
-#include "tests/Database/EveryKind.h"
-#include "tests/Database/MemberText.h"
+#include "NetUtilities/Text/StringToBool.h"
+#include "NetUtilities/Text/Utf16.h"
+#include "tests/Database/SQLite/EveryKind.h"
+#include "tests/Database/SQLite/MemberText.h"
 #include "tests/fuzz/DecimalReference.h"
 #include "tests/fuzz/FuzzInput.h"
 #include "tests/fuzz/Require.h"

@@ -3,7 +3,7 @@
 #include <fstream>
 
 #include "Database/SQLite/SQLiteDatabaseManager.h"
-#include "NetUtilities/Text.h"
+#include "NetUtilities/Text/Utf8.h"
 #include "tests/fuzz/FuzzInput.h"
 #include "tests/fuzz/Require.h"
 

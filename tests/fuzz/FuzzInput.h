@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "NetUtilities/Text.h"
+#include "NetUtilities/Text/Utf8.h"
 
 /// Takes the bytes of one input apart, from front to back. What is behind the end is zero or empty.
 class FuzzInput {

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <optional>
 
-#include "NetUtilities/IniText.h"
-#include "NetUtilities/Text.h"
+#include "NetUtilities/Files/IniText.h"
+#include "NetUtilities/Text/DecodeText.h"
 #include "tests/fuzz/FuzzInput.h"
 #include "tests/fuzz/Require.h"
 

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "NetUtilities/Format.h"
-#include "NetUtilities/MessageText.h"
+#include "NetUtilities/Text/Format.h"
+#include "NetUtilities/Text/MessageText.h"
 #include "tests/fuzz/FuzzInput.h"
 #include "tests/fuzz/Require.h"
 #include "WaylineDll/Substitution.h"

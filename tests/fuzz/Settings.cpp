@@ -1,6 +1,6 @@
 // What all fuzz programs have in common.
 
-#include "NetUtilities/Logger/Log.h"
+#include "NetUtilities/Log.h"
 
 // The sanitizers ask for their settings by these names. Inputs are many and short-lived: little is kept of what they
 // freed.

@@ -9,8 +9,8 @@
 #include <vector>
 
 #include "Database/SQLite/SQLite.h"
-#include "Database/SQLite/Utf16.h"
-#include "NetUtilities/Text.h"
+#include "NetUtilities/Text/Utf16.h"
+#include "NetUtilities/Text/Utf8.h"
 #include "tests/fuzz/DatabaseFuzz.h"
 #include "tests/fuzz/FuzzInput.h"
 #include "tests/fuzz/Require.h"

@@ -7,7 +7,7 @@
 #include <optional>
 
 #include "Database/SQLite/SQLiteDatabaseManager.h"
-#include "NetUtilities/Singleton.h"
+#include "NetUtilities/Module/Singleton.h"
 #include "tests/fuzz/DatabaseFuzz.h"
 #include "tests/fuzz/Require.h"
 #include "tests/support/FileBytes.h"

@@ -3,8 +3,8 @@
 #include <atomic>
 #include <utility>
 
-#include "NetUtilities/Format.h"
-#include "NetUtilities/TraceBits.h"
+#include "NetUtilities/Registry/TraceBits.h"
+#include "NetUtilities/Text/Format.h"
 
 namespace {
 

@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "NetUtilities/Logger/LogPlatform.h"
-#include "NetUtilities/ModuleThread.h"
+#include "NetUtilities/Module/ModuleThread.h"
 #include "tests/support/Substituted.h"
 
 /// The machine as the Logger sees it, while this lives: a logging service that remembers what it gets, a clock that is

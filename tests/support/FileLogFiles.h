@@ -7,13 +7,13 @@
 #include <string>
 #include <system_error>
 
-#include "NetUtilities/ErrorText.h"
-#include "NetUtilities/Format.h"
+#include "NetUtilities/Files/PathData.h"
 #include "NetUtilities/Logger/FileLogger.h"
-#include "NetUtilities/OwnModule.h"
-#include "NetUtilities/PathData.h"
-#include "NetUtilities/Singleton.h"
-#include "NetUtilities/Text.h"
+#include "NetUtilities/Module/OwnModule.h"
+#include "NetUtilities/Module/Singleton.h"
+#include "NetUtilities/Text/ErrorText.h"
+#include "NetUtilities/Text/Format.h"
+#include "NetUtilities/Text/Utf8.h"
 #include "tests/support/FileBytes.h"
 
 /// A day on which a FileLogger of a test writes.

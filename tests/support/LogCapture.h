@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "NetUtilities/Logger/Log.h"
-#include "NetUtilities/Text.h"
+#include "NetUtilities/Log.h"
+#include "NetUtilities/Text/Utf8.h"
 
 /// While it lives, all messages are collected here, of whatever level, instead of being handed to the Logger. One at a
 /// time; any thread may log.

@@ -1,6 +1,6 @@
 #include <gmock/gmock.h>
 
-#include "NetUtilities/Logger/Log.h"
+#include "NetUtilities/Log.h"
 
 int main(int argc, char** argv) {
   // Tests that want messages catch them: there is no logging service for what else is logged.

@@ -5,10 +5,10 @@
 #include <utility>
 
 #include "Database/SQLite/DatabasePlatform.h"
-#include "NetUtilities/Format.h"
 #include "NetUtilities/Logger/LogPlatform.h"
-#include "NetUtilities/ModuleThread.h"
-#include "NetUtilities/Text.h"
+#include "NetUtilities/Module/ModuleThread.h"
+#include "NetUtilities/Text/Format.h"
+#include "NetUtilities/Text/Utf8.h"
 
 LogPlatform logPlatform = {
     .localTime = [] { return LogTime{1, 1, 0, 0, 0, 0}; },

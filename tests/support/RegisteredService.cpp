@@ -8,7 +8,7 @@
 #include <stdexcept>
 #include <type_traits>
 
-#include "NetUtilities/Text.h"
+#include "NetUtilities/Text/IgnoringCase.h"
 #include "tests/support/ProgramRun.h"
 #include "tests/support/WaitUntil.h"
 #include "TraceLogManager/TraceLogManager.h"

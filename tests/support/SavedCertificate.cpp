@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 #include <wincrypt.h>
 
-#include "NetUtilities/Format.h"
+#include "NetUtilities/Text/Format.h"
 
 namespace {
 

@@ -8,8 +8,8 @@
 #include <string>
 #include <string_view>
 
-#include "NetUtilities/PathData.h"
-#include "NetUtilities/Singleton.h"
+#include "NetUtilities/Files/PathData.h"
+#include "NetUtilities/Module/Singleton.h"
 #include "tests/support/WaitUntil.h"
 
 /// What the logging service writes into its files from the beginning of this object on.

@@ -5,9 +5,9 @@
 #include <fstream>
 #include <string_view>
 
-#include "NetUtilities/IniFile.h"
-#include "NetUtilities/PathData.h"
-#include "NetUtilities/Singleton.h"
+#include "NetUtilities/Files/IniFile.h"
+#include "NetUtilities/Files/PathData.h"
+#include "NetUtilities/Module/Singleton.h"
 
 /// The file of test switches, "Testing.ini" in the program-data folder, while it lives.
 class TestingIni {

@@ -2,7 +2,7 @@
 
 #include "tests/support/ThreadFaults.h"
 
-#include "NetUtilities/ModuleThreadPlatform.h"
+#include "NetUtilities/Module/ModuleThreadPlatform.h"
 #include "tests/support/FaultPlan.h"
 
 namespace {

@@ -1,6 +1,6 @@
 #include "tests/support/TreeItems.h"
 
-#include "NetUtilities/Text.h"
+#include "NetUtilities/Text/Utf8.h"
 
 namespace {
 

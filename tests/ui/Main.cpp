@@ -1,6 +1,6 @@
 #include <gmock/gmock.h>
 
-#include "NetUtilities/Logger/Log.h"
+#include "NetUtilities/Log.h"
 #include "tests/support/RegisteredService.h"
 #include "tests/ui/Screenshot.h"
 

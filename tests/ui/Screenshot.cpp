@@ -8,7 +8,7 @@
 #include <filesystem>
 #include <string>
 
-#include "NetUtilities/Text.h"
+#include "NetUtilities/Text/Utf8.h"
 #include "tests/support/WaitUntil.h"
 
 namespace {

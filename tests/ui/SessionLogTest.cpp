@@ -8,7 +8,6 @@
 
 #include "LoginProperties/ProfilePage/ProfileControls.h"
 #include "LoginProperties/Timeouts/TimeoutControls.h"
-#include "NetUtilities/Text.h"
 #include "tests/support/ServiceLog.h"
 #include "tests/ui/SheetDriver.h"
 #include "tests/ui/TestContext.h"

@@ -21,7 +21,7 @@
 #include "LoginProperties/Preferences/PreferenceTree.h"
 #include "LoginProperties/ProfilePage/ProfileControls.h"
 #include "LoginProperties/WiFiSwitching/AutoReconnectControls.h"
-#include "NetUtilities/Text.h"
+#include "NetUtilities/Text/Utf8.h"
 #include "tests/support/Endurance.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/TreeItems.h"

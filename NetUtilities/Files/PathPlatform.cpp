@@ -1,0 +1,3 @@
+#include "NetUtilities/Files/PathPlatform.h"
+
+PathPlatform pathPlatform;

@@ -1,0 +1,244 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <memory>
+#include <mutex>
+#include <utility>
+
+#include "NetUtilities/Module/ModuleThread.h"
+#include "NetUtilities/Module/Mutex.h"
+
+/// A queue and the thread that empties it. Always owned by a shared pointer.
+///
+/// A module may be unloaded at any time when nobody is in a call to it, and is told so under a lock that a thread needs
+/// to begin and to end: waiting there for a thread waits for ever. So the thread keeps the module loaded (see
+/// ThreadPlatform::start), and in turn lives only as long as it is needed: while somebody holds it, while there are
+/// items, and a moment longer. When the module is told that it will be unloaded, there is no thread, and nothing is
+/// queued but what no thread could be started for.
+///
+/// `Items` is a container with empty(), clear() and swap().
+template <typename Items>
+class QueueThread : public std::enable_shared_from_this<QueueThread<Items>> {
+ public:
+  /// The items, and what is known of the thread. Outlives the object for as long as its thread needs it, or longer: who
+  /// adds many items may keep it at hand.
+  class Queue {
+   public:
+    Queue() = default;
+    Queue(const Queue&) = delete;
+    Queue& operator=(const Queue&) = delete;
+
+    /// Has `add` add an item if the thread runs; returns false if not.
+    template <typename Add>
+    bool AddIfRunning(Add add) {
+      bool wake = false;
+      {
+        const std::scoped_lock lock(mutex);
+        if (!running) return false;
+        wake = Append(add);
+      }
+      if (wake) wakeUp.NotifyOne();
+      return true;
+    }
+
+    /// No thread is started any more; one that runs ends when it has delivered all items.
+    void Close() {
+      const std::scoped_lock lock(mutex);
+      stopping = true;
+      wakeUp.NotifyAll();
+    }
+
+   private:
+    friend class QueueThread;
+
+    // To be called under the lock. True when the thread must be woken after it.
+    template <typename Add>
+    bool Append(Add add) {
+      add(items);
+      return std::exchange(asleep, false);
+    }
+
+    Mutex mutex;
+    Condition wakeUp;
+    Condition progress;  // all items are delivered, or a thread has ended
+    Items items;
+    int holders = 0;
+    int threads = 0;        // those that may still touch the object
+    bool running = false;   // one of them takes items
+    bool delivers = false;  // it has taken some
+    bool asleep = false;    // it must be woken to see a new item
+    bool stopping = false;  // it is to end, and none is to be started
+    bool unable = false;    // it could not begin
+
+    bool MarkStarted() {
+      if (running || stopping || unable) return false;
+      running = true;
+      ++threads;
+      return true;
+    }
+
+    // False when an item has come since the thread looked last.
+    bool MarkEnded() {
+      const std::scoped_lock lock(mutex);
+      if (!items.empty() && !unable) return false;
+      running = false;
+      progress.NotifyAll();
+      return true;
+    }
+
+    bool IsBusy() const { return running && (delivers || !items.empty()); }
+
+    void MarkGone() {
+      const std::scoped_lock lock(mutex);
+      --threads;
+      progress.NotifyAll();
+    }
+
+    // Waits for items and takes all. False when the thread is to end. After an item the thread naps for a while instead
+    // of sleeping, so that those who bring the next ones need not wake it, which would cost them many times more than
+    // everything else that they do.
+    bool Take(Items& taken) {
+      constexpr auto kNap = std::chrono::milliseconds(1);
+      constexpr int kNaps = 20;
+      constexpr auto kLongNap = std::chrono::milliseconds(10);
+      constexpr int kLongNaps = 100;
+      std::unique_lock lock(mutex);
+      delivers = false;
+      if (items.empty()) progress.NotifyAll();
+      for (int naps = 0; items.empty(); ++naps) {
+        if (stopping) return false;
+        if (naps < kNaps) {
+          wakeUp.WaitFor(lock, kNap);
+        } else if (holders == 0) {
+          return false;
+        } else if (naps < kNaps + kLongNaps) {
+          wakeUp.WaitFor(lock, kLongNap);
+        } else {
+          asleep = true;
+          wakeUp.Wait(lock);
+          asleep = false;
+        }
+      }
+      taken.swap(items);
+      delivers = true;
+      return true;
+    }
+  };
+
+  explicit QueueThread(std::shared_ptr<Queue> queue = std::make_shared<Queue>()) : queue_(std::move(queue)) {}
+  virtual ~QueueThread() = default;
+  QueueThread(const QueueThread&) = delete;
+  QueueThread& operator=(const QueueThread&) = delete;
+
+  /// Keeps the thread, once it runs, from ending for want of items.
+  void Hold() {
+    const std::scoped_lock lock(queue_->mutex);
+    ++queue_->holders;
+  }
+
+  /// Undoes Hold.
+  void Release() {
+    // Other threads are gone when the process ends, and may have taken the lock with them.
+    if (threadPlatform.processEnds()) return;
+    const std::scoped_lock lock(queue_->mutex);
+    --queue_->holders;
+    queue_->wakeUp.NotifyAll();
+  }
+
+  /// Waits until all items have been delivered, as far as there is a thread that does so, but no longer than `limit`.
+  void Flush(std::chrono::milliseconds limit) {
+    if (threadPlatform.processEnds()) return;
+    const auto end = std::chrono::steady_clock::now() + limit;
+    std::unique_lock lock(queue_->mutex);
+    queue_->wakeUp.NotifyAll();
+    while (queue_->IsBusy()) {
+      const auto left = end - std::chrono::steady_clock::now();
+      if (left <= left.zero()) return;
+      queue_->progress.WaitFor(lock, left);
+    }
+  }
+
+  /// Waits until the thread has delivered all items and is done with this object. Items that come later are queued and
+  /// stay so.
+  void Stop() {
+    if (threadPlatform.processEnds()) return;
+    std::unique_lock lock(queue_->mutex);
+    queue_->stopping = true;
+    queue_->wakeUp.NotifyAll();
+    while (queue_->threads != 0) queue_->progress.Wait(lock);
+  }
+
+ protected:
+  /// Starts the thread if it does not run. Returns 0 or the system's error.
+  uint32_t StartThread() {
+    {
+      const std::scoped_lock lock(queue_->mutex);
+      if (!queue_->MarkStarted()) return 0;
+    }
+    return Start();
+  }
+
+  /// Has `add` add an item, and starts the thread if it does not run and `mayStart`. Returns 0 or the system's error.
+  /// Without a thread the item stays for the next start.
+  template <typename Add>
+  uint32_t Push(Add add, bool mayStart = true) {
+    bool wake = false;
+    bool start = false;
+    {
+      const std::scoped_lock lock(queue_->mutex);
+      wake = queue_->Append(add);
+      start = mayStart && queue_->MarkStarted();
+    }
+    if (wake) queue_->wakeUp.NotifyOne();
+    return start ? Start() : 0;
+  }
+
+  /// Takes the items that no thread has delivered. For the end of the object: there are some if no thread could be
+  /// started for them.
+  Items TakeUndelivered() {
+    const std::scoped_lock lock(queue_->mutex);
+    return std::exchange(queue_->items, {});
+  }
+
+  bool IsStopping() const {
+    const std::scoped_lock lock(queue_->mutex);
+    return queue_->stopping;
+  }
+
+  // All that the thread does, between its beginning and its end.
+  virtual void ThreadBody() {
+    if (!BeginThread()) {
+      const std::scoped_lock lock(queue_->mutex);
+      queue_->unable = true;
+      return;
+    }
+    for (Items items; queue_->Take(items); items.clear()) Deliver(items);
+    EndThread();
+  }
+
+  // What happens on the thread. When BeginThread returns false the thread ends, never to be started again. A thread
+  // that has begun ends with EndThread.
+  virtual bool BeginThread() = 0;
+  virtual void Deliver(Items& items) = 0;
+  virtual void EndThread() = 0;
+
+ private:
+  uint32_t Start() {
+    const uint32_t code = threadPlatform.start([self = this->shared_from_this(), queue = queue_]() mutable {
+      do self->ThreadBody();
+      while (!queue->MarkEnded());
+      self.reset();
+      queue->MarkGone();
+    });
+    if (code != 0) {
+      const std::scoped_lock lock(queue_->mutex);
+      queue_->running = false;
+      --queue_->threads;
+      queue_->progress.NotifyAll();
+    }
+    return code;
+  }
+
+  const std::shared_ptr<Queue> queue_;
+};
