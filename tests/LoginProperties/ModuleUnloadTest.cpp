@@ -186,7 +186,9 @@ TEST_P(ModuleUnload, AMomentAfterTheMessages) {
     {
       const Module module(ItsTarget());
       module.Log(L"unload", Count());
-      Sleep(200);  // the thread has gone to rest, or is about to
+      // From round to round the thread still works, is about to rest, and has been at rest for a while.
+      constexpr DWORD kStepMilliseconds = 10;
+      Sleep(kStepMilliseconds * static_cast<DWORD>(round % 8));
     }
     ASSERT_TRUE(IsUnloaded());
     delivery.Is(1, Count());

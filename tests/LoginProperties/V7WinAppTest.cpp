@@ -18,6 +18,7 @@
 #include "tests/support/FakeLogMachine.h"
 #include "tests/support/OwnProcess.h"
 #include "tests/support/ResourceCounters.h"
+#include "tests/support/Substituted.h"
 
 namespace {
 
@@ -73,9 +74,20 @@ class V7WinAppTest : public testing::Test {
   V7WinApp application_;
 
  private:
+  const Substituted<LogHandler> logHandler_{logHandler};
   LPTOP_LEVEL_EXCEPTION_FILTER filter_ = Filter();
   _invalid_parameter_handler handler_ = _get_invalid_parameter_handler();
 };
+
+TEST_F(V7WinAppTest, HandsTheModulesMessagesToItsLogger) {
+  InOwnProcess([this] {
+    FakeLogMachine machine;
+    application_.InitInstance(Instance());
+    Log(LogLevel::Error, L"from the module");
+    EXPECT_TRUE(machine.WaitForSent(1));
+    StopLogger();
+  });
+}
 
 TEST_F(V7WinAppTest, IsCalledPavise) { EXPECT_EQ(application_.Name(), L"Pavise"); }
 

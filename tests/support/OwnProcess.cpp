@@ -50,6 +50,8 @@ class TestProcess {
     // overflows ends with 0.
     SetEnvironmentVariableW(L"TEST_PREMATURE_EXIT_FILE", unfinished_.c_str());
     SetEnvironmentVariableA(kNote, settings.note.c_str());
+    // The test is in this program's part of the tests; in the other's it may not be.
+    SetEnvironmentVariableA("GTEST_TOTAL_SHARDS", nullptr);
     const std::wstring program = settings.program.empty() ? ThisProgram().wstring() : settings.program;
     std::wstring desktop = settings.desktop;
     STARTUPINFOW startup{};
