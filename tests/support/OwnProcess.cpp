@@ -52,6 +52,7 @@ class TestProcess {
     SetEnvironmentVariableA(kNote, settings.note.c_str());
     // The test is in this program's part of the tests; in the other's it may not be.
     SetEnvironmentVariableA("GTEST_TOTAL_SHARDS", nullptr);
+    SetEnvironmentVariableA("GTEST_SHARD_INDEX", nullptr);
     const std::wstring program = settings.program.empty() ? ThisProgram().wstring() : settings.program;
     std::wstring desktop = settings.desktop;
     STARTUPINFOW startup{};
