@@ -2,20 +2,13 @@
 
 #include <windows.h>
 
-#include <cstdint>
 #include <memory>
 
 #include "Database/Profiles/Preference.h"
 #include "Database/Profiles/Profile.h"
+#include "LoginProperties/SheetMode.h"
 #include "WaylineDll/AutoStartItem.h"
 #include "WaylineDll/ConfigSetting.h"
-
-/// Which pages the sheet has.
-enum class SheetMode : uint32_t {
-  Full = 1,
-  TimeoutsOnly = 2,
-  WiFiSwitchingOnly = 3,
-};
 
 /// What the caller hands to ShowLoginProperties and gets back. Copying it copies the tables; the records themselves are
 /// shared by all copies.

@@ -1,8 +1,8 @@
 #include "LoginProperties/PageSet.h"
 
-std::vector<Page> PagesOf(unsigned mode, bool (*isOnWinLogonDesktop)()) {
+std::vector<Page> PagesOf(SheetMode mode, bool (*isOnWinLogonDesktop)()) {
   switch (mode) {
-    case 1: {
+    case SheetMode::Full: {
       std::vector<Page> pages = {Page::General, Page::Preferences};
       if (!isOnWinLogonDesktop()) pages.push_back(Page::Autostart);
       if (!isOnWinLogonDesktop()) pages.push_back(Page::Proxy);
@@ -10,11 +10,10 @@ std::vector<Page> PagesOf(unsigned mode, bool (*isOnWinLogonDesktop)()) {
       pages.push_back(Page::WiFiSwitching);
       return pages;
     }
-    case 2:
+    case SheetMode::TimeoutsOnly:
       return {Page::Timeouts};
-    case 3:
+    case SheetMode::WiFiSwitchingOnly:
       return {Page::WiFiSwitching};
-    default:
-      return {};
   }
+  return {};
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <string>
 
 #include "NetUtilities/Log.h"
@@ -42,9 +43,9 @@ ptrdiff_t CountChanged(const Table& table) {
 
 namespace SheetLog {
 
-void Opened(unsigned mode, const ProfileTable& profiles, const CurrentProfile& current) {
-  Log(LogLevel::Info, Format(L"Login properties opened: mode {}, profile {}, profiles in all: {}", mode,
-                             NameOf(current), profiles.size()));
+void Opened(SheetMode mode, const ProfileTable& profiles, const CurrentProfile& current) {
+  Log(LogLevel::Info, Format(L"Login properties opened: mode {}, profile {}, profiles in all: {}",
+                             static_cast<uint32_t>(mode), NameOf(current), profiles.size()));
 }
 
 void Confirmed(const ProfileTable& profiles, const PreferenceTable& preferences, const AutoStartTable& autoStartItems,

@@ -5,6 +5,7 @@
 
 #include "Database/Profiles/Preference.h"
 #include "Database/Profiles/Profile.h"
+#include "LoginProperties/SheetMode.h"
 #include "WaylineDll/AutoStartItem.h"
 #include "WaylineDll/ConfigSetting.h"
 
@@ -15,7 +16,7 @@ namespace SheetLog {
 using CurrentProfile = std::shared_ptr<Profile>;
 
 /// The sheet opens in a mode.
-void Opened(unsigned mode, const ProfileTable& profiles, const CurrentProfile& current);
+void Opened(SheetMode mode, const ProfileTable& profiles, const CurrentProfile& current);
 
 /// The user has pressed OK: names the profiles that the caller gets back changed, and counts the other records.
 void Confirmed(const ProfileTable& profiles, const PreferenceTable& preferences, const AutoStartTable& autoStartItems,

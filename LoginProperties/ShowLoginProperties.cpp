@@ -114,22 +114,20 @@ extern "C" INT_PTR ShowLoginProperties(LoginPropertiesContext* callersContext) {
   PrepareCrashDump();
   LoginPropertiesContext& context = GetContext();
   context = *callersContext;
-  SheetLog::Opened(static_cast<unsigned>(context.mode), context.profiles, context.currentProfile);
+  SheetLog::Opened(context.mode, context.profiles, context.currentProfile);
 
   const SheetPages pages(context.parentWindow);
   std::vector<PageDescription> descriptions;
-  for (const Page page : PagesOf(static_cast<unsigned>(context.mode), IsRunningInWinLogonDesktop)) {
+  for (const Page page : PagesOf(context.mode, IsRunningInWinLogonDesktop)) {
     descriptions.push_back(DescribePage(pages.Get(page), context.resourceInstance));
   }
 
   const INT_PTR result = ShowSheet(context, descriptions);
-  constexpr INT_PTR kConfirmed = 1;
-  constexpr INT_PTR kFailed = -1;
-  if (result == kConfirmed) {
+  if (result == kSheetConfirmed) {
     SheetLog::Confirmed(context.profiles, context.preferences, context.autoStartItems, context.manualConfigs,
                         context.autoConfigs);
     *callersContext = context;
-  } else if (result != kFailed) {
+  } else if (result != kSheetNotShown) {
     SheetLog::Cancelled();
   }
   return result;

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "LoginProperties/LoginPropertiesContext.h"
+#include "LoginProperties/SheetResult.h"
 #include "NetUtilities/CommandLine/Utf8Console.h"
 #include "NetUtilities/Files/PathData.h"
 #include "NetUtilities/Logger/Logger.h"
@@ -29,9 +30,6 @@ namespace {
 constexpr int kSuccess = 0;
 constexpr int kFailed = 1;
 constexpr int kBadCommandLine = 2;
-
-constexpr INT_PTR kSheetConfirmed = 1;
-constexpr INT_PTR kSheetNotShown = -1;
 
 // The sheet's thread is a COM apartment: the log service and the shell need one.
 class ComApartment {
@@ -94,7 +92,7 @@ int ShowSheet(const Options& options, ProfileTable profiles) {
   }
   if (const Failure failure = module.Load()) return LogAndFail(*failure);
   context.resourceInstance = module.Instance();
-  context.mode = static_cast<SheetMode>(options.mode);
+  context.mode = options.mode;
   context.profiles = std::move(profiles);
 
   // The sheet's records are ours: after any other result than OK they hold edits that nobody wants, and are

@@ -7,9 +7,16 @@
 
 #include "NetUtilities/Text/Utf8.h"
 
+namespace {
+
+constexpr int NumberOf(SheetMode mode) { return static_cast<int>(mode); }
+
+}  // namespace
+
 CommandLine ParseCommandLine(const std::vector<std::wstring>& arguments) {
   CommandLine commandLine;
   Options& options = commandLine.options;
+  auto mode = static_cast<uint32_t>(options.mode);
   std::string database;
 
   CLI::App app("Shows the login properties sheet on a settings database and saves what the user changes.", "Wayline");
@@ -17,9 +24,10 @@ CommandLine ParseCommandLine(const std::vector<std::wstring>& arguments) {
   // The parser itself takes an empty number for none.
   const CLI::Validator notEmpty([](const std::string& value) { return std::string(value.empty() ? "no value" : ""); },
                                 "");
-  app.add_option("--mode", options.mode, "Pages of the sheet: 1 all, 2 Timeouts only, 3 Wi-Fi Switching only")
+  app.add_option("--mode", mode, "Pages of the sheet: 1 all, 2 Timeouts only, 3 Wi-Fi Switching only")
       ->check(notEmpty)
-      ->check(CLI::IsMember({1, 2, 3}));
+      ->check(CLI::IsMember(
+          {NumberOf(SheetMode::Full), NumberOf(SheetMode::TimeoutsOnly), NumberOf(SheetMode::WiFiSwitchingOnly)}));
   app.add_option("--profile", options.profile, "Id of the profile to select; the active one by default")
       ->check(notEmpty);
   app.add_option("--database", database, "Settings database; created with sample data when it is missing")
@@ -45,6 +53,7 @@ CommandLine ParseCommandLine(const std::vector<std::wstring>& arguments) {
   } catch (const CLI::ParseError& error) {
     commandLine.answer = {std::string("The command line is not understood: ") + error.what() + ".\n", true};
   }
+  options.mode = SheetMode{mode};
   options.database = FromUtf8(database);
   return commandLine;
 }

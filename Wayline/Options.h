@@ -5,9 +5,11 @@
 #include <string>
 #include <vector>
 
+#include "LoginProperties/SheetMode.h"
+
 /// What the user asks the program to do.
 struct Options {
-  uint32_t mode = 1;                // which pages the sheet has: 1 all, 2 Timeouts, 3 Wi-Fi Switching
+  SheetMode mode = SheetMode::Full;
   std::optional<uint32_t> profile;  // the profile to select; the active one when not given
   std::wstring database;            // the settings database; the user's own when empty
   bool list = false;                // print the profiles instead of showing the sheet

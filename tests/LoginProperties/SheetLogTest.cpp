@@ -27,8 +27,8 @@ class SheetLogTest : public testing::Test {
 };
 
 TEST_F(SheetLogTest, TellsWhatTheSheetWasOpenedOn) {
-  SheetLog::Opened(1, profiles_, home_);
-  SheetLog::Opened(2, {}, nullptr);
+  SheetLog::Opened(SheetMode::Full, profiles_, home_);
+  SheetLog::Opened(SheetMode::TimeoutsOnly, {}, nullptr);
   EXPECT_THAT(log_.Messages(),
               ElementsAre(Info(L"Login properties opened: mode 1, profile 2002 'Home', profiles in all: 2"),
                           Info(L"Login properties opened: mode 2, profile (none), profiles in all: 0")));

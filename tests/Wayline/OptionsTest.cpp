@@ -29,7 +29,7 @@ std::string Refusal(const std::vector<std::wstring>& arguments) {
 
 TEST(Options, DefaultToTheWholeSheetOnTheUsersDatabase) {
   const Options options = Parsed({});
-  EXPECT_EQ(options.mode, 1u);
+  EXPECT_EQ(options.mode, SheetMode::Full);
   EXPECT_EQ(options.profile, std::nullopt);
   EXPECT_EQ(options.database, L"");
   EXPECT_FALSE(options.list);
@@ -38,7 +38,7 @@ TEST(Options, DefaultToTheWholeSheetOnTheUsersDatabase) {
 
 TEST(Options, AreReadInAnyOrder) {
   const Options options = Parsed({L"--json", L"--profile", L"2002", L"--mode=3", L"--list"});
-  EXPECT_EQ(options.mode, 3u);
+  EXPECT_EQ(options.mode, SheetMode::WiFiSwitchingOnly);
   EXPECT_EQ(options.profile, 2002u);
   EXPECT_TRUE(options.list);
   EXPECT_TRUE(options.json);

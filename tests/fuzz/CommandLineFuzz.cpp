@@ -55,9 +55,10 @@ void CheckHost(const Arguments& arguments) {
     return;
   }
   const Options& options = commandLine.options;
-  Require(options.mode >= 1 && options.mode <= 3);
+  Require(options.mode >= SheetMode::Full && options.mode <= SheetMode::WiFiSwitchingOnly);
   Require(!options.json || options.list);
-  if (arguments.empty()) Require(options.mode == 1 && !options.profile && options.database.empty() && !options.list);
+  if (arguments.empty())
+    Require(options.mode == SheetMode::Full && !options.profile && options.database.empty() && !options.list);
   // An id is taken as it is written.
   const auto written = std::ranges::find(arguments, L"--profile");
   if (written != arguments.end() && std::next(written) != arguments.end() && Count(arguments, L"--database") == 0 &&

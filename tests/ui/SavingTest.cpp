@@ -59,7 +59,7 @@ TEST_F(Saving, TimeoutsChosenOnTheSheetAreThereAfterARestart) {
     sheet.Pick(IDC_TIMEOUT_DURATION, L" 2 hours");
     sheet.Pick(IDC_TIMEOUT_WARNING, L" 3 minutes");
     sheet.PressOk();
-    ASSERT_EQ(sheet.Result(), 1);
+    ASSERT_EQ(sheet.Result(), kSheetConfirmed);
   }
   EXPECT_THAT(Save(), ElementsAre(RecordChange{RecordKind::Profile, kFollowsDefaults, ChangeState::Changed}));
 
@@ -88,7 +88,7 @@ TEST_F(Saving, OfTheOtherProfilesNothingChanges) {
     sheet.Click(IDC_OVERRIDE_CHECK);
     sheet.Pick(IDC_TIMEOUT_DURATION, L" 1 hour");
     sheet.PressOk();
-    ASSERT_EQ(sheet.Result(), 1);
+    ASSERT_EQ(sheet.Result(), kSheetConfirmed);
   }
   EXPECT_THAT(Save(), ElementsAre(RecordChange{RecordKind::Profile, kFollowsDefaults, ChangeState::Changed}));
   ProfileTable after;
@@ -117,7 +117,7 @@ TEST_F(Saving, WiFiSwitchingChosenOnTheSheetIsThereAfterARestart) {
     sheet.Focus(IDC_PROFILE_COMBO);
     sheet.Click(IDC_RECONNECT_AT_ONCE_RADIO);
     sheet.PressOk();
-    ASSERT_EQ(sheet.Result(), 1);
+    ASSERT_EQ(sheet.Result(), kSheetConfirmed);
   }
   EXPECT_THAT(Save(), ElementsAre(RecordChange{RecordKind::Profile, kFollowsDefaults, ChangeState::Changed}));
 
@@ -149,7 +149,7 @@ TEST_F(Saving, WiFiSwitchingThatWasOnlyLookedAtWritesNothing) {
     SheetDriver sheet(context);
     sheet.SelectTab(L"Wi-Fi Switching");
     sheet.PressOk();
-    ASSERT_EQ(sheet.Result(), 1);
+    ASSERT_EQ(sheet.Result(), kSheetConfirmed);
   }
   EXPECT_THAT(Save(), ElementsAre(RecordChange{RecordKind::Profile, kFollowsDefaults, ChangeState::Changed}));
   CloseSettings();
@@ -166,7 +166,7 @@ TEST_F(Saving, CancelLeavesTheDatabaseByteForByteAsItWas) {
     sheet.Pick(IDC_TIMEOUT_DURATION, L" 2 hours");
     sheet.SelectTab(L"General");
     sheet.PressCancel();
-    ASSERT_NE(sheet.Result(), 1);
+    ASSERT_NE(sheet.Result(), kSheetConfirmed);
   }
   // The records are shared with the sheet and carry its edits, so that they are dropped instead of being saved.
   EXPECT_EQ(context.profiles.at(kFollowsDefaults)->GetState(), ChangeState::Changed);
@@ -180,7 +180,7 @@ TEST_F(Saving, OkWithoutAnyChangeWritesNothing) {
     SheetDriver sheet(context);
     for (const wchar_t* tab : {L"Preferences", L"Autostart", L"Proxy", L"Timeouts"}) sheet.SelectTab(tab);
     sheet.PressOk();
-    ASSERT_EQ(sheet.Result(), 1);
+    ASSERT_EQ(sheet.Result(), kSheetConfirmed);
   }
   for (const RecordChange& change : Save()) ADD_FAILURE() << "saved " << change.id;
   CloseSettings();

@@ -45,7 +45,7 @@ TEST(SessionLog, TellsWhatTheUserDid) {
     sheet.Pick(IDC_PROFILE_COMBO, L"Home");
     sheet.Click(IDC_OVERRIDE_CHECK);
     sheet.PressOk();
-    ASSERT_EQ(sheet.Result(), 1);
+    ASSERT_EQ(sheet.Result(), kSheetConfirmed);
   }
   EXPECT_THAT(Messages(log, kInfo),
               ElementsAreArray({"Login properties opened: mode 1, profile 2001 'Work', profiles in all: 6",
@@ -74,7 +74,7 @@ TEST(SessionLog, TellsWhatTheUserWasTold) {
     sheet.PressOk();
     sheet.AnswerMessageBox(IDOK);
     sheet.PressCancel();
-    ASSERT_EQ(sheet.Result(), 0);
+    ASSERT_EQ(sheet.Result(), kSheetCancelled);
   }
   EXPECT_TRUE(log.Has("Message: Warning time must be less than idle time, threshold time and duration time."));
   const std::vector<std::string> messages = Messages(log, kDetail);

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "LoginProperties/LoginPropertiesContext.h"
+#include "LoginProperties/SheetResult.h"
 
 /// The sheet as a person in front of it sees and uses it: it is shown by the real module on a thread of its own, and
 /// driven from the test's thread. Operations return when the sheet has dealt with what they did, or shows a message
@@ -96,7 +97,8 @@ class SheetDriver {
 
   bool IsOpen() const;
 
-  /// What ShowLoginProperties returned; waits for the sheet to end. Not for the sheet of another program.
+  /// What ShowLoginProperties returned (SheetResult.h); waits for the sheet to end. Not for the sheet of another
+  /// program.
   INT_PTR Result();
 
  private:

@@ -67,7 +67,7 @@ TEST(Sheet, HandsTheContextBackAfterOk) {
   sheet.Pick(IDC_PROFILE_COMBO, L"Home");
   sheet.Click(IDC_OVERRIDE_CHECK);
   sheet.PressOk();
-  EXPECT_EQ(sheet.Result(), 1);
+  EXPECT_EQ(sheet.Result(), kSheetConfirmed);
   EXPECT_EQ(context.currentProfile, context.profiles[kHome]);
   EXPECT_EQ(context.linkedDefaultProfile, context.profiles[kRoot]);
   EXPECT_FALSE(context.profiles[kWork]->GetDefaultPreferences());
@@ -87,7 +87,7 @@ TEST(Sheet, LeavesTheContextAloneAfterCancel) {
     sheet.Pick(IDC_PROFILE_COMBO, L"Home");
   }
   sheet.PressCancel();
-  EXPECT_NE(sheet.Result(), 1);
+  EXPECT_NE(sheet.Result(), kSheetConfirmed);
   EXPECT_EQ(context.currentProfile, before.currentProfile);
   EXPECT_EQ(context.linkedDefaultProfile, nullptr);
   EXPECT_EQ(context.profiles, before.profiles);
@@ -102,7 +102,7 @@ TEST(Sheet, HasNoPagesInAModeThatDoesNotExist) {
     LoginPropertiesContext context = MakeContext(static_cast<SheetMode>(mode));
     const LoginPropertiesContext before = context;
     std::atomic<bool> ended = false;
-    INT_PTR result = 1;
+    INT_PTR result = kSheetConfirmed;
     DWORD threadId = 0;
     std::atomic<bool> started = false;
     std::thread thread([&] {
@@ -130,7 +130,7 @@ TEST(Sheet, StartsAfreshAtEachCall) {
     sheet.SelectTab(L"Timeouts");
     sheet.Pick(IDC_PROFILE_COMBO, L"Home");
     sheet.PressOk();
-    EXPECT_EQ(sheet.Result(), 1);
+    EXPECT_EQ(sheet.Result(), kSheetConfirmed);
   }
   LoginPropertiesContext second = MakeContext();
   const SheetDriver sheet(second);

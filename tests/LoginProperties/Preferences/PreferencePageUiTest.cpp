@@ -207,7 +207,7 @@ TEST_F(PreferencesUi, OkSavesExactlyWhatWasChosen) {
   Press(L"1300", TreeItemPart::Label);
   ASSERT_TRUE(WaitUntil([this] { return Image(L"1300") == kOptionOn; }));
   sheet->PressOk();
-  ASSERT_EQ(sheet->Result(), 1);
+  ASSERT_EQ(sheet->Result(), kSheetConfirmed);
   EXPECT_THAT(Save(), ElementsAre(RecordChange{RecordKind::Profile, kWork, ChangeState::Changed},
                                   RecordChange{RecordKind::Preference, 1014, ChangeState::Changed},
                                   RecordChange{RecordKind::Preference, 1477, ChangeState::Changed}));
@@ -233,7 +233,7 @@ TEST_F(PreferencesUi, ClickingAnOptionAgainTurnsAllOffButItStaysChosen) {
   ASSERT_TRUE(WaitUntil([this] { return Image(L"1300") == kOptionOff; }));
   EXPECT_THAT(Images(kMtuGroup), ElementsAre(7, 7, 7, 7, 7));
   sheet->PressOk();
-  ASSERT_EQ(sheet->Result(), 1);
+  ASSERT_EQ(sheet->Result(), kSheetConfirmed);
   EXPECT_THAT(Save(), ElementsAre(RecordChange{RecordKind::Preference, 1477, ChangeState::Changed}));
   EXPECT_THAT(Without(Rows(), before), ElementsAre("2004 1477 1480 1 1"));
   EXPECT_THAT(Without(before, Rows()), ElementsAre("2004 1477 1478 1 1"));
@@ -246,7 +246,7 @@ TEST_F(PreferencesUi, CancelSavesNothing) {
   Press(kAutoConnect, TreeItemPart::Label);
   ASSERT_TRUE(WaitUntil([this] { return Image(kAutoConnect) == kCheckOff; }));
   sheet->PressCancel();
-  EXPECT_NE(sheet->Result(), 1);
+  EXPECT_NE(sheet->Result(), kSheetConfirmed);
   EXPECT_THAT(context.preferences, IsEmpty());
   EXPECT_EQ(Rows(), before);
 }
@@ -280,7 +280,7 @@ TEST_F(PreferencesUi, AnEntryWithoutARecordCannotBeToggled) {
   ASSERT_TRUE(WaitUntil([this] { return Image(kTray) == kCheckOff; }));
   EXPECT_EQ(Image(kAutoConnect), kCheckOff);
   sheet->PressOk();
-  ASSERT_EQ(sheet->Result(), 1);
+  ASSERT_EQ(sheet->Result(), kSheetConfirmed);
   EXPECT_THAT(Save(), ElementsAre(RecordChange{RecordKind::Preference, 1501, ChangeState::Changed}));
   EXPECT_THAT(Without(Rows(), before), ElementsAre("2004 1501 1 1 0"));
 }
@@ -303,7 +303,7 @@ TEST_F(PreferencesUi, WhileTheProfileFollowsTheDefaultsTheTreeTakesNoInput) {
   EXPECT_THAT(Images(kFirstGroup), ElementsAre(kCheckOff, kCheckOff, kCheckOff));
   EXPECT_TRUE(IsOpened(kFirstGroup));
   PressOkButton();
-  ASSERT_EQ(sheet->Result(), 1);
+  ASSERT_EQ(sheet->Result(), kSheetConfirmed);
   EXPECT_THAT(Save(), IsEmpty());
 }
 
@@ -341,7 +341,7 @@ TEST_F(PreferencesUi, AProfileAbove10000SavesThoseOfTheLinkedProfile) {
   Press(kAutoConnect, TreeItemPart::Label);
   ASSERT_TRUE(WaitUntil([this] { return Image(kAutoConnect) == kCheckOn; }));
   sheet->PressOk();
-  ASSERT_EQ(sheet->Result(), 1);
+  ASSERT_EQ(sheet->Result(), kSheetConfirmed);
   EXPECT_THAT(Save(), ElementsAre(RecordChange{RecordKind::Preference, 1014, ChangeState::Changed}));
   EXPECT_THAT(Without(Rows(), before), ElementsAre("100 1014 2 1 0"));
   EXPECT_THAT(Without(before, Rows()), ElementsAre("100 1014 1 1 0"));
@@ -388,7 +388,7 @@ TEST_F(PreferencesUi, ASavedCertificateCanBeTurnedDown) {
   Press(kCertificate, TreeItemPart::Label);
   ASSERT_TRUE(WaitUntil([this] { return Image(kCertificate) == kCheckOff; }));
   sheet->PressOk();
-  ASSERT_EQ(sheet->Result(), 1);
+  ASSERT_EQ(sheet->Result(), kSheetConfirmed);
   EXPECT_THAT(Save(), ElementsAre(RecordChange{RecordKind::Preference, 1522, ChangeState::Changed}));
   EXPECT_THAT(Without(Rows(), before), ElementsAre("2004 1522 1 1 0"));
 }
@@ -403,7 +403,7 @@ TEST_F(PreferencesUi, AnotherProfileShowsItsOwnPreferences) {
   sheet->Pick(IDC_PROFILE_COMBO, L"Z\u00fcrich Office");
   EXPECT_EQ(Image(L"700"), kOptionOff) << "what was not saved is dropped";
   sheet->PressOk();
-  ASSERT_EQ(sheet->Result(), 1);
+  ASSERT_EQ(sheet->Result(), kSheetConfirmed);
   EXPECT_THAT(Save(), IsEmpty());
 }
 
@@ -415,7 +415,7 @@ TEST_F(PreferencesUi, WhatWasChosenIsSavedFromAnotherTabButDroppedByComingBack) 
     sheet->SelectTab(L"General");
     if (comesBack) sheet->SelectTab(L"Preferences");
     sheet->PressOk();
-    ASSERT_EQ(sheet->Result(), 1);
+    ASSERT_EQ(sheet->Result(), kSheetConfirmed);
     EXPECT_EQ(context.preferences.at(PreferenceId::AutoConnect)->GetState(),
               comesBack ? ChangeState::Unchanged : ChangeState::Changed);
   }
@@ -435,7 +435,7 @@ TEST_F(PreferencesUi, CanBeUsedWithTheKeyboardAlone) {
   ASSERT_TRUE(sheet->PressKeyUntil([this] { return SelectedItem() == L"3"; }, VK_END));
   ASSERT_TRUE(sheet->PressKeyUntil([this] { return Image(L"3") == kOptionOn; }, VK_SPACE));
   ASSERT_TRUE(sheet->PressKeyUntil([this] { return !sheet->IsOpen(); }, VK_RETURN));
-  EXPECT_EQ(sheet->Result(), 1);
+  EXPECT_EQ(sheet->Result(), kSheetConfirmed);
   EXPECT_EQ(context.preferences.at(PreferenceId::MinimizeToTray)->GetValue(), Preference::kOn);
   EXPECT_EQ(context.preferences.at(PreferenceId::IPSecAttempts)->GetValue(), 1511);
 }

@@ -83,25 +83,26 @@ TEST(ConfigCache, KeepsAFailureAsNull) {
 }
 
 TEST(PageSet, TheFullSheetHasSixPagesInOrder) {
-  EXPECT_THAT(PagesOf(1, [] { return false; }), ElementsAre(Page::General, Page::Preferences, Page::Autostart,
-                                                            Page::Proxy, Page::Timeouts, Page::WiFiSwitching));
+  EXPECT_THAT(
+      PagesOf(SheetMode::Full, [] { return false; }),
+      ElementsAre(Page::General, Page::Preferences, Page::Autostart, Page::Proxy, Page::Timeouts, Page::WiFiSwitching));
 }
 
 TEST(PageSet, TheLogOnDesktopHasNeitherAutostartNorProxy) {
-  EXPECT_THAT(PagesOf(1, [] { return true; }),
+  EXPECT_THAT(PagesOf(SheetMode::Full, [] { return true; }),
               ElementsAre(Page::General, Page::Preferences, Page::Timeouts, Page::WiFiSwitching));
 }
 
 TEST(PageSet, AsksForTheDesktopBeforeEachOptionalPage) {
   desktopQuestions = 0;
-  PagesOf(1, [] { return ++desktopQuestions == 2; });
+  PagesOf(SheetMode::Full, [] { return ++desktopQuestions == 2; });
   EXPECT_EQ(desktopQuestions, 2);
 }
 
 TEST(PageSet, TheOtherModesHaveOnePageOrNone) {
   const auto never = [] { return false; };
-  EXPECT_THAT(PagesOf(2, never), ElementsAre(Page::Timeouts));
-  EXPECT_THAT(PagesOf(3, never), ElementsAre(Page::WiFiSwitching));
-  EXPECT_THAT(PagesOf(0, never), IsEmpty());
-  EXPECT_THAT(PagesOf(4, never), IsEmpty());
+  EXPECT_THAT(PagesOf(SheetMode::TimeoutsOnly, never), ElementsAre(Page::Timeouts));
+  EXPECT_THAT(PagesOf(SheetMode::WiFiSwitchingOnly, never), ElementsAre(Page::WiFiSwitching));
+  EXPECT_THAT(PagesOf(SheetMode{0}, never), IsEmpty());
+  EXPECT_THAT(PagesOf(SheetMode{4}, never), IsEmpty());
 }

@@ -113,7 +113,7 @@ TEST(ProfileSelector, SelectsNothingForAProfileThatIsNotListed) {
     SheetDriver sheet(context);
     EXPECT_EQ(sheet.Selected(IDC_PROFILE_COMBO), std::nullopt);
     sheet.PressOk();
-    EXPECT_EQ(sheet.Result(), 1);
+    EXPECT_EQ(sheet.Result(), kSheetConfirmed);
     EXPECT_EQ(context.currentProfile->GetProfileId(), id);
   }
 }
@@ -130,7 +130,7 @@ TEST(ProfileSelector, WorksWithoutACurrentProfile) {
   sheet.SelectTab(L"Timeouts");
   sheet.Pick(IDC_PROFILE_COMBO, L"Home");
   sheet.PressOk();
-  EXPECT_EQ(sheet.Result(), 1);
+  EXPECT_EQ(sheet.Result(), kSheetConfirmed);
   EXPECT_EQ(context.currentProfile, context.profiles[kHome]);
 }
 
@@ -164,7 +164,7 @@ TEST(ProfileSelector, KeepsTheCurrentProfileWhenTheChosenOneIsGone) {
   sheet.Pick(IDC_PROFILE_COMBO, L"Home");
   EXPECT_EQ(sheet.Selected(IDC_PROFILE_COMBO), L"Work");
   sheet.PressOk();
-  EXPECT_EQ(sheet.Result(), 1);
+  EXPECT_EQ(sheet.Result(), kSheetConfirmed);
   EXPECT_EQ(context.currentProfile, context.profiles[kWork]);
 }
 

@@ -206,7 +206,7 @@ TEST_F(TimeoutPage, AFailedSearchShowsTheProfileFoundLast) {
   sheet->Pick(IDC_PROFILE_COMBO, L"Home");
   EXPECT_EQ(sheet->Selected(IDC_TIMEOUT_DURATION), L"10 minutes");
   sheet->PressOk();
-  EXPECT_EQ(sheet->Result(), 1);
+  EXPECT_EQ(sheet->Result(), kSheetConfirmed);
   EXPECT_EQ(context.linkedDefaultProfile, context.profiles[kRoot]);
 }
 
@@ -233,7 +233,7 @@ TEST_F(TimeoutPage, OkStoresWhatWasChosen) {
   sheet->Click(IDC_TIMEOUT_WARNING_CHECK);
   sheet->Pick(IDC_TIMEOUT_WARNING, L" 3 minutes");
   sheet->PressOk();
-  EXPECT_EQ(sheet->Result(), 1);
+  EXPECT_EQ(sheet->Result(), kSheetConfirmed);
   EXPECT_EQ(Work().GetDurationTime(), Seconds(7200));
   EXPECT_TRUE(Work().GetThresholdOnOff());
   EXPECT_EQ(Work().GetThresholdBytes(), 5000);
@@ -248,7 +248,7 @@ TEST_F(TimeoutPage, SwitchedOffDurationAndThresholdAreStoredAsZero) {
   sheet->Click(IDC_TIMEOUT_DURATION_CHECK);
   sheet->Click(IDC_TIMEOUT_THRESHOLD_CHECK);
   sheet->PressOk();
-  EXPECT_EQ(sheet->Result(), 1);
+  EXPECT_EQ(sheet->Result(), kSheetConfirmed);
   EXPECT_EQ(Work().GetDurationTime(), Seconds(0));
   EXPECT_EQ(Work().GetThresholdTimeOut(), Seconds(0));
   EXPECT_EQ(Work().GetThresholdBytes(), 0);
@@ -260,7 +260,7 @@ TEST_F(TimeoutPage, FollowingTheDefaultsStoresNothing) {
   SetTimes(7200, 300, 1000, -45);
   Open();
   sheet->PressOk();
-  EXPECT_EQ(sheet->Result(), 1);
+  EXPECT_EQ(sheet->Result(), kSheetConfirmed);
   EXPECT_EQ(Work().GetDurationTime(), Seconds(7200));
   EXPECT_EQ(Work().GetWarnTime(), Seconds(-45));
   EXPECT_EQ(Work().GetState(), ChangeState::Unchanged);
@@ -309,7 +309,7 @@ TEST_F(TimeoutPage, AWarningLongerThanTheDurationKeepsTheSheetOpen) {
   }
   sheet->Pick(IDC_TIMEOUT_WARNING, L" 1 minute");
   sheet->PressOk();
-  EXPECT_EQ(sheet->Result(), 1);
+  EXPECT_EQ(sheet->Result(), kSheetConfirmed);
   EXPECT_EQ(Work().GetDurationTime(), Seconds(120));
   EXPECT_EQ(Work().GetWarnTime(), Seconds(60));
 }
@@ -411,7 +411,7 @@ TEST_F(TimeoutPage, CanBeUsedWithTheKeyboardAlone) {
   ASSERT_TRUE(sheet->PressKeyUntil([this] { return sheet->IsChecked(IDC_TIMEOUT_THRESHOLD_CHECK); }, 'N', {VK_MENU}));
   ASSERT_TRUE(sheet->PressKeyUntil([this] { return sheet->IsChecked(IDC_TIMEOUT_WARNING_CHECK); }, 'D', {VK_MENU}));
   ASSERT_TRUE(sheet->PressKeyUntil([this] { return !sheet->IsOpen(); }, VK_RETURN));
-  EXPECT_EQ(sheet->Result(), 1);
+  EXPECT_EQ(sheet->Result(), kSheetConfirmed);
   EXPECT_EQ(Work().GetDurationTime(), Seconds(300));
 }
 

@@ -133,7 +133,7 @@ TEST_F(AutoReconnectPage, AnAdministratorCanKeepTheUserFromOverriding) {
   sheet->Pick(IDC_PROFILE_COMBO, L"Home");
   EXPECT_EQ(sheet->Selected(IDC_PROFILE_COMBO), L"Home");
   sheet->PressOk();
-  EXPECT_EQ(sheet->Result(), 1);
+  EXPECT_EQ(sheet->Result(), kSheetConfirmed);
   EXPECT_TRUE(Work().GetOverrideAutoReconnectDefaults()) << "the user's choice is kept";
   EXPECT_EQ(Work().GetOverrideSignalStrength(), 0);
 }
@@ -304,7 +304,7 @@ TEST_F(AutoReconnectPage, AnyTimeIsAccepted) {
     EXPECT_EQ(Work().GetOverrideSwitchInterval(), seconds);
   }
   sheet->PressOk();
-  EXPECT_EQ(sheet->Result(), 1);
+  EXPECT_EQ(sheet->Result(), kSheetConfirmed);
 }
 
 TEST_F(AutoReconnectPage, NumbersThatDoNotFitAreShownInPart) {
@@ -343,7 +343,7 @@ TEST_F(AutoReconnectPage, AWrongStrengthKeepsTheSheetOpen) {
   sheet->Type(L"90");
   sheet->Focus(IDC_PROFILE_COMBO);
   sheet->PressOk();
-  EXPECT_EQ(sheet->Result(), 1);
+  EXPECT_EQ(sheet->Result(), kSheetConfirmed);
   EXPECT_EQ(Work().GetOverrideSignalStrength(), 90);
 }
 
@@ -469,7 +469,7 @@ TEST_F(AutoReconnectPage, EachControlChangesItsOwnSettingOnly) {
     EXPECT_EQ(ColumnNames(DifferingColumns(Work(), before)), test.column);
     EXPECT_EQ(Work().GetState(), ChangeState::Changed);
     sheet->PressOk();
-    EXPECT_EQ(sheet->Result(), 1);
+    EXPECT_EQ(sheet->Result(), kSheetConfirmed);
     sheet.reset();
     EXPECT_EQ(ColumnNames(DifferingColumns(Work(), before)), test.column);
   }
@@ -520,7 +520,7 @@ TEST_F(AutoReconnectPage, CanBeUsedWithTheKeyboardAlone) {
   ASSERT_TRUE(pressed(hasFocus(IDC_RECONNECT_WAIT_RADIO), 'R', {VK_MENU}));
   ASSERT_TRUE(pressed(isChecked(IDC_RECONNECT_AT_ONCE_RADIO), VK_DOWN));
   ASSERT_TRUE(pressed([this] { return !sheet->IsOpen(); }, VK_RETURN));
-  EXPECT_EQ(sheet->Result(), 1);
+  EXPECT_EQ(sheet->Result(), kSheetConfirmed);
 
   EXPECT_TRUE(Work().GetOverrideAutoReconnectDefaults());
   EXPECT_TRUE(Work().GetOverrideARMode());
@@ -552,7 +552,7 @@ TEST_F(AutoReconnectPage, WhatIsTypedBeforeEnterIsStoredUnchecked) {
     sheet->Focus(IDC_RECONNECT_STRENGTH);
     sheet->Type(text);
     ASSERT_TRUE(sheet->PressKeyUntil([this] { return !sheet->IsOpen(); }, VK_RETURN));
-    EXPECT_EQ(sheet->Result(), 1);
+    EXPECT_EQ(sheet->Result(), kSheetConfirmed);
     EXPECT_EQ(Work().GetOverrideSignalStrength(), strength);
     sheet.reset();
   }
@@ -564,7 +564,7 @@ TEST_F(AutoReconnectPage, EscapeGivesAWrongStrengthUpWithoutAMessage) {
   sheet->Focus(IDC_RECONNECT_STRENGTH);
   sheet->Type(L"9");
   ASSERT_TRUE(sheet->PressKeyUntil([this] { return !sheet->IsOpen(); }, VK_ESCAPE));
-  EXPECT_EQ(sheet->Result(), 0);
+  EXPECT_EQ(sheet->Result(), kSheetCancelled);
 }
 
 TEST_F(AutoReconnectPage, TabVisitsTheControlsInReadingOrder) {
