@@ -14,7 +14,7 @@
 #include "LoginProperties/Preferences/PreferenceDialog.h"
 #include "LoginProperties/Proxy/ProxyControls.h"
 #include "LoginProperties/Proxy/ProxyDialog.h"
-#include "LoginProperties/Resources/StringIds.h"
+#include "LoginProperties/Resources/SheetStrings.h"
 #include "LoginProperties/SheetLog.h"
 #include "LoginProperties/Timeouts/TimeoutControls.h"
 #include "LoginProperties/Timeouts/TimeoutDialog.h"

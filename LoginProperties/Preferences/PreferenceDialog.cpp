@@ -6,7 +6,7 @@
 #include "LoginProperties/Preferences/PreferenceControls.h"
 #include "LoginProperties/ProfilePage/DialogHelpers.h"
 #include "LoginProperties/ProfilePage/ProfileControls.h"
-#include "LoginProperties/Resources/PictureIds.h"
+#include "LoginProperties/Resources/StateImages.h"
 #include "NetUtilities/Log.h"
 #include "NetUtilities/Registry/RegistryKey.h"
 #include "NetUtilities/Registry/RegistryNames.h"
@@ -102,9 +102,8 @@ int PreferenceDialog::OnInitDialog(int64_t parameter) {
   ProfileDataDialog::OnInitDialog(parameter);
   tree_ = GetDlgItem(GetWindow(), IDC_PREFERENCE_TREE);
   inputFilter_.Attach(tree_, GetWindow());
-  constexpr int kCellWidth = 16;
   stateImages_.reset(ImageList_LoadImageW(GetResourceHandle(ModuleId::LoginProperties),
-                                          MAKEINTRESOURCEW(IDB_STATE_IMAGES), kCellWidth, 0, RGB(255, 255, 255),
+                                          MAKEINTRESOURCEW(IDB_STATE_IMAGES), kStateImageSize, 0, RGB(255, 255, 255),
                                           IMAGE_BITMAP, LR_CREATEDIBSECTION));
   TreeView_SetImageList(tree_, stateImages_.get(), TVSIL_STATE);
   TreeView_SetExtendedStyle(tree_, TVS_EX_DOUBLEBUFFER, TVS_EX_DOUBLEBUFFER);

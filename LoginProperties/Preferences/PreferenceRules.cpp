@@ -81,12 +81,12 @@ int StateImage(EntryKind kind, int32_t state) {
   switch (kind) {
     case EntryKind::CheckBox:
     case EntryKind::CheckBoxWithText:
-      return on ? 2 : 1;
+      return on ? kCheckOnImage : kCheckOffImage;
     case EntryKind::RadioOption:
     case EntryKind::RadioOptionWithText:
-      return on ? 8 : 7;
+      return on ? kRadioOnImage : kRadioOffImage;
   }
-  return 0;
+  return kNoImage;
 }
 
 std::map<PreferenceId, int> Toggle(PreferenceId id, PreferenceTree& tree, const PreferenceTable& preferences) {

@@ -27,7 +27,7 @@ struct TreeConditions {
 /// The state in which an entry is shown, nothing when it is left out.
 std::optional<int32_t> ShownState(const PreferenceEntry& entry, const TreeConditions& conditions);
 
-/// Cell of the strip of state images that shows an entry; 0 is none.
+/// The state image that shows an entry.
 int StateImage(EntryKind kind, int32_t state);
 
 /// Does what a click on an entry does, in the tree and in the table, whose record it marks changed. Returns the state

@@ -6,14 +6,6 @@ namespace {
 
 using enum PreferenceId;
 
-// Cells of the strip of state images.
-constexpr int kCaution = 3;
-constexpr int kPadlock = 4;
-constexpr int kConnection = 5;
-constexpr int kQuestion = 9;
-constexpr int kStart = 12;
-constexpr int kGlobe = 13;
-
 PreferenceGroup MakeGroup(PreferenceId id, GroupKind kind, int headingImage,
                           std::initializer_list<PreferenceId> entryIds) {
   PreferenceGroup group{.id = id, .kind = kind, .headingImage = headingImage};
@@ -34,22 +26,23 @@ PreferenceGroup Choice(PreferenceId preference, int headingImage, std::initializ
 
 PreferenceTree MakePreferenceTree(bool hasSavedCertificate) {
   PreferenceTree tree = {
-      CheckBoxes(StartGroup, kStart, {AutoConnect, MinimizeToTray, BypassHardwareRendering}),
+      CheckBoxes(StartGroup, kStartImage, {AutoConnect, MinimizeToTray, BypassHardwareRendering}),
       CheckBoxes(
-          ConnectingGroup, kConnection,
+          ConnectingGroup, kConnectionImage,
           {PreventMultiHoming, PreferIPv6, PromptForCredentialProvider, PromptForOnlineMode, ShowDetailedMessages}),
-      CheckBoxes(ConnectedGroup, kConnection, {MinimizeMainWindow, MinimizeToTrayInsteadOfTaskbar, AppendDnsSuffixes}),
-      CheckBoxes(ConfirmDisconnectGroup, kQuestion, {ConfirmOnDisconnect, ConfirmOnExit}),
-      CheckBoxes(VpnGroup, kPadlock,
+      CheckBoxes(ConnectedGroup, kConnectionImage,
+                 {MinimizeMainWindow, MinimizeToTrayInsteadOfTaskbar, AppendDnsSuffixes}),
+      CheckBoxes(ConfirmDisconnectGroup, kQuestionImage, {ConfirmOnDisconnect, ConfirmOnExit}),
+      CheckBoxes(VpnGroup, kPadlockImage,
                  {UdpEncapsulation, VpnHealthCheck, SslTunnelBehindProxy, SslTunnelWithoutIPSec,
                   RegisterVpnAddressInDns, EphemeralIPSecPorts, DisableLocalSubnet, SslTunnelOnly}),
-      CheckBoxes(PopupWarningGroup, kCaution, {WarnPasswordExpiry, WarnBrowserLogin}),
-      Choice(HotspotMap, kGlobe, {HotspotMapBing, HotspotMapGoogle}),
-      Choice(VpnMtu, kCaution, {VpnMtuDefault, VpnMtu1362, VpnMtu1300, VpnMtu1000, VpnMtu700}),
-      Choice(IPSecAttempts, kCaution, {IPSecAttemptsDefault, IPSecAttempts1, IPSecAttempts2, IPSecAttempts3}),
+      CheckBoxes(PopupWarningGroup, kCautionImage, {WarnPasswordExpiry, WarnBrowserLogin}),
+      Choice(HotspotMap, kGlobeImage, {HotspotMapBing, HotspotMapGoogle}),
+      Choice(VpnMtu, kCautionImage, {VpnMtuDefault, VpnMtu1362, VpnMtu1300, VpnMtu1000, VpnMtu700}),
+      Choice(IPSecAttempts, kCautionImage, {IPSecAttemptsDefault, IPSecAttempts1, IPSecAttempts2, IPSecAttempts3}),
   };
   if (hasSavedCertificate) {
-    tree.push_back(CheckBoxes(CertificatesGroup, kGlobe, {UseSavedCertificate}));
+    tree.push_back(CheckBoxes(CertificatesGroup, kGlobeImage, {UseSavedCertificate}));
     tree.back().entries.front().state = Preference::kOn;
   }
   return tree;

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "Database/Profiles/Preference.h"
+#include "LoginProperties/Resources/StateImages.h"
 
 /// What an entry is, and where its label comes from.
 enum class EntryKind : uint32_t {
@@ -30,7 +31,7 @@ struct PreferenceEntry {
 struct PreferenceGroup {
   PreferenceId id{};  // also the number of the string that is its heading
   GroupKind kind{};
-  int headingImage = 0;  // cell of the strip of state images
+  int headingImage = kNoImage;
   std::vector<PreferenceEntry> entries{};
 };
 

@@ -8,9 +8,9 @@
 #include "LoginProperties/ProfilePage/DialogHelpers.h"
 #include "LoginProperties/ProfilePage/FocusFrame.h"
 #include "LoginProperties/ProfilePage/ProfileControls.h"
-#include "LoginProperties/Resources/StringIds.h"
 #include "LoginProperties/WiFiSwitching/AutoReconnectControls.h"
 #include "LoginProperties/WiFiSwitching/AutoReconnectRules.h"
+#include "LoginProperties/WiFiSwitching/AutoReconnectStrings.h"
 #include "WaylineDll/Messages.h"
 
 namespace {

@@ -2,7 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "LoginProperties/Resources/StringIds.h"
+#include "Database/Profiles/PreferenceId.h"
+#include "LoginProperties/Resources/SheetStrings.h"
 #include "tests/support/LoadedModule.h"
 
 namespace {
@@ -10,6 +11,8 @@ namespace {
 // Ids of the client library's own strings.
 constexpr unsigned kProductName = 100;
 constexpr unsigned kNoLimitKnown = 12066;
+
+constexpr auto kPreferIPv6 = static_cast<unsigned>(PreferenceId::PreferIPv6);
 
 TEST(StringDb, HasTheStringsOfTheClientLibrary) {
   EXPECT_EQ(LoadStringDb(ModuleId::ClientLibrary, kProductName, false), L"Wayline");
@@ -24,7 +27,7 @@ TEST(StringDb, HasTheStringsOfTheLoadedLoginProperties) {
 
 TEST(StringDb, KeepsABlankAtTheEnd) {
   const LoadedModule pavise(L"Pavise.dll");
-  EXPECT_EQ(LoadStringDb(ModuleId::LoginProperties, IDS_PREF_PREFER_IPV6, false), L"Prefer IPv6 ");
+  EXPECT_EQ(LoadStringDb(ModuleId::LoginProperties, kPreferIPv6, false), L"Prefer IPv6 ");
 }
 
 TEST(StringDb, IsEmptyForAnUnknownId) { EXPECT_EQ(LoadStringDb(ModuleId::ClientLibrary, 9999, false), L""); }

@@ -290,15 +290,24 @@ std::string SourceNumber(const std::string& arguments) {
   return {};
 }
 
-// The texts in a call, also those that it takes from the string table.
+// The strings of all pages.
+std::string StringTables() {
+  std::string tables;
+  const auto module = std::filesystem::path(PROJECT_ROOT) / "LoginProperties";
+  for (const auto& entry : std::filesystem::recursive_directory_iterator(module)) {
+    if (entry.path().filename().string().ends_with("Strings.rc")) tables += FileBytes(entry.path());
+  }
+  return tables;
+}
+
+// The texts in a call, also those that it takes from a string table.
 std::vector<std::string> TextsIn(const std::string& arguments) {
-  static const std::string stringTable =
-      FileBytes(std::filesystem::path(PROJECT_ROOT) / "LoginProperties/Resources/Strings.rc");
+  static const std::string stringTables = StringTables();
   static const std::regex values(R"(\{[^}]*\}|%1)");
   static const std::regex stringId(R"(IDS_\w+)");
   std::vector<std::string> texts = WideLiterals(arguments);
   for (std::sregex_iterator found(arguments.begin(), arguments.end(), stringId), end; found != end; ++found) {
-    const std::string line = TextsBetween(stringTable, found->str() + ' ', "\n").at(0);
+    const std::string line = TextsBetween(stringTables, found->str() + ' ', "\n").at(0);
     texts.push_back(TextsBetween(line, "\"", "\"").at(0));
   }
   for (std::string& text : texts) text = std::regex_replace(text, values, "{}");

@@ -22,14 +22,11 @@ const std::string& Page() {
   return page;
 }
 
-// The text of the module's string table, without blanks at its end.
+// The text of the page's strings, without blanks at its end.
 std::string LabelOf(PreferenceId id) {
-  static const std::string ids = TextOf("LoginProperties/Resources/StringIds.h");
-  static const std::string strings = TextOf("LoginProperties/Resources/Strings.rc");
-  std::smatch name;
+  static const std::string strings = TextOf("LoginProperties/Preferences/PreferenceStrings.rc");
   std::smatch text;
-  if (!std::regex_search(ids, name, std::regex("#define (\\w+) " + std::to_string(static_cast<int>(id)) + "\\n")) ||
-      !std::regex_search(strings, text, std::regex("\\b" + name[1].str() + "\\s+\"([^\"]*?) *\""))) {
+  if (!std::regex_search(strings, text, std::regex(" " + std::to_string(static_cast<int>(id)) + " \"([^\"]*?) *\""))) {
     ADD_FAILURE() << "no label " << static_cast<int>(id);
   }
   return text[1];

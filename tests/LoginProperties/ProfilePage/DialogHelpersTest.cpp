@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "LoginProperties/Autostart/AutostartStrings.h"
 #include "LoginProperties/ProfilePage/ProfileControls.h"
-#include "LoginProperties/Resources/StringIds.h"
 #include "tests/support/LoadedModule.h"
 
 namespace {

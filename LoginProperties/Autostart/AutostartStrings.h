@@ -1,0 +1,17 @@
+#pragma once
+
+// Lists of an entry, separated by "~", the delays by "|"
+#define IDS_RECONNECT_OPTIONS 1446
+#define IDS_INITIAL_SIZES 1447
+#define IDS_CONNECTION_OPTIONS 1461
+#define IDS_DELAY_OPTIONS 1462
+
+// File dialog
+#define IDS_BROWSE_TITLE 1448
+#define IDS_BROWSE_FILTER 1449
+
+// Messages
+#define IDS_AUTOSTART_NAME_MISSING 1451
+#define IDS_AUTOSTART_PROGRAM_MISSING 1452
+#define IDS_CONFIRM_REMOVE_AUTOSTART 1454
+#define IDS_AUTOSTART_NOT_MODIFIABLE 1463

@@ -1,0 +1,19 @@
+#pragma once
+
+// Proxy settings and their rows
+#define IDS_PROXY_NOT_UPDATED 1000
+#define IDS_PROXY_LEAVE 1002
+#define IDS_PROXY_MANUAL_ROW 1003
+#define IDS_PROXY_EXCEPTIONS_ROW 1004
+#define IDS_PROXY_MANUAL 1005
+#define IDS_PROXY_AUTO_URL_ROW 1008
+#define IDS_PROXY_AUTOMATICALLY 1009
+
+// Columns of the proxy list
+#define IDS_PROXY_COLUMN_TYPE 1097
+#define IDS_PROXY_COLUMN_SETTING 1098
+#define IDS_PROXY_COLUMN_VALUE 1099
+
+// Captions of the manual proxy lists
+#define IDS_MANUAL_PROXY_CAPTION 1523
+#define IDS_PROXY_EXCEPTIONS_CAPTION 1524

@@ -1,0 +1,3 @@
+#pragma once
+
+#define IDS_SHEET_TITLE 1037

@@ -1,0 +1,71 @@
+#include "tests/LoginProperties/Resources/ExpectedResources.h"
+
+namespace {
+
+const ExpectedResources resources({
+    .dialogs =
+        {
+            OverridePage("Preferences", 126, L"Preferences", {280, 215}, 1067,
+                         {
+                             TreeView(1020),
+                         }),
+        },
+    .strings =
+        {
+            {1012, L"Show the reduced window instead of the histogram"},
+            {1014, L"Automatically connect if password saved"},
+            {1016, L"Show the detailed message window"},
+            {1017, L"Minimize the main window"},
+            {1018, L"When disconnect is pressed"},
+            {1019, L"When close or exit is selected"},
+            {1020, L"When autoloading program closes"},
+            {1021, L"Minimize main window to system tray instead of taskbar"},
+            {1022, L"If primary DNS not available"},
+            {1026, L"When this program starts"},
+            {1027, L"When connecting"},
+            {1028, L"After connecting"},
+            {1029, L"Confirm before disconnecting"},
+            {1030, L"VPN Details"},
+            {1031, L"Show popup warning"},
+            {1032, L"Automatically connect if unexpectedly disconnected from a Wi-Fi connection"},
+            {1044, L"Negotiate UDP encapsulation with VPN server for NAT traversal"},
+            {1045, L"Warn each time a toll Wi-Fi hotspot is used"},
+            {1048, L"Show the connect speed from the network if available"},
+            {1057, L"When password will expire"},
+            {1060, L"Before prompting for browser-based login"},
+            {1061, L"Check if returning to a previous connection location"},
+            {1082, L"Hotspot Browsing Settings"},
+            {1083, L"Use Bing Maps"},
+            {1084, L"Bypass AccessPoint Browser Accessibility"},
+            {1477, L"VPN MTU Size"},
+            {1478, L"Default (Recommended)"},
+            {1479, L"1362"},
+            {1480, L"1300"},
+            {1481, L"1000"},
+            {1482, L"700"},
+            {1483, L"Perform VPN server health check."},
+            {1485, L"Prompt to enter online mode if currently in offline mode."},
+            {1486, L"Append domain and DNS suffix search list."},
+            {1487, L"Use SSL Tunneling when a proxy is detected"},
+            {1488, L"Use SSL Tunneling when an IPSec connection cannot be established."},
+            {1489, L"Register VPN connection's address in DNS."},
+            {1492, L"Use ephemeral source ports for IPSec."},
+            {1501, L"Minimize main window to system tray"},
+            {1502, L"Prompt if a third party credential provider is installed."},
+            {1504, L"Enable additional adapter security (prevent multi-homing)"},
+            {1505, L"Disable access to the local subnet while VPN connected."},
+            {1506, L"Use Corvant VPN servers for SSL Tunneling only."},
+            {1507, L"Number of IPSec attempts before failing over to SSL Tunneling."},
+            {1508, L"Default (Recommended)"},
+            {1509, L"1"},
+            {1510, L"2"},
+            {1511, L"3"},
+            {1514, L"Prefer IPv6 "},
+            {1518, L"Bypass Hardware Rendering"},
+            {1520, L"Use Google Maps"},
+            {1521, L"Certificates"},
+            {1522, L"Use saved certificate."},
+        },
+});
+
+}  // namespace
