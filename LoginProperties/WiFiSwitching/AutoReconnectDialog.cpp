@@ -6,11 +6,11 @@
 
 #include "LoginProperties/LoginPropertiesContext.h"
 #include "LoginProperties/ProfilePage/DialogHelpers.h"
-#include "LoginProperties/ProfilePage/FocusFrame.h"
 #include "LoginProperties/ProfilePage/ProfileControls.h"
 #include "LoginProperties/WiFiSwitching/AutoReconnectControls.h"
 #include "LoginProperties/WiFiSwitching/AutoReconnectRules.h"
 #include "LoginProperties/WiFiSwitching/AutoReconnectStrings.h"
+#include "LoginProperties/WiFiSwitching/FocusFrame.h"
 #include "WaylineDll/Messages.h"
 
 namespace {

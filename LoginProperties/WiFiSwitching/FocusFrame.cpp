@@ -1,4 +1,4 @@
-#include "LoginProperties/ProfilePage/FocusFrame.h"
+#include "LoginProperties/WiFiSwitching/FocusFrame.h"
 
 #include <commctrl.h>
 
