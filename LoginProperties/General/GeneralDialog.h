@@ -5,11 +5,8 @@
 /// The "General" page: the profile that all pages work on, its account and its servers.
 class GeneralDialog : public ProfileDataDialog {
  public:
-  using ProfileDataDialog::ProfileDataDialog;
+  GeneralDialog(HINSTANCE instance, const wchar_t* templateId, HWND parentWindow);
 
  protected:
   int OnInitDialog(int64_t parameter) override;
-  int OnHelp(int64_t parameter) override;
-  int OnCommand(uint64_t command, int64_t control) override;
-  int OnNotify(uint64_t controlId, int64_t record) override;
 };

@@ -16,6 +16,12 @@ bool IsControlChecked(HWND page, int id) { return IsDlgButtonChecked(page, id) !
 
 void CheckControl(HWND page, int id, bool check) { CheckDlgButton(page, id, check ? BST_CHECKED : BST_UNCHECKED); }
 
+std::wstring ControlText(HWND page, int id, int longest) {
+  std::wstring text(static_cast<size_t>(longest), L'\0');
+  text.resize(GetDlgItemTextW(page, id, text.data(), longest + 1));
+  return text;
+}
+
 std::wstring OwnString(unsigned id) { return LoadStringDb(ModuleId::LoginProperties, id, false); }
 
 void FillComboFromString(HWND combo, unsigned stringId) {

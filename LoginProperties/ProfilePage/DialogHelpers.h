@@ -2,11 +2,7 @@
 
 #include <windows.h>
 
-#include <cstdint>
 #include <string>
-
-/// What every page passes to DisplayHelp as command.
-inline constexpr uint32_t kHelpCommand = 15;
 
 // One-line operations on a page's control with this id; nothing happens when the page has none.
 
@@ -17,6 +13,9 @@ void CheckControl(HWND page, int id, bool check);
 
 /// Whether a check box is checked or in its third state.
 bool IsControlChecked(HWND page, int id);
+
+/// The text of a control, at most its first `longest` characters.
+std::wstring ControlText(HWND page, int id, int longest);
 
 /// The text with this number of the module's own string table.
 std::wstring OwnString(unsigned id);

@@ -5,6 +5,7 @@
 #include "LoginProperties/LoginPropertiesContext.h"
 #include "LoginProperties/ProfilePage/ConfigCache.h"
 #include "LoginProperties/ProfilePage/DialogHelpers.h"
+#include "LoginProperties/ProfilePage/FrozenDrawing.h"
 #include "LoginProperties/ProfilePage/OverridePolicy.h"
 #include "LoginProperties/ProfilePage/ProfileControls.h"
 #include "LoginProperties/ProfilePage/ProfileSelector.h"
@@ -26,6 +27,10 @@ bool IsKeyDown(int key) { return (GetAsyncKeyState(key) & 0x8000) != 0; }
 
 }  // namespace
 
+ProfileDataDialog::ProfileDataDialog(HINSTANCE instance, const wchar_t* templateId, HWND parentWindow,
+                                     const PageTraits& traits)
+    : PropPageDialog(instance, templateId, parentWindow), traits_(traits) {}
+
 int ProfileDataDialog::OnInitDialog(int64_t) {
   profileCombo = GetDlgItem(GetWindow(), IDC_PROFILE_COMBO);
   overrideCheck = GetDlgItem(GetWindow(), IDC_OVERRIDE_CHECK);
@@ -35,7 +40,7 @@ int ProfileDataDialog::OnInitDialog(int64_t) {
 int ProfileDataDialog::SetWindowControls() {
   if (profileCombo == nullptr) return 1;  // the page is still being created
   const LoginPropertiesContext& context = GetContext();
-  SetWindowRedraw(profileCombo, FALSE);
+  const FrozenDrawing frozen(profileCombo);
   ComboBox_ResetContent(profileCombo);
   for (const SelectableProfile& profile : SelectableProfiles(context.profiles)) {
     const int index = ComboBox_AddString(profileCombo, profile.name.c_str());
@@ -44,8 +49,6 @@ int ProfileDataDialog::SetWindowControls() {
   if (context.currentProfile) {
     ComboBox_SelectString(profileCombo, -1, context.currentProfile->GetName().c_str());
   }
-  SetWindowRedraw(profileCombo, TRUE);
-  InvalidateRect(profileCombo, nullptr, TRUE);
   return 1;
 }
 
@@ -63,39 +66,60 @@ bool ProfileDataDialog::IsOverrideDisabled(const wchar_t* pageName) {
   return PolicyHolds(policy, IsKeyDown(VK_SHIFT), IsKeyDown(VK_CONTROL));
 }
 
-bool ProfileDataDialog::ApplyOverridePolicy(const wchar_t* pageName, SetFlag followDefaults) {
-  if (!IsOverrideDisabled(pageName)) return false;
+bool ProfileDataDialog::ApplyOverridePolicy() {
+  if (!IsOverrideDisabled(traits_.policyName)) return false;
   if (const auto& profile = GetContext().currentProfile) {
     SheetLog::ResetByPolicy(TitleOf(GetWindow()), profile);
-    followDefaults(*profile, true);
+    traits_.followDefaults(*profile, true);
   }
   EnableControl(GetWindow(), IDC_OVERRIDE_CHECK, true);
   return true;
 }
 
-void ProfileDataDialog::ShowOverride(bool followsDefaults) {
-  CheckControl(GetWindow(), IDC_OVERRIDE_CHECK, !followsDefaults);
-  EnableControlsAfterOverride(GetWindow(), !followsDefaults);
+bool ProfileDataDialog::FollowsDefaults() const {
+  const auto& profile = GetContext().currentProfile;
+  return !profile || traits_.followsDefaults(*profile);
 }
 
-int ProfileDataDialog::OnOverrideClicked(SetFlag followDefaults) {
+void ProfileDataDialog::ShowOverride() {
+  const bool overrides = !FollowsDefaults();
+  CheckControl(GetWindow(), IDC_OVERRIDE_CHECK, overrides);
+  EnableControlsAfterOverride(GetWindow(), overrides);
+}
+
+int ProfileDataDialog::OnCommand(uint64_t command, int64_t) {
+  switch (LOWORD(command)) {
+    case IDC_PROFILE_COMBO:
+      return HIWORD(command) == CBN_SELCHANGE ? OnProfileChosen() : traits_.idleSelectorResult;
+    case IDC_OVERRIDE_CHECK:
+      return traits_.followDefaults != nullptr ? OnOverrideClicked() : 0;
+    default:
+      return 0;
+  }
+}
+
+int ProfileDataDialog::OnProfileChosen() {
+  if (ValidateWindowControls() == 0) {
+    ProfileDataDialog::SetWindowControls();  // the selector goes back to the current profile
+    return 0;
+  }
+  SelectProfileFromCombo(profileCombo);
+  SetWindowControls();
+  return 1;
+}
+
+int ProfileDataDialog::OnOverrideClicked() {
   if (const auto& profile = GetContext().currentProfile) {
     const bool overrides = IsControlChecked(GetWindow(), IDC_OVERRIDE_CHECK);
     SheetLog::OverrideClicked(TitleOf(GetWindow()), profile, overrides);
-    followDefaults(*profile, !overrides);
+    traits_.followDefaults(*profile, !overrides);
     profile->SetState(ChangeState::Changed);
   }
   SetWindowControls();
   return 1;
 }
 
-int ProfileDataDialog::OnProfileSelected() {
-  SelectProfileFromCombo(profileCombo);
-  SetWindowControls();
-  return 1;
-}
-
-int ProfileDataDialog::OnSheetNotification(int64_t record, uint32_t helpTopic, HWND helpParent) {
+int ProfileDataDialog::OnNotify(uint64_t, int64_t record) {
   switch (reinterpret_cast<const NMHDR*>(record)->code) {
     case PSN_SETACTIVE:
       SheetLog::PageShown(TitleOf(GetWindow()), GetContext().currentProfile);
@@ -106,11 +130,21 @@ int ProfileDataDialog::OnSheetNotification(int64_t record, uint32_t helpTopic, H
       SheetLog::PageRefused(TitleOf(GetWindow()));
       return 1;
     case PSN_HELP:
-      DisplayHelp(helpTopic, helpParent, kHelpCommand);
+      OpenHelp(traits_.ownsHelpOfButton);
       return 0;
     default:
       return 0;
   }
+}
+
+int ProfileDataDialog::OnHelp(int64_t) {
+  OpenHelp(traits_.ownsHelpOfKey);
+  return 1;
+}
+
+void ProfileDataDialog::OpenHelp(bool ownsIt) const {
+  constexpr uint32_t kCommand = 15;
+  DisplayHelp(traits_.helpTopic, ownsIt ? GetWindow() : nullptr, kCommand);
 }
 
 std::shared_ptr<ConfigSetting> ProfileDataDialog::GetCurrentAutoConfig() {

@@ -1,9 +1,8 @@
 #pragma once
 
-#include <functional>
 #include <memory>
 
-#include "Database/Profiles/Profile.h"
+#include "LoginProperties/ProfilePage/PageTraits.h"
 #include "WaylineDll/ConfigSetting.h"
 #include "WaylineDll/PropPageDialog.h"
 
@@ -11,7 +10,7 @@
 /// that choosing another one on a page chooses it for all pages.
 class ProfileDataDialog : public PropPageDialog {
  public:
-  using PropPageDialog::PropPageDialog;
+  ProfileDataDialog(HINSTANCE instance, const wchar_t* templateId, HWND parentWindow, const PageTraits& traits);
 
  protected:
   /// Refills the selector and selects the current profile in it.
@@ -20,6 +19,16 @@ class ProfileDataDialog : public PropPageDialog {
   /// Takes the handles of the controls that the pages have in common.
   int OnInitDialog(int64_t parameter) override;
 
+  /// Opens the page's help.
+  int OnHelp(int64_t parameter) override;
+
+  /// Sees to the selector and to "Override defaults".
+  int OnCommand(uint64_t command, int64_t control) override;
+
+  /// Answers the sheet: shows the page when it is activated, keeps it in front while its validation fails, opens its
+  /// help.
+  int OnNotify(uint64_t controlId, int64_t record) override;
+
   /// Makes the profile that is chosen in a selector the current profile of all pages.
   static void SelectProfileFromCombo(HWND combo);
 
@@ -27,26 +36,16 @@ class ProfileDataDialog : public PropPageDialog {
   /// the policy.
   static bool IsOverrideDisabled(const wchar_t* pageName);
 
-  /// Stores in a profile whether a page follows the defaults.
-  using SetFlag = const std::function<void(Profile&, bool)>&;
-
-  /// Resets the current profile to the defaults of a page when the administrator's policy for it holds. The check box
-  /// is enabled, not disabled: the policy undoes the choice whenever the page is created, it does not lock it. Returns
+  /// Resets the current profile to the page's defaults when the administrator's policy for it holds. The check box is
+  /// enabled, not disabled: the policy undoes the choice whenever the page is created, it does not lock it. Returns
   /// whether the policy holds.
-  bool ApplyOverridePolicy(const wchar_t* pageName, SetFlag followDefaults);
+  bool ApplyOverridePolicy();
+
+  /// Whether the page shows the defaults: the current profile follows them, or there is none.
+  bool FollowsDefaults() const;
 
   /// Shows in the check box and by enabling what follows it whether the page follows the defaults.
-  void ShowOverride(bool followsDefaults);
-
-  /// The user clicked the check box: stores its state in the current profile and refreshes the page.
-  int OnOverrideClicked(SetFlag followDefaults);
-
-  /// The user chose another profile in the selector: makes it current and refreshes the page.
-  int OnProfileSelected();
-
-  /// Answers the sheet's notifications that all pages treat alike: shows the page when it is activated, keeps it in
-  /// front while its validation fails, opens its help over `helpParent`. Returns the result for the sheet.
-  int OnSheetNotification(int64_t record, uint32_t helpTopic, HWND helpParent);
+  void ShowOverride();
 
   /// The current profile's proxy configurations. The client library is asked once per profile; what it answers, also
   /// null, is kept in the context. Null without a current profile.
@@ -55,4 +54,11 @@ class ProfileDataDialog : public PropPageDialog {
 
   HWND profileCombo = nullptr;
   HWND overrideCheck = nullptr;  // on a page without that box: the control that bears its id
+
+ private:
+  int OnProfileChosen();
+  int OnOverrideClicked();
+  void OpenHelp(bool ownsIt) const;
+
+  PageTraits traits_;
 };

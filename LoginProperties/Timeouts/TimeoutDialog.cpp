@@ -14,10 +14,17 @@
 
 namespace {
 
-constexpr uint32_t kHelpTopic = 1036;
-constexpr wchar_t kPolicyName[] = L"Timeouts";
 constexpr int64_t kLargestDuration = 2147483647;
 constexpr unsigned kNoLimitString = 12066;  // the client library's words for an inactivity limit that is not set
+
+constexpr wchar_t kPolicyName[] = L"Timeouts";
+
+constexpr PageTraits kTraits = {
+    .helpTopic = 1036,
+    .policyName = kPolicyName,
+    .followsDefaults = [](const Profile& profile) { return profile.GetDefaultTimeouts(); },
+    .followDefaults = [](Profile& profile, bool follow) { profile.SetDefaultTimeouts(follow); },
+};
 
 DurationUnits LoadDurationUnits() {
   return {OwnString(IDS_HOUR),    OwnString(IDS_HOURS),  OwnString(IDS_MINUTE),
@@ -68,6 +75,9 @@ void LogInactivityLimit(const Profile& edited, const DurationUnits& units) {
 
 }  // namespace
 
+TimeoutDialog::TimeoutDialog(HINSTANCE instance, const wchar_t* templateId, HWND parentWindow)
+    : ProfileDataDialog(instance, templateId, parentWindow, kTraits) {}
+
 int TimeoutDialog::OnInitDialog(int64_t parameter) {
   warningList_ = GetDlgItem(GetWindow(), IDC_TIMEOUT_WARNING);
   durationList_ = GetDlgItem(GetWindow(), IDC_TIMEOUT_DURATION);
@@ -76,21 +86,17 @@ int TimeoutDialog::OnInitDialog(int64_t parameter) {
   warningCheck_ = GetDlgItem(GetWindow(), IDC_TIMEOUT_WARNING_CHECK);
   durationCheck_ = GetDlgItem(GetWindow(), IDC_TIMEOUT_DURATION_CHECK);
   thresholdCheck_ = GetDlgItem(GetWindow(), IDC_TIMEOUT_THRESHOLD_CHECK);
-  ApplyOverridePolicy(kPolicyName, &Profile::SetDefaultTimeouts);
+  ApplyOverridePolicy();
   SetWindowControls();
   return ProfileDataDialog::OnInitDialog(parameter);
-}
-
-int TimeoutDialog::OnHelp(int64_t) {
-  DisplayHelp(kHelpTopic, nullptr, kHelpCommand);
-  return 1;
 }
 
 int TimeoutDialog::SetWindowControls() {
   LoginPropertiesContext& context = GetContext();
   const auto& edited = context.currentProfile;
-  EnableControlsAfterOverride(GetWindow(), edited && !edited->GetDefaultTimeouts());
-  if (edited && !edited->GetDefaultTimeouts()) {
+  const bool overrides = !FollowsDefaults();
+  EnableControlsAfterOverride(GetWindow(), overrides);
+  if (overrides) {
     LoadTimeoutControls(*edited);
     EnableWarningGroup();
     EnableDurationGroup();
@@ -141,6 +147,7 @@ void TimeoutDialog::EnableDurationGroup() {
 
 void TimeoutDialog::EnableThresholdGroup() {
   const Profile& edited = *GetContext().currentProfile;
+  // One box governs both lists and both labels, so that it does not matter which label goes with which list.
   EnableTimeoutGroup(periodList_, thresholdCheck_, edited.GetThresholdTimeOut().count(), IDC_TIMEOUT_BYTES_LABEL);
   EnableTimeoutGroup(bytesList_, thresholdCheck_, edited.GetThresholdBytes(), IDC_TIMEOUT_PERIOD_LABEL);
 }
@@ -150,12 +157,11 @@ void TimeoutDialog::EnableWarningGroup() {
                      IDC_TIMEOUT_WARNING_LABEL);
 }
 
-int TimeoutDialog::OnCommand(uint64_t command, int64_t) {
-  const bool selectionChanged = HIWORD(command) == CBN_SELCHANGE;
-  if (LOWORD(command) == IDC_PROFILE_COMBO) return selectionChanged ? OnProfileChosen() : 0;
+int TimeoutDialog::OnCommand(uint64_t command, int64_t control) {
+  const int id = LOWORD(command);
   const auto& edited = GetContext().currentProfile;
-  if (!edited) return 0;
-  switch (LOWORD(command)) {
+  if (!edited && id != IDC_PROFILE_COMBO) return 0;
+  switch (id) {
     case IDC_TIMEOUT_DURATION_CHECK:
       EnableDurationGroup();
       return 0;
@@ -165,16 +171,14 @@ int TimeoutDialog::OnCommand(uint64_t command, int64_t) {
     case IDC_TIMEOUT_THRESHOLD_CHECK:
       OnThresholdClicked();
       return 0;
-    case IDC_OVERRIDE_CHECK:
-      return OnOverrideClicked(&Profile::SetDefaultTimeouts);
     case IDC_TIMEOUT_WARNING:
     case IDC_TIMEOUT_DURATION:
     case IDC_TIMEOUT_BYTES:
     case IDC_TIMEOUT_PERIOD:
-      if (selectionChanged) edited->SetState(ChangeState::Changed);
+      if (HIWORD(command) == CBN_SELCHANGE) edited->SetState(ChangeState::Changed);
       return 0;
     default:
-      return 0;
+      return ProfileDataDialog::OnCommand(command, control);
   }
 }
 
@@ -184,14 +188,6 @@ void TimeoutDialog::OnThresholdClicked() {
   edited.SetState(ChangeState::Changed);
   edited.SetThresholdOnOff(IsChecked(thresholdCheck_));
 }
-
-int TimeoutDialog::OnProfileChosen() {
-  if (ValidateWindowControls() != 0) return OnProfileSelected();
-  ProfileDataDialog::SetWindowControls();
-  return 0;
-}
-
-int TimeoutDialog::OnNotify(uint64_t, int64_t record) { return OnSheetNotification(record, kHelpTopic, GetWindow()); }
 
 // The page writes the profile when it validates.
 int TimeoutDialog::ReadWindowControls() { return 1; }

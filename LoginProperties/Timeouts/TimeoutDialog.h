@@ -7,7 +7,7 @@
 /// The "Timeouts" page: after what time, and with what warning, a connection is ended automatically.
 class TimeoutDialog : public ProfileDataDialog {
  public:
-  using ProfileDataDialog::ProfileDataDialog;
+  TimeoutDialog(HINSTANCE instance, const wchar_t* templateId, HWND parentWindow);
 
  protected:
   int SetWindowControls() override;
@@ -17,9 +17,7 @@ class TimeoutDialog : public ProfileDataDialog {
   int ValidateWindowControls() override;
 
   int OnInitDialog(int64_t parameter) override;
-  int OnHelp(int64_t parameter) override;
   int OnCommand(uint64_t command, int64_t control) override;
-  int OnNotify(uint64_t controlId, int64_t record) override;
 
  private:
   void LoadTimeoutControls(Profile& shown);
@@ -29,7 +27,6 @@ class TimeoutDialog : public ProfileDataDialog {
   void EnableThresholdGroup();
   void EnableWarningGroup();
   void OnThresholdClicked();
-  int OnProfileChosen();
   ChosenTimeouts ReadChoices() const;
   void ShowProblem(const TimeoutProblem& problem);
 

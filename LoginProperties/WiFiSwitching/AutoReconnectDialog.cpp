@@ -15,8 +15,13 @@
 
 namespace {
 
-constexpr uint32_t kHelpTopic = 1132;
 constexpr int kLongestText = 260;
+
+constexpr PageTraits kTraits = {
+    .helpTopic = 1132,
+    .idleSelectorResult = 1,
+    .followDefaults = [](Profile& profile, bool follow) { profile.SetOverrideAutoReconnectDefaults(!follow); },
+};
 
 // What every profile can have, whoever sets the rest.
 constexpr std::array kAlwaysEnabled = {IDC_RECONNECT_SWITCH_GROUP,   IDC_RECONNECT_HOTSPOT_GROUP,
@@ -24,26 +29,16 @@ constexpr std::array kAlwaysEnabled = {IDC_RECONNECT_SWITCH_GROUP,   IDC_RECONNE
                                        IDC_RECONNECT_STRENGTH_LABEL, IDC_RECONNECT_ADVANCED_GROUP,
                                        IDC_RECONNECT_WAIT_RADIO,     IDC_RECONNECT_AT_ONCE_RADIO};
 
-void FollowDefaults(Profile& profile, bool follow) { profile.SetOverrideAutoReconnectDefaults(!follow); }
-
-std::wstring TextOf(HWND page, int id) {
-  wchar_t text[kLongestText + 1] = {};
-  GetDlgItemTextW(page, id, text, ARRAYSIZE(text));
-  return text;
-}
-
 }  // namespace
+
+AutoReconnectDialog::AutoReconnectDialog(HINSTANCE instance, const wchar_t* templateId, HWND parentWindow)
+    : ProfileDataDialog(instance, templateId, parentWindow, kTraits) {}
 
 int AutoReconnectDialog::OnInitDialog(int64_t parameter) {
   Edit_LimitText(GetDlgItem(GetWindow(), IDC_RECONNECT_STRENGTH), kStrengthDigits);
   Edit_LimitText(GetDlgItem(GetWindow(), IDC_RECONNECT_INTERVAL), kIntervalDigits);
   ShowFocusOf(GetDlgItem(GetWindow(), IDC_RECONNECT_PROMPT_CHECK));
   return ProfileDataDialog::OnInitDialog(parameter);
-}
-
-int AutoReconnectDialog::OnHelp(int64_t) {
-  DisplayHelp(kHelpTopic, nullptr, kHelpCommand);
-  return 1;
 }
 
 int AutoReconnectDialog::SetWindowControls() {
@@ -84,14 +79,14 @@ void AutoReconnectDialog::EnableReconnectControls() {
   EnableControl(GetWindow(), IDC_RECONNECT_STRENGTH, enabled.details);
 }
 
-int AutoReconnectDialog::OnCommand(uint64_t command, int64_t) {
+int AutoReconnectDialog::OnCommand(uint64_t command, int64_t control) {
   const int id = LOWORD(command);
   const int notification = HIWORD(command);
-  if (id == IDC_PROFILE_COMBO) return notification == CBN_SELCHANGE ? OnProfileChosen() : 1;
-  if (!GetContext().currentProfile) return 1;
+  if (!GetContext().currentProfile && id != IDC_PROFILE_COMBO) return 1;
   switch (id) {
+    case IDC_PROFILE_COMBO:
     case IDC_OVERRIDE_CHECK:
-      return OnOverrideClicked(FollowDefaults);
+      return ProfileDataDialog::OnCommand(command, control);
     case IDC_RECONNECT_SWITCH_CHECK:
       return OnSwitchClicked(id, &Profile::SetOverrideARMode);
     case IDC_RECONNECT_HOTSPOT_CHECK:
@@ -130,7 +125,7 @@ int AutoReconnectDialog::OnPromptClicked() {
 int AutoReconnectDialog::OnFieldLeft(int id, void (Profile::*store)(int32_t)) {
   Profile& edited = *GetContext().currentProfile;
   edited.SetState(ChangeState::Changed);
-  (edited.*store)(ToNumber(TextOf(GetWindow(), id)));
+  (edited.*store)(ToNumber(ControlText(GetWindow(), id, kLongestText)));
   const int result = leaving_ ? 1 : ValidateWindowControls();
   EnableControl(GetWindow(), id, true);
   return result;
@@ -144,17 +139,11 @@ int AutoReconnectDialog::OnLostConnectionChosen(int id, int32_t settings) {
   return 1;
 }
 
-int AutoReconnectDialog::OnProfileChosen() {
-  if (ValidateWindowControls() != 0) return OnProfileSelected();
-  ProfileDataDialog::SetWindowControls();
-  return 0;
-}
-
-int AutoReconnectDialog::OnNotify(uint64_t, int64_t record) {
+int AutoReconnectDialog::OnNotify(uint64_t controlId, int64_t record) {
   const UINT code = reinterpret_cast<const NMHDR*>(record)->code;
   // A sheet that is cancelled takes the focus away too, and nobody is to be told of what is given up.
   if (code == PSN_KILLACTIVE || code == PSN_RESET) leaving_ = true;
-  return OnSheetNotification(record, kHelpTopic, GetWindow());
+  return ProfileDataDialog::OnNotify(controlId, record);
 }
 
 // Every control writes the profile when it is used.

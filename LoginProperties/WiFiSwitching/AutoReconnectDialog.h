@@ -6,7 +6,7 @@
 /// the current profile at once.
 class AutoReconnectDialog : public ProfileDataDialog {
  public:
-  using ProfileDataDialog::ProfileDataDialog;
+  AutoReconnectDialog(HINSTANCE instance, const wchar_t* templateId, HWND parentWindow);
 
  protected:
   int SetWindowControls() override;
@@ -16,7 +16,6 @@ class AutoReconnectDialog : public ProfileDataDialog {
   int ValidateWindowControls() override;
 
   int OnInitDialog(int64_t parameter) override;
-  int OnHelp(int64_t parameter) override;
   int OnCommand(uint64_t command, int64_t control) override;
   int OnNotify(uint64_t controlId, int64_t record) override;
 
@@ -27,7 +26,6 @@ class AutoReconnectDialog : public ProfileDataDialog {
   int OnPromptClicked();
   int OnFieldLeft(int id, void (Profile::*store)(int32_t));
   int OnLostConnectionChosen(int id, int32_t settings);
-  int OnProfileChosen();
 
   // Set once the sheet has asked the page to give way, until a validation fails. While it is set, a field that loses
   // the focus is not validated at once.

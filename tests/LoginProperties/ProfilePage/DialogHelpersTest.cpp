@@ -88,6 +88,14 @@ TEST_F(DialogHelpers, CheckAndUncheckABox) {
   EXPECT_EQ(IsDlgButtonChecked(page, kAfter), UINT{BST_UNCHECKED});
 }
 
+TEST_F(DialogHelpers, ReadATextUpToALength) {
+  SetWindowTextW(Add(kAfter, L"EDIT"), L"12345");
+  EXPECT_EQ(ControlText(page, kAfter, 6), L"12345");
+  EXPECT_EQ(ControlText(page, kAfter, 5), L"12345");
+  EXPECT_EQ(ControlText(page, kAfter, 4), L"1234");
+  EXPECT_EQ(ControlText(page, kBefore, 4), L"");
+}
+
 TEST_F(DialogHelpers, TakeTextsFromTheModulesStrings) {
   const LoadedModule pavise(L"Pavise.dll");
   EXPECT_EQ(OwnString(IDS_INITIAL_SIZES), L"Normal~Maximized~Minimized");
