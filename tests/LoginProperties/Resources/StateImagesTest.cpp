@@ -74,10 +74,11 @@ TEST_F(StateImages, TellOnFromOff) {
 
 // A box or circle is light inside on every background, so that its mark is seen.
 TEST_F(StateImages, HideWhatIsBehindABoxOrCircle) {
-  for (const std::size_t cell : {kCheckOffImage, kCheckOnImage, kRadioOffImage, kRadioOnImage}) {
+  for (const int cell : {kCheckOffImage, kCheckOnImage, kRadioOffImage, kRadioOnImage}) {
+    const std::size_t left = static_cast<std::size_t>(cell) * kCellWidth;
     for (std::size_t y = 0; y < kHeight; ++y) {
       int edges = 0;
-      for (std::size_t x = cell * kCellWidth + 1; x < (cell + 1) * kCellWidth; ++x) {
+      for (std::size_t x = left + 1; x < left + kCellWidth; ++x) {
         if (IsTransparent(x, y) != IsTransparent(x - 1, y)) ++edges;
       }
       EXPECT_LE(edges, 2) << "cell " << cell << ", row " << y;
