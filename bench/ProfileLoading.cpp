@@ -1,5 +1,6 @@
 // What loading a profile takes, beside hand-written code that reads the same values through SQLite: by one statement
-// after the other, and by a single query that is kept prepared. Prints Markdown tables.
+// after the other, by a single query that is kept prepared, and by kept statements in one transaction. Prints Markdown
+// tables.
 
 #include <malloc.h>
 #include <sqlite3.h>
@@ -157,7 +158,7 @@ class Database {
  public:
   Database(const std::filesystem::path& parent, uint32_t profiles) : chains_(profiles / kDeepest) {
     const std::filesystem::path folder = parent / std::to_string(profiles);
-    std::filesystem::create_directory(folder);
+    std::filesystem::create_directories(folder);
     userFolder_ = folder.wstring();
     databasePlatform.userDataDirectory = [] { return userFolder_; };
     file_ = (folder / kSettingsDatabaseFile).wstring();
@@ -286,6 +287,14 @@ void Read(sqlite3_stmt* statement, Row& row) {
   }
 }
 
+// The statements for one link, and for the columns of one profile.
+constexpr char kLinkQuery[] = "select ProfileId, LinkProfile from Profiles where ProfileId = ?";
+
+std::string ColumnsQuery() {
+  return "select " + ForEachColumn([](const std::string& name, const std::string&) { return name; }) +
+         " from Profiles where ProfileId = ?";
+}
+
 class OneByOne {
  public:
   explicit OneByOne(const Database& database) : connection_(Open(database.File())) {}
@@ -315,11 +324,52 @@ class OneByOne {
   }
 
   const Row defaults_ = RowOf(Profile(0));
-  const std::string list_ = "select ProfileId, LinkProfile from Profiles where ProfileId = ?";
-  const std::string load_ = "select " +
-                            ForEachColumn([](const std::string& name, const std::string&) { return name; }) +
-                            " from Profiles where ProfileId = ?";
+  const std::string list_ = kLinkQuery;
+  const std::string load_ = ColumnsQuery();
   const Connection connection_;
+};
+
+class KeptStatements {
+ public:
+  explicit KeptStatements(const Database& database) : connection_(Open(database.File())) {}
+
+  void Load(uint32_t id, Row& row) const {
+    row = defaults_;
+    Finish(begin_);
+    std::vector<int> chain;
+    for (int link = static_cast<int>(id); link != 0;) {
+      FindRow(list_, link);
+      chain.push_back(link);
+      link = sqlite3_column_int(list_.get(), 1);
+      Finish(list_);
+    }
+    for (; !chain.empty(); chain.pop_back()) {
+      FindRow(load_, chain.back());
+      Read(load_.get(), row);
+      Finish(load_);
+    }
+    Finish(commit_);
+  }
+
+ private:
+  Statement Keep(const std::string& sql) const { return Prepare(connection_.get(), sql, SQLITE_PREPARE_PERSISTENT); }
+
+  void FindRow(const Statement& statement, int id) const {
+    sqlite3_bind_int(statement.get(), 1, id);
+    Expect(connection_.get(), SQLITE_ROW, sqlite3_step(statement.get()));
+  }
+
+  void Finish(const Statement& statement) const {
+    Expect(connection_.get(), SQLITE_DONE, sqlite3_step(statement.get()));
+    sqlite3_reset(statement.get());
+  }
+
+  const Row defaults_ = RowOf(Profile(0));
+  const Connection connection_;
+  const Statement begin_ = Keep("begin");
+  const Statement commit_ = Keep("commit");
+  const Statement list_ = Keep(kLinkQuery);
+  const Statement load_ = Keep(ColumnsQuery());
 };
 
 class OneQuery {
@@ -355,23 +405,29 @@ class OneQuery {
   const Statement statement_;
 };
 
-// All ways of loading from one database.
+// All ways of loading from one database: first those of the module.
 class Contest {
  public:
-  explicit Contest(const Database& database) : database_(database), oneByOne_(database), oneQuery_(database) {}
+  explicit Contest(const Database& database)
+      : database_(database), oneByOne_(database), oneQuery_(database), keptStatements_(database) {}
 
-  static constexpr std::array kNames = {"module", "module, new object", "(a)", "(b)"};
+  static constexpr std::array kNames = {"module", "new object", "new record", "(a)", "(b)", "(c)"};
+  static constexpr size_t kOfModule = 3;
 
   void Load(size_t candidate, uint32_t id) {
     switch (candidate) {
       case 0:
-        return ExpectLoaded(profiles_.LoadProfileById(id, profile_));
+        return ExpectLoaded(profiles_.LoadProfileById(id, *profile_));
       case 1:
-        return ExpectLoaded(Profiles().LoadProfileById(id, profile_));
+        return ExpectLoaded(Profiles().LoadProfileById(id, *profile_));
       case 2:
+        return ExpectLoaded(profiles_.LoadProfileById(id, *(profile_ = std::make_shared<Profile>(0))));
+      case 3:
         return oneByOne_.Load(id, row_);
-      default:
+      case 4:
         return oneQuery_.Load(id, row_);
+      default:
+        return keptStatements_.Load(id, row_);
     }
   }
 
@@ -380,10 +436,10 @@ class Contest {
     for (int load = 0; load < 20; ++load) {
       const uint32_t id = AnyProfile(depth);
       Load(0, id);
-      const Row expected = RowOf(profile_);
+      const Row expected = RowOf(*profile_);
       for (size_t candidate = 1; candidate < kNames.size(); ++candidate) {
         Load(candidate, id);
-        if ((candidate == 1 ? RowOf(profile_) : row_) == expected && expected.numbers[0] == id) continue;
+        if ((candidate < kOfModule ? RowOf(*profile_) : row_) == expected && expected.numbers[0] == id) continue;
         throw std::runtime_error(std::string(kNames[candidate]) + " reads other values than the module of profile " +
                                  std::to_string(id));
       }
@@ -403,8 +459,9 @@ class Contest {
   const Database& database_;
   const OneByOne oneByOne_;
   const OneQuery oneQuery_;
+  const KeptStatements keptStatements_;
   Profiles profiles_;
-  Profile profile_{0};
+  std::shared_ptr<Profile> profile_ = std::make_shared<Profile>(0);
   Row row_;
   std::mt19937 random_;
 };
@@ -434,10 +491,12 @@ void MeasureTime(Contest& contest, uint32_t profiles, uint32_t depth) {
   std::printf("| %u | %u |", profiles, depth);
   for (std::vector<double>& samples : times) {
     std::ranges::sort(samples);
-    std::printf(" %.0f | %.0f |", samples[kRounds / 2], samples[kRounds * 95 / 100]);
+    std::printf(" %.0f / %.0f |", samples[kRounds / 2], samples[kRounds * 95 / 100]);
   }
-  const auto half = [&](size_t candidate) { return times[candidate][kRounds / 2]; };
-  std::printf(" %.2f | %.2f |\n", half(0) / half(2), half(0) / half(3));
+  for (size_t other = Contest::kOfModule; other < kCandidates; ++other) {
+    std::printf(" %.2f |", times[0][kRounds / 2] / times[other][kRounds / 2]);
+  }
+  std::puts("");
 }
 
 void MeasureMemory(Contest& contest, const Database& database, uint32_t depth) {
@@ -453,14 +512,71 @@ void MeasureMemory(Contest& contest, const Database& database, uint32_t depth) {
   }
 }
 
+// What making a record costs that nothing is loaded into; all are kept.
+void MeasureRecords() {
+  constexpr size_t kRecords = 1'000;
+  constexpr size_t kRounds = 51;
+  std::vector<std::shared_ptr<Profile>> records(kRecords);
+  std::vector<double> times;
+  for (size_t round = 0; round < kRounds; ++round) {
+    std::ranges::fill(records, nullptr);
+    const Clock::time_point start = Clock::now();
+    for (auto& record : records) record = std::make_shared<Profile>(0);
+    times.push_back(Microseconds(Clock::now() - start).count() * 1000 / kRecords);
+  }
+  std::ranges::sort(times);
+  tally = {.on = true};
+  const auto record = std::make_shared<Profile>(0);
+  tally.on = false;
+  std::printf("| %lld | %lld | %.0f |\n", static_cast<long long>(tally.own), static_cast<long long>(tally.bytes),
+              times[kRounds / 2]);
+}
+
 constexpr std::array kDepths = {1U, 3U, kDeepest};
+
+void PrintTimesHeader() {
+  std::printf("| profiles | depth |");
+  for (const char* name : Contest::kNames) std::printf(" %s |", name);
+  std::puts(
+      " to (a) | to (b) | to (c) |\n"
+      "|---:|---:|---:|---:|---:|---:|---:|---:|---:|---:|---:|");
+}
+
+// Opens the database anew, as the first process on the machine that uses one does: SQLite tells the module of every
+// statement. That goes for all connections of the process, and for ever.
+void OpenAsFirstProcess(const Database& database) {
+  const auto shared = Singleton<SQLiteDatabaseManager>::Get()->GetDatabase(database.File());
+  shared->Close();
+  sqlite3_shutdown();
+  databasePlatform.createInstanceMutex = [](const std::wstring&) { return InstanceMutex{nullptr, true}; };
+  Expect(nullptr, SQLITE_OK, shared->Open(true, database.File()));
+}
+
+// Throws when SQLite, which can tell of its statements, does not.
+void CheckStatementLog(Contest& contest) {
+  static bool asked;
+  asked = false;
+  const auto isTraceFlagSet = databasePlatform.isTraceFlagSet;
+  databasePlatform.isTraceFlagSet = [](unsigned) { return asked = true, false; };
+  contest.Load(0, contest.AnyProfile(1));
+  databasePlatform.isTraceFlagSet = isTraceFlagSet;
+  if (!asked && sqlite3_compileoption_used("ENABLE_SQLLOG") != 0) throw std::runtime_error("SQLite has no log");
+}
+
+void MeasureFirstProcess(const std::filesystem::path& folder) {
+  PrintTimesHeader();
+  const Database database(folder / "first", 1'000U);
+  OpenAsFirstProcess(database);
+  Contest contest(database);
+  CheckStatementLog(contest);
+  for (const uint32_t depth : kDepths) contest.Compare(depth);
+  for (const uint32_t depth : kDepths) MeasureTime(contest, 1'000U, depth);
+}
 
 void MeasureAll() {
   if (Columns().size() != kColumns) throw std::runtime_error("a profile has another number of columns");
   const TemporaryFolder folder;
-  std::puts(
-      "| profiles | depth | module p50 | p95 | new object p50 | p95 | (a) p50 | p95 | (b) p50 | p95 | to (a) | to (b) |\n"
-      "|---:|---:|---:|---:|---:|---:|---:|---:|---:|---:|---:|---:|");
+  PrintTimesHeader();
   for (const uint32_t profiles : {10U, 1'000U, 100'000U}) {
     const Database database(folder.Path(), profiles);
     Contest contest(database);
@@ -471,9 +587,17 @@ void MeasureAll() {
   std::puts(
       "\n| depth | candidate | C++ allocations | SQLite allocations | peak bytes |\n"
       "|---:|---|---:|---:|---:|");
-  const Database database(folder.Path(), 11 * kDeepest);
-  Contest contest(database);
-  for (const uint32_t depth : kDepths) MeasureMemory(contest, database, depth);
+  {
+    const Database database(folder.Path(), 11 * kDeepest);
+    Contest contest(database);
+    for (const uint32_t depth : kDepths) MeasureMemory(contest, database, depth);
+  }
+
+  std::puts("\n| allocations | bytes | ns |\n|---:|---:|---:|");
+  MeasureRecords();
+
+  std::puts("");
+  MeasureFirstProcess(folder.Path());
 }
 
 }  // namespace
