@@ -1,7 +1,6 @@
 #include "Database/ConfigXmlProcessing.h"
 
 #include <algorithm>
-#include <cstring>
 #include <cwctype>
 #include <limits>
 #include <utility>
@@ -33,7 +32,7 @@ ValueClass ClassOf(ColumnKind kind) {
 }
 
 const ColumnBinding* FindColumn(std::wstring_view name, const SQLRecord& record, std::wstring& message) {
-  const auto& columns = record.GetBindings();
+  const auto columns = record.GetBindings();
   const auto column = std::ranges::find(columns, name, &ColumnBinding::name);
   if (column != columns.end()) {
     message.clear();
@@ -44,35 +43,17 @@ const ColumnBinding* FindColumn(std::wstring_view name, const SQLRecord& record,
   return nullptr;
 }
 
-// By bytes, because the member may be an unsigned number or an enumeration of the same size.
-template <typename Value>
-void Assign(const ColumnBinding& column, Value value) {
-  std::memcpy(column.member, &value, sizeof value);
-}
-
-void AssignInteger(const ColumnBinding& column, int32_t number) {
-  switch (column.kind) {
-    case ColumnKind::Integer16:
-      Assign(column, static_cast<uint16_t>(number));
-      break;
-    case ColumnKind::Integer64:
-      Assign(column, int64_t{number});
-      break;
-    default:
-      Assign(column, number);
-  }
-}
-
 }  // namespace
 
 bool LessNoCase::operator()(std::wstring_view left, std::wstring_view right) const {
   return std::ranges::lexicographical_compare(left, right, {}, Lower, Lower);
 }
 
-void ConfigXmlProcessing::StoreValidNames(std::vector<ValidName> tableNames,
-                                          const std::vector<ColumnBinding>& columns) {
+void ConfigXmlProcessing::StoreValidNames(std::vector<ValidName> tableNames, std::span<const ColumnBinding> columns) {
   validNames_ = std::move(tableNames);
-  for (const ColumnBinding& column : columns) validNames_.push_back({column.name, {}, ClassOf(column.kind)});
+  for (const ColumnBinding& column : columns) {
+    validNames_.push_back({std::wstring(column.name), {}, ClassOf(column.kind)});
+  }
 }
 
 EnumerationWords ConfigXmlProcessing::GetEnumerationWords(std::wstring_view /*name*/) const { return {}; }
@@ -90,12 +71,12 @@ bool ConfigXmlProcessing::SetText(std::wstring_view name, SQLRecord& record, con
   const ColumnBinding* const column = FindColumn(name, record, message);
   if (column == nullptr) return false;
   if (column->kind == ColumnKind::Text) {
-    *static_cast<std::wstring*>(column->member) = value;
+    column->write(record, value);
     return true;
   }
   if (column->kind == ColumnKind::Character) {
     const std::u16string units = ToUtf16(value);
-    Assign(*column, static_cast<wchar_t>(units.empty() ? u'\0' : units.front()));
+    column->write(record, int64_t{units.empty() ? u'\0' : units.front()});
     return true;
   }
   return false;
@@ -107,7 +88,7 @@ bool ConfigXmlProcessing::SetInteger(std::wstring_view name, SQLRecord& record, 
   if (column == nullptr || ClassOf(column->kind) != ValueClass::Integer) return false;
   const int32_t number = value.empty() ? 0 : std::stoi(value);
   if (number < GetLowestInteger(name) || number > GetHighestInteger(name)) return false;
-  AssignInteger(*column, number);
+  column->write(record, int64_t{number});
   return true;
 }
 
@@ -115,7 +96,7 @@ bool ConfigXmlProcessing::SetBoolean(std::wstring_view name, SQLRecord& record, 
                                      std::wstring& message) {
   const ColumnBinding* const column = FindColumn(name, record, message);
   if (column == nullptr || column->kind != ColumnKind::Boolean) return false;
-  Assign(*column, StringToBool(value));
+  column->write(record, int64_t{StringToBool(value)});
   return true;
 }
 
@@ -125,7 +106,7 @@ bool ConfigXmlProcessing::SetEnumeration(std::wstring_view name, SQLRecord& reco
   if (column == nullptr || ClassOf(column->kind) != ValueClass::Integer) return false;
   const EnumerationWords words = GetEnumerationWords(name);
   if (const auto word = words.find(value); word != words.end()) {
-    AssignInteger(*column, word->second);
+    column->write(record, int64_t{word->second});
     return true;
   }
   message = L"unknown value '" + value + L"' here are the valid values ";

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <map>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -48,7 +49,7 @@ class ConfigXmlProcessing {
   ConfigXmlProcessing& operator=(const ConfigXmlProcessing&) = delete;
 
   /// Replaces the list of valid names: those of the table itself, then one for each column, in their order.
-  virtual void StoreValidNames(std::vector<ValidName> tableNames, const std::vector<ColumnBinding>& columns);
+  virtual void StoreValidNames(std::vector<ValidName> tableNames, std::span<const ColumnBinding> columns);
 
   /// The valid names of the table.
   virtual const std::vector<ValidName>& GetValidNames() = 0;

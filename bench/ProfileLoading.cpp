@@ -11,16 +11,17 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <exception>
 #include <filesystem>
 #include <memory>
 #include <new>
 #include <numeric>
 #include <random>
+#include <span>
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <variant>
 #include <vector>
 
 #include "Database/Profiles/Profiles.h"
@@ -105,9 +106,9 @@ void TallySqlite() {
   if (sqlite3_config(SQLITE_CONFIG_MALLOC, &tallied) != SQLITE_OK) throw std::runtime_error("SQLite is in use already");
 }
 
-const std::vector<ColumnBinding>& Columns() {
-  static const Profile profile(0);
-  return profile.GetBindings();
+std::span<const ColumnBinding> Columns() {
+  static const auto columns = Profile(0).GetBindings();
+  return columns;
 }
 
 constexpr size_t kColumns = 90;
@@ -231,26 +232,11 @@ struct Row {
 Row RowOf(const Profile& profile) {
   Row row;
   for (size_t column = 0; column < kColumns; ++column) {
-    const ColumnBinding& binding = profile.GetBindings()[column];
-    const auto number = [&]<typename Value>(Value value) {
-      std::memcpy(&value, binding.member, sizeof value);
-      row.numbers[column] = static_cast<int64_t>(value);
-    };
-    switch (binding.kind) {
-      case ColumnKind::Text:
-        row.texts[column] = ToUtf16(*static_cast<const std::wstring*>(binding.member));
-        break;
-      case ColumnKind::Character:
-        number(wchar_t());
-        break;
-      case ColumnKind::Boolean:
-        number(bool());
-        break;
-      case ColumnKind::Integer64:
-        number(int64_t());
-        break;
-      default:
-        number(int32_t());
+    const ColumnValue value = Columns()[column].read(profile);
+    if (const auto* text = std::get_if<std::wstring>(&value)) {
+      row.texts[column] = ToUtf16(*text);
+    } else {
+      row.numbers[column] = std::get<int64_t>(value);
     }
   }
   return row;

@@ -1,8 +1,17 @@
 #include "Database/Profiles/Preference.h"
 
-Preference::Preference(const PreferenceFields& fields) : fields_(fields) { BindColumns(); }
+#include "Database/SQLite/MemberBinding.h"
 
-Preference::Preference(const Preference& other) : SQLRecord(other), fields_(other.fields_) { BindColumns(); }
+std::span<const ColumnBinding> Preference::GetBindings() const {
+  static constexpr ColumnBinding kBindings[] = {
+      Bind<&Preference::fields_, &PreferenceFields::preferenceId>(L"PreferenceId"),
+      Bind<&Preference::fields_, &PreferenceFields::profileId>(L"ProfileId"),
+      Bind<&Preference::fields_, &PreferenceFields::state>(L"State"),
+      Bind<&Preference::fields_, &PreferenceFields::visible>(L"Visible"),
+      Bind<&Preference::fields_, &PreferenceFields::ipsecRequired>(L"IPSecRequired"),
+  };
+  return kBindings;
+}
 
 void Preference::SetProfileId(uint32_t profileId) {
   fields_.profileId = profileId;
@@ -12,12 +21,4 @@ void Preference::SetProfileId(uint32_t profileId) {
 void Preference::SetValue(int32_t value) {
   fields_.state = value;
   SetState(ChangeState::Changed);
-}
-
-void Preference::BindColumns() {
-  Bind(L"PreferenceId", ColumnKind::Integer32, &fields_.preferenceId);
-  Bind(L"ProfileId", ColumnKind::Integer32, &fields_.profileId);
-  Bind(L"State", ColumnKind::Integer32, &fields_.state);
-  Bind(L"Visible", ColumnKind::Boolean, &fields_.visible);
-  Bind(L"IPSecRequired", ColumnKind::Boolean, &fields_.ipsecRequired);
 }

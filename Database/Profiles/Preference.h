@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <span>
 
 #include "Database/Profiles/PreferenceId.h"
 #include "Database/SQLite/SQLRecord.h"
@@ -23,9 +24,9 @@ class Preference : public SQLRecord {
   static constexpr int32_t kOff = 1;
   static constexpr int32_t kOn = 2;
 
-  explicit Preference(const PreferenceFields& fields = {});
-  Preference(const Preference& other);
-  Preference& operator=(const Preference& other) = default;
+  explicit Preference(const PreferenceFields& fields = {}) : fields_(fields) {}
+
+  std::span<const ColumnBinding> GetBindings() const override;
 
   const PreferenceFields& Fields() const { return fields_; }
 
@@ -40,8 +41,6 @@ class Preference : public SQLRecord {
   void SetValue(int32_t value);
 
  private:
-  void BindColumns();
-
   PreferenceFields fields_;
 };
 

@@ -1,10 +1,10 @@
 #include "Database/Profiles/Profile.h"
 
 #include "Database/Profiles/ProfileIdManager.h"
+#include "Database/SQLite/MemberBinding.h"
 #include "NetUtilities/Module/Singleton.h"
 
 Profile::Profile(uint32_t id) {
-  BindColumns();
   if (id != kNewId) {
     columns_.profileId = id;
   } else if (const auto ids = Singleton<ProfileIdManager>::Get()) {
@@ -12,100 +12,99 @@ Profile::Profile(uint32_t id) {
   }
 }
 
-Profile::Profile(const Profile& other) : SQLRecord(other), columns_(other.columns_), attachment_(other.attachment_) {
-  BindColumns();
-}
-
-void Profile::BindColumns() {
-  Bind(L"ProfileId", ColumnKind::Key, &columns_.profileId, 1);
-  Bind(L"Name", ColumnKind::Text, &columns_.name, 1);
-  Bind(L"LinkProfile", ColumnKind::ParentKey, &columns_.linkProfile);
-  Bind(L"LinkService", ColumnKind::Integer32, &columns_.linkService);
-  Bind(L"ActualService", ColumnKind::Integer32, &columns_.actualService);
-  Bind(L"Account", ColumnKind::Text, &columns_.account);
-  Bind(L"UserId", ColumnKind::Text, &columns_.userId);
-  Bind(L"EncryptedPassword", ColumnKind::Text, &columns_.encryptedPassword);
-  Bind(L"SavePassword", ColumnKind::Boolean, &columns_.savePassword);
-  Bind(L"HideSavePassword", ColumnKind::Boolean, &columns_.hideSavePassword);
-  Bind(L"Hidden", ColumnKind::Boolean, &columns_.hidden);
-  Bind(L"UseSoftID", ColumnKind::Boolean, &columns_.useSoftId);
-  Bind(L"DNS1Setting", ColumnKind::Character, &columns_.dns1Setting);
-  Bind(L"DNS2Setting", ColumnKind::Character, &columns_.dns2Setting);
-  Bind(L"DomainNameSetting", ColumnKind::Character, &columns_.domainNameSetting);
-  Bind(L"WINS1Setting", ColumnKind::Character, &columns_.wins1Setting);
-  Bind(L"WINS2Setting", ColumnKind::Character, &columns_.wins2Setting);
-  Bind(L"SearchListSetting", ColumnKind::Character, &columns_.searchListSetting);
-  Bind(L"AutoProxySetting", ColumnKind::Character, &columns_.autoProxySetting);
-  Bind(L"ManualProxySetting", ColumnKind::Character, &columns_.manualProxySetting);
-  Bind(L"ProxyExceptionsSetting", ColumnKind::Character, &columns_.proxyExceptionsSetting);
-  Bind(L"DefaultPreferences", ColumnKind::Boolean, &columns_.defaultPreferences);
-  Bind(L"DefaultTimeouts", ColumnKind::Boolean, &columns_.defaultTimeouts);
-  Bind(L"DefaultAutostart", ColumnKind::Boolean, &columns_.defaultAutostart);
-  Bind(L"DefaultProxy", ColumnKind::Boolean, &columns_.defaultProxy);
-  Bind(L"SMUserMayOverrideAutoReconnectDefaults", ColumnKind::Boolean,
-       &columns_.smUserMayOverrideAutoReconnectDefaults);
-  Bind(L"OverrideAutoReconnectDefaults", ColumnKind::Boolean, &columns_.overrideAutoReconnectDefaults);
-  Bind(L"DurationTime", ColumnKind::Integer32, &columns_.durationTime);
-  Bind(L"ThresholdOnOff", ColumnKind::Boolean, &columns_.thresholdOnOff);
-  Bind(L"ThresholdBytes", ColumnKind::Integer32, &columns_.thresholdBytes);
-  Bind(L"ThresholdTimeOut", ColumnKind::Integer32, &columns_.thresholdTimeOut);
-  Bind(L"WarnTime", ColumnKind::Integer32, &columns_.warnTime);
-  Bind(L"SMIdleTime", ColumnKind::Integer32, &columns_.smIdleTime);
-  Bind(L"AuthProtocol", ColumnKind::Integer32, &columns_.authProtocol);
-  Bind(L"HelpPhoneNumber", ColumnKind::Text, &columns_.helpPhoneNumber);
-  Bind(L"HelpURL", ColumnKind::Text, &columns_.helpUrl);
-  Bind(L"HelpEMail", ColumnKind::Text, &columns_.helpEMail);
-  Bind(L"HelpdeskText", ColumnKind::Text, &columns_.helpdeskText);
-  Bind(L"SMSessionTime", ColumnKind::Integer32, &columns_.smSessionTime);
-  Bind(L"WarnPasswordExpired", ColumnKind::Boolean, &columns_.warnPasswordExpired);
-  Bind(L"SMThresholdTime", ColumnKind::Integer32, &columns_.smThresholdTime);
-  Bind(L"SMThresholdBytes", ColumnKind::Integer32, &columns_.smThresholdBytes);
-  Bind(L"DefaultMTU", ColumnKind::Integer32, &columns_.defaultMtu);
-  Bind(L"AllowAccessExceptions", ColumnKind::Boolean, &columns_.allowAccessExceptions);
-  Bind(L"AllowLocalSubnetAccess", ColumnKind::Boolean, &columns_.allowLocalSubnetAccess);
-  Bind(L"BeforePollingFrequency", ColumnKind::Integer32, &columns_.beforePollingFrequency);
-  Bind(L"AfterPollingFrequency", ColumnKind::Integer32, &columns_.afterPollingFrequency);
-  Bind(L"AfterAllowedFailures", ColumnKind::Integer32, &columns_.afterAllowedFailures);
-  Bind(L"CertIdOID", ColumnKind::Text, &columns_.certIdOid);
-  Bind(L"DefaultVpnMobilityMode", ColumnKind::Boolean, &columns_.defaultVpnMobilityMode);
-  Bind(L"OverrideVpnMobilityMode", ColumnKind::Boolean, &columns_.overrideVpnMobilityMode);
-  Bind(L"UseOverrideVpnMobilityMode", ColumnKind::Boolean, &columns_.useOverrideVpnMobilityMode);
-  Bind(L"VpnMobilityUsesDefaultRoute", ColumnKind::Boolean, &columns_.vpnMobilityUsesDefaultRoute);
-  Bind(L"FirstVpnMobilityIface", ColumnKind::Integer32, &columns_.firstVpnMobilityIface);
-  Bind(L"SecondVpnMobilityIface", ColumnKind::Integer32, &columns_.secondVpnMobilityIface);
-  Bind(L"ThirdVpnMobilityIface", ColumnKind::Integer32, &columns_.thirdVpnMobilityIface);
-  Bind(L"FourthVpnMobilityIface", ColumnKind::Integer32, &columns_.fourthVpnMobilityIface);
-  Bind(L"DiscInetAfterVpnRoam", ColumnKind::Boolean, &columns_.discInetAfterVpnRoam);
-  Bind(L"IPSecAttemptsBeforeSSL", ColumnKind::Integer32, &columns_.ipsecAttemptsBeforeSsl);
-  Bind(L"IpVersionAttempts", ColumnKind::Integer32, &columns_.ipVersionAttempts);
-  Bind(L"AutoReconnectInternet", ColumnKind::Boolean, &columns_.autoReconnectInternet);
-  Bind(L"SMAutoReconnectMode", ColumnKind::Boolean, &columns_.smAutoReconnectMode);
-  Bind(L"OverrideARMode", ColumnKind::Boolean, &columns_.overrideARMode);
-  Bind(L"SMAutoSwitchWiFiMode", ColumnKind::Boolean, &columns_.smAutoSwitchWiFiMode);
-  Bind(L"OverrideASWiFiMode", ColumnKind::Boolean, &columns_.overrideASWiFiMode);
-  Bind(L"SMPromptUserToSwitch", ColumnKind::Boolean, &columns_.smPromptUserToSwitch);
-  Bind(L"OverridePromptUserToSwitch", ColumnKind::Boolean, &columns_.overridePromptUserToSwitch);
-  Bind(L"SMSwitchInterval", ColumnKind::Integer32, &columns_.smSwitchInterval);
-  Bind(L"OverrideSwitchInterval", ColumnKind::Integer32, &columns_.overrideSwitchInterval);
-  Bind(L"SMSignalStrength", ColumnKind::Integer32, &columns_.smSignalStrength);
-  Bind(L"OverrideSignalStrength", ColumnKind::Integer32, &columns_.overrideSignalStrength);
-  Bind(L"AdvancedAutoReconnectSettings", ColumnKind::Integer32, &columns_.advancedAutoReconnectSettings);
-  Bind(L"CredentialLessInternetProfile", ColumnKind::Boolean, &columns_.credentialLessInternetProfile);
-  Bind(L"ASWiFiSelectionInSeconds", ColumnKind::Integer32, &columns_.asWiFiSelectionInSeconds);
-  Bind(L"ASWiFiRememberSelection", ColumnKind::Boolean, &columns_.asWiFiRememberSelection);
-  Bind(L"Domain", ColumnKind::Text, &columns_.domain);
-  Bind(L"HexDigCertHash", ColumnKind::Text, &columns_.hexDigCertHash);
-  Bind(L"SecondaryAuthCertHash", ColumnKind::Text, &columns_.secondaryAuthCertHash);
-  Bind(L"PasswordAuthMethod", ColumnKind::Integer32, &columns_.passwordAuthMethod);
-  Bind(L"PasswordFormat", ColumnKind::Integer32, &columns_.passwordFormat);
-  Bind(L"SavePwdDuration", ColumnKind::Integer32, &columns_.savePwdDuration);
-  Bind(L"LastPwdTypedTime", ColumnKind::Integer32, &columns_.lastPwdTypedTime);
-  Bind(L"AuthProviderCLSID", ColumnKind::Text, &columns_.authProviderClsid);
-  Bind(L"SelectedTokenName", ColumnKind::Text, &columns_.selectedTokenName);
-  Bind(L"SessionToken", ColumnKind::Text, &columns_.sessionToken);
-  Bind(L"STObtainedTimeInSeconds", ColumnKind::Integer64, &columns_.stObtainedTimeInSeconds);
-  Bind(L"STLifeTime", ColumnKind::Integer32, &columns_.stLifeTime);
-  Bind(L"STValidUnits", ColumnKind::Character, &columns_.stValidUnits);
-  Bind(L"ClearSTOnUserDisconnect", ColumnKind::Boolean, &columns_.clearSTOnUserDisconnect);
-  Bind(L"SmLpeEnabled", ColumnKind::Boolean, &columns_.smLpeEnabled);
+std::span<const ColumnBinding> Profile::GetBindings() const {
+  static constexpr ColumnBinding kBindings[] = {
+      BindAs<ColumnKind::Key, &Profile::columns_, &ProfileColumns::profileId>(L"ProfileId", 1),
+      Bind<&Profile::columns_, &ProfileColumns::name>(L"Name", 1),
+      BindAs<ColumnKind::ParentKey, &Profile::columns_, &ProfileColumns::linkProfile>(L"LinkProfile"),
+      Bind<&Profile::columns_, &ProfileColumns::linkService>(L"LinkService"),
+      Bind<&Profile::columns_, &ProfileColumns::actualService>(L"ActualService"),
+      Bind<&Profile::columns_, &ProfileColumns::account>(L"Account"),
+      Bind<&Profile::columns_, &ProfileColumns::userId>(L"UserId"),
+      Bind<&Profile::columns_, &ProfileColumns::encryptedPassword>(L"EncryptedPassword"),
+      Bind<&Profile::columns_, &ProfileColumns::savePassword>(L"SavePassword"),
+      Bind<&Profile::columns_, &ProfileColumns::hideSavePassword>(L"HideSavePassword"),
+      Bind<&Profile::columns_, &ProfileColumns::hidden>(L"Hidden"),
+      Bind<&Profile::columns_, &ProfileColumns::useSoftId>(L"UseSoftID"),
+      Bind<&Profile::columns_, &ProfileColumns::dns1Setting>(L"DNS1Setting"),
+      Bind<&Profile::columns_, &ProfileColumns::dns2Setting>(L"DNS2Setting"),
+      Bind<&Profile::columns_, &ProfileColumns::domainNameSetting>(L"DomainNameSetting"),
+      Bind<&Profile::columns_, &ProfileColumns::wins1Setting>(L"WINS1Setting"),
+      Bind<&Profile::columns_, &ProfileColumns::wins2Setting>(L"WINS2Setting"),
+      Bind<&Profile::columns_, &ProfileColumns::searchListSetting>(L"SearchListSetting"),
+      Bind<&Profile::columns_, &ProfileColumns::autoProxySetting>(L"AutoProxySetting"),
+      Bind<&Profile::columns_, &ProfileColumns::manualProxySetting>(L"ManualProxySetting"),
+      Bind<&Profile::columns_, &ProfileColumns::proxyExceptionsSetting>(L"ProxyExceptionsSetting"),
+      Bind<&Profile::columns_, &ProfileColumns::defaultPreferences>(L"DefaultPreferences"),
+      Bind<&Profile::columns_, &ProfileColumns::defaultTimeouts>(L"DefaultTimeouts"),
+      Bind<&Profile::columns_, &ProfileColumns::defaultAutostart>(L"DefaultAutostart"),
+      Bind<&Profile::columns_, &ProfileColumns::defaultProxy>(L"DefaultProxy"),
+      Bind<&Profile::columns_, &ProfileColumns::smUserMayOverrideAutoReconnectDefaults>(
+          L"SMUserMayOverrideAutoReconnectDefaults"),
+      Bind<&Profile::columns_, &ProfileColumns::overrideAutoReconnectDefaults>(L"OverrideAutoReconnectDefaults"),
+      Bind<&Profile::columns_, &ProfileColumns::durationTime>(L"DurationTime"),
+      Bind<&Profile::columns_, &ProfileColumns::thresholdOnOff>(L"ThresholdOnOff"),
+      Bind<&Profile::columns_, &ProfileColumns::thresholdBytes>(L"ThresholdBytes"),
+      Bind<&Profile::columns_, &ProfileColumns::thresholdTimeOut>(L"ThresholdTimeOut"),
+      Bind<&Profile::columns_, &ProfileColumns::warnTime>(L"WarnTime"),
+      Bind<&Profile::columns_, &ProfileColumns::smIdleTime>(L"SMIdleTime"),
+      Bind<&Profile::columns_, &ProfileColumns::authProtocol>(L"AuthProtocol"),
+      Bind<&Profile::columns_, &ProfileColumns::helpPhoneNumber>(L"HelpPhoneNumber"),
+      Bind<&Profile::columns_, &ProfileColumns::helpUrl>(L"HelpURL"),
+      Bind<&Profile::columns_, &ProfileColumns::helpEMail>(L"HelpEMail"),
+      Bind<&Profile::columns_, &ProfileColumns::helpdeskText>(L"HelpdeskText"),
+      Bind<&Profile::columns_, &ProfileColumns::smSessionTime>(L"SMSessionTime"),
+      Bind<&Profile::columns_, &ProfileColumns::warnPasswordExpired>(L"WarnPasswordExpired"),
+      Bind<&Profile::columns_, &ProfileColumns::smThresholdTime>(L"SMThresholdTime"),
+      Bind<&Profile::columns_, &ProfileColumns::smThresholdBytes>(L"SMThresholdBytes"),
+      Bind<&Profile::columns_, &ProfileColumns::defaultMtu>(L"DefaultMTU"),
+      Bind<&Profile::columns_, &ProfileColumns::allowAccessExceptions>(L"AllowAccessExceptions"),
+      Bind<&Profile::columns_, &ProfileColumns::allowLocalSubnetAccess>(L"AllowLocalSubnetAccess"),
+      Bind<&Profile::columns_, &ProfileColumns::beforePollingFrequency>(L"BeforePollingFrequency"),
+      Bind<&Profile::columns_, &ProfileColumns::afterPollingFrequency>(L"AfterPollingFrequency"),
+      Bind<&Profile::columns_, &ProfileColumns::afterAllowedFailures>(L"AfterAllowedFailures"),
+      Bind<&Profile::columns_, &ProfileColumns::certIdOid>(L"CertIdOID"),
+      Bind<&Profile::columns_, &ProfileColumns::defaultVpnMobilityMode>(L"DefaultVpnMobilityMode"),
+      Bind<&Profile::columns_, &ProfileColumns::overrideVpnMobilityMode>(L"OverrideVpnMobilityMode"),
+      Bind<&Profile::columns_, &ProfileColumns::useOverrideVpnMobilityMode>(L"UseOverrideVpnMobilityMode"),
+      Bind<&Profile::columns_, &ProfileColumns::vpnMobilityUsesDefaultRoute>(L"VpnMobilityUsesDefaultRoute"),
+      Bind<&Profile::columns_, &ProfileColumns::firstVpnMobilityIface>(L"FirstVpnMobilityIface"),
+      Bind<&Profile::columns_, &ProfileColumns::secondVpnMobilityIface>(L"SecondVpnMobilityIface"),
+      Bind<&Profile::columns_, &ProfileColumns::thirdVpnMobilityIface>(L"ThirdVpnMobilityIface"),
+      Bind<&Profile::columns_, &ProfileColumns::fourthVpnMobilityIface>(L"FourthVpnMobilityIface"),
+      Bind<&Profile::columns_, &ProfileColumns::discInetAfterVpnRoam>(L"DiscInetAfterVpnRoam"),
+      Bind<&Profile::columns_, &ProfileColumns::ipsecAttemptsBeforeSsl>(L"IPSecAttemptsBeforeSSL"),
+      Bind<&Profile::columns_, &ProfileColumns::ipVersionAttempts>(L"IpVersionAttempts"),
+      Bind<&Profile::columns_, &ProfileColumns::autoReconnectInternet>(L"AutoReconnectInternet"),
+      Bind<&Profile::columns_, &ProfileColumns::smAutoReconnectMode>(L"SMAutoReconnectMode"),
+      Bind<&Profile::columns_, &ProfileColumns::overrideARMode>(L"OverrideARMode"),
+      Bind<&Profile::columns_, &ProfileColumns::smAutoSwitchWiFiMode>(L"SMAutoSwitchWiFiMode"),
+      Bind<&Profile::columns_, &ProfileColumns::overrideASWiFiMode>(L"OverrideASWiFiMode"),
+      Bind<&Profile::columns_, &ProfileColumns::smPromptUserToSwitch>(L"SMPromptUserToSwitch"),
+      Bind<&Profile::columns_, &ProfileColumns::overridePromptUserToSwitch>(L"OverridePromptUserToSwitch"),
+      Bind<&Profile::columns_, &ProfileColumns::smSwitchInterval>(L"SMSwitchInterval"),
+      Bind<&Profile::columns_, &ProfileColumns::overrideSwitchInterval>(L"OverrideSwitchInterval"),
+      Bind<&Profile::columns_, &ProfileColumns::smSignalStrength>(L"SMSignalStrength"),
+      Bind<&Profile::columns_, &ProfileColumns::overrideSignalStrength>(L"OverrideSignalStrength"),
+      Bind<&Profile::columns_, &ProfileColumns::advancedAutoReconnectSettings>(L"AdvancedAutoReconnectSettings"),
+      Bind<&Profile::columns_, &ProfileColumns::credentialLessInternetProfile>(L"CredentialLessInternetProfile"),
+      Bind<&Profile::columns_, &ProfileColumns::asWiFiSelectionInSeconds>(L"ASWiFiSelectionInSeconds"),
+      Bind<&Profile::columns_, &ProfileColumns::asWiFiRememberSelection>(L"ASWiFiRememberSelection"),
+      Bind<&Profile::columns_, &ProfileColumns::domain>(L"Domain"),
+      Bind<&Profile::columns_, &ProfileColumns::hexDigCertHash>(L"HexDigCertHash"),
+      Bind<&Profile::columns_, &ProfileColumns::secondaryAuthCertHash>(L"SecondaryAuthCertHash"),
+      Bind<&Profile::columns_, &ProfileColumns::passwordAuthMethod>(L"PasswordAuthMethod"),
+      Bind<&Profile::columns_, &ProfileColumns::passwordFormat>(L"PasswordFormat"),
+      Bind<&Profile::columns_, &ProfileColumns::savePwdDuration>(L"SavePwdDuration"),
+      Bind<&Profile::columns_, &ProfileColumns::lastPwdTypedTime>(L"LastPwdTypedTime"),
+      Bind<&Profile::columns_, &ProfileColumns::authProviderClsid>(L"AuthProviderCLSID"),
+      Bind<&Profile::columns_, &ProfileColumns::selectedTokenName>(L"SelectedTokenName"),
+      Bind<&Profile::columns_, &ProfileColumns::sessionToken>(L"SessionToken"),
+      Bind<&Profile::columns_, &ProfileColumns::stObtainedTimeInSeconds>(L"STObtainedTimeInSeconds"),
+      Bind<&Profile::columns_, &ProfileColumns::stLifeTime>(L"STLifeTime"),
+      Bind<&Profile::columns_, &ProfileColumns::stValidUnits>(L"STValidUnits"),
+      Bind<&Profile::columns_, &ProfileColumns::clearSTOnUserDisconnect>(L"ClearSTOnUserDisconnect"),
+      Bind<&Profile::columns_, &ProfileColumns::smLpeEnabled>(L"SmLpeEnabled"),
+  };
+  return kBindings;
 }

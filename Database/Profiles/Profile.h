@@ -5,6 +5,7 @@
 #include <map>
 #include <memory>
 #include <ratio>
+#include <span>
 #include <string>
 #include <utility>
 
@@ -120,9 +121,7 @@ class Profile : public SQLRecord {
   /// A profile with the defaults and the given id; kNewId takes the next id of the ProfileIdManager.
   explicit Profile(uint32_t id);
 
-  /// Copies every member, the change state included.
-  Profile(const Profile& other);
-  Profile& operator=(const Profile& other) = default;
+  std::span<const ColumnBinding> GetBindings() const override;
 
   /// Every column back to its default, the id to 0, before the record is loaded. The change state stays.
   void Reset() { columns_ = {}; }
@@ -201,8 +200,6 @@ class Profile : public SQLRecord {
   void SetAttachment(void* attachment) { attachment_ = attachment; }
 
  private:
-  void BindColumns();
-
   ProfileColumns columns_;
   void* attachment_ = nullptr;
 };

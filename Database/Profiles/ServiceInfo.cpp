@@ -6,13 +6,17 @@
 #include <utility>
 
 #include "Database/Profiles/ProfileNames.h"
+#include "Database/SQLite/MemberBinding.h"
 #include "NetUtilities/Log.h"
 #include "NetUtilities/Text/Format.h"
 
-ServiceRecord::ServiceRecord() {
-  Bind(L"ServiceId", ColumnKind::Key, &serviceId, 1);
-  Bind(L"Name", ColumnKind::Text, &name);
-  Bind(L"DisplayText", ColumnKind::Text, &displayText);
+std::span<const ColumnBinding> ServiceRecord::GetBindings() const {
+  static constexpr ColumnBinding kBindings[] = {
+      BindAs<ColumnKind::Key, &ServiceRecord::serviceId>(L"ServiceId", 1),
+      Bind<&ServiceRecord::name>(L"Name"),
+      Bind<&ServiceRecord::displayText>(L"DisplayText"),
+  };
+  return kBindings;
 }
 
 bool ServiceInfo::Load(uint32_t id) {

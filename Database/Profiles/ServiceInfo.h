@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -11,9 +12,7 @@
 /// One network service that profiles can connect to.
 class ServiceRecord : public SQLRecord {
  public:
-  ServiceRecord();
-  ServiceRecord(const ServiceRecord&) = delete;
-  ServiceRecord& operator=(const ServiceRecord&) = delete;
+  std::span<const ColumnBinding> GetBindings() const override;
 
   int32_t serviceId = 0;
   std::wstring name;         // as the client calls it

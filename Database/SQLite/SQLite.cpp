@@ -3,7 +3,6 @@
 #include <sqlite3.h>
 
 #include <algorithm>
-#include <cstring>
 #include <utility>
 
 #include "Database/SQLite/DatabasePlatform.h"
@@ -29,70 +28,56 @@ std::wstring ErrorText(int32_t code) {
   return FromUtf8(sqlite3_errstr(code)).substr(0, kLongest);  // SQLite's texts are plain ASCII
 }
 
-// By bytes, because the member may be an unsigned number or an enumeration of the same size.
-template <typename Value>
-void Assign(void* member, Value value) {
-  std::memcpy(member, &value, sizeof value);
-}
-
-void ReadNarrowText(sqlite3_stmt* statement, int column, void* member) {
-  const unsigned char* const text = sqlite3_column_text(statement, column);
+void ReadNarrowText(sqlite3_stmt* statement, int index, const ColumnBinding& column, SQLRecord& record) {
+  const auto* const text = reinterpret_cast<const char*>(sqlite3_column_text(statement, index));
   if (text == nullptr) return;
-  const auto length = static_cast<size_t>(sqlite3_column_bytes(statement, column));
-  std::string& value = *static_cast<std::string*>(member);
-  value.resize(length);
-  std::memcpy(value.data(), text, length);
+  column.write(record, std::string(text, static_cast<size_t>(sqlite3_column_bytes(statement, index))));
 }
 
-void ReadText(sqlite3_stmt* statement, int column, const char16_t* text, void* member) {
-  const auto length = static_cast<size_t>(sqlite3_column_bytes16(statement, column)) / sizeof(char16_t);
-  *static_cast<std::wstring*>(member) = FromUtf16({text, length});
+void ReadText(sqlite3_stmt* statement, int index, const char16_t* text, const ColumnBinding& column,
+              SQLRecord& record) {
+  const auto length = static_cast<size_t>(sqlite3_column_bytes16(statement, index)) / sizeof(char16_t);
+  column.write(record, FromUtf16({text, length}));
 }
 
 // Every kind is read through the column's text, whatever SQLite stored. False for an unknown kind.
-bool ReadColumn(sqlite3_stmt* statement, int column, ColumnKind kind, void* member) {
-  if (kind == ColumnKind::NarrowText) {
-    ReadNarrowText(statement, column, member);
+bool ReadColumn(sqlite3_stmt* statement, int index, const ColumnBinding& column, SQLRecord& record) {
+  if (column.kind == ColumnKind::NarrowText) {
+    ReadNarrowText(statement, index, column, record);
     return true;
   }
-  if (kind < ColumnKind::Text || kind > ColumnKind::Integer16) return false;
-  const auto* const text = static_cast<const char16_t*>(sqlite3_column_text16(statement, column));
+  if (column.kind < ColumnKind::Text || column.kind > ColumnKind::Integer16) return false;
+  const auto* const text = static_cast<const char16_t*>(sqlite3_column_text16(statement, index));
   if (text == nullptr) return true;
-  switch (kind) {
+  switch (column.kind) {
     case ColumnKind::Text:
-      ReadText(statement, column, text, member);
+      ReadText(statement, index, text, column, record);
       break;
     case ColumnKind::Character:
-      Assign(member, static_cast<wchar_t>(*text));
-      break;
-    case ColumnKind::Integer64:
-      Assign(member, ParseInteger64(text));
+      column.write(record, int64_t{*text});
       break;
     case ColumnKind::Boolean:
-      Assign(member, ParseInteger32(text) != 0);
+      column.write(record, int64_t{ParseInteger32(text)});
       break;
-    case ColumnKind::Integer16:
-      Assign(member, static_cast<uint16_t>(ParseInteger64(text)));
-      break;
-    default:  // Integer32 and the keys
-      Assign(member, static_cast<int32_t>(ParseInteger64(text)));
+    default:  // integers and keys
+      column.write(record, ParseInteger64(text));
   }
   return true;
 }
 
 std::wstring ListQuery(std::wstring_view table, const SQLRecord& record) {
   std::wstring query = L"select ";
-  std::wstring key;
-  for (const ColumnBinding& binding : record.GetBindings()) {
-    if (binding.kind == ColumnKind::Key) {
-      key = binding.name;
-      query += binding.name + L", ";
-    } else if (binding.kind == ColumnKind::ParentKey) {
-      query += binding.name + L" from ";
+  std::wstring_view key;
+  for (const ColumnBinding& column : record.GetBindings()) {
+    if (column.kind == ColumnKind::Key) {
+      key = column.name;
+      query.append(column.name).append(L", ");
+    } else if (column.kind == ColumnKind::ParentKey) {
+      query.append(column.name).append(L" from ");
       break;
     }
   }
-  return query.append(table) + L" where " + key + L" = @recordId;";
+  return query.append(table).append(L" where ").append(key).append(L" = @recordId;");
 }
 
 std::wstring LoadQuery(std::wstring_view table, std::wstring_view condition, const SQLRecord& record) {
@@ -130,10 +115,10 @@ int32_t SQLite::Run(SQLContext& context) const {
 }
 
 void SQLite::ReadData(SQLContext& context, SQLRecord* record) const {
-  int column = 0;
-  for (const ColumnBinding& binding : record->GetBindings()) {
-    if (ReadColumn(context.Get(), column, binding.kind, binding.member)) {
-      ++column;
+  int index = 0;
+  for (const ColumnBinding& column : record->GetBindings()) {
+    if (ReadColumn(context.Get(), index, column, *record)) {
+      ++index;
     } else {
       const std::wstring operation = CleanFunctionName(std::source_location::current().function_name());
       LogError(Format(L"SQLite: {} Error: Error unknown data type - {}", operation, StatementWithParameters()));

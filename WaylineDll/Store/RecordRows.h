@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <string>
 #include <string_view>
 #include <vector>
 
@@ -12,21 +11,25 @@ struct sqlite3;
 // Writing records as rows: the counterpart of how SQLite reads them. Table and column names come from the
 // client itself, never from a user. Results are SQLite result codes, 0 for success; nothing is logged.
 
-/// Columns of one record, each with the member that holds its value.
-using ColumnList = std::vector<ColumnBinding>;
+/// Some columns of a record, which outlives this.
+struct RecordColumns {
+  const SQLRecord& record;
+  std::vector<ColumnBinding> columns;
+};
 
 /// The columns of `record` whose values differ from those of `other`, a record of the same class.
-ColumnList DifferingColumns(const SQLRecord& record, const SQLRecord& other);
+RecordColumns DifferingColumns(const SQLRecord& record, const SQLRecord& other);
 
 /// Adds a row with these columns; the others are NULL. Fails when a row with its key exists.
-int32_t InsertRow(sqlite3* connection, std::wstring_view table, const ColumnList& columns);
+int32_t InsertRow(sqlite3* connection, std::wstring_view table, const RecordColumns& columns);
 
-/// As above, but takes the place of a row with the same key. A key column (ColumnKind::Key) with value 0 gets
-/// a new key.
-int32_t ReplaceRow(sqlite3* connection, std::wstring_view table, const ColumnList& columns);
+/// Adds a row with all columns of a record, or takes the place of a row with the same key. A key column
+/// (ColumnKind::Key) with value 0 gets a new key.
+int32_t ReplaceRow(sqlite3* connection, std::wstring_view table, const SQLRecord& record);
 
 /// Changes these columns of the rows where all `keys` have their values. At least one column.
-int32_t UpdateRow(sqlite3* connection, std::wstring_view table, const ColumnList& columns, const ColumnList& keys);
+int32_t UpdateRow(sqlite3* connection, std::wstring_view table, const RecordColumns& columns,
+                  const RecordColumns& keys);
 
 /// Removes the rows where all `keys` have their values, if there are any.
-int32_t DeleteRow(sqlite3* connection, std::wstring_view table, const ColumnList& keys);
+int32_t DeleteRow(sqlite3* connection, std::wstring_view table, const RecordColumns& keys);

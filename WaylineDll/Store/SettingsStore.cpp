@@ -30,9 +30,9 @@ bool IsNeverInherited(const ColumnBinding& column) {
   return column.marker != 0 || column.kind == ColumnKind::ParentKey;
 }
 
-ColumnList ColumnsNamed(const SQLRecord& record, const std::vector<std::wstring_view>& names) {
-  ColumnList named;
-  std::ranges::copy_if(record.GetBindings(), std::back_inserter(named), [&names](const ColumnBinding& column) {
+RecordColumns ColumnsNamed(const SQLRecord& record, const std::vector<std::wstring_view>& names) {
+  RecordColumns named = {record, {}};
+  std::ranges::copy_if(record.GetBindings(), std::back_inserter(named.columns), [&names](const ColumnBinding& column) {
     return std::ranges::find(names, column.name) != names.end();
   });
   return named;
@@ -96,7 +96,7 @@ Failure WriteRows(sqlite3* connection, const RowTable& rows, const Table& record
     // A changed record may not be stored yet: it can be the copy of another profile's.
     const int32_t code = record->GetState() == ChangeState::Removed
                              ? DeleteRow(connection, rows.name, ColumnsNamed(*record, rows.keys))
-                             : ReplaceRow(connection, rows.name, record->GetBindings());
+                             : ReplaceRow(connection, rows.name, *record);
     if (code != SQLITE_OK) {
       return RecordFailure(Format(L"{} {}", rows.recordName, static_cast<uint32_t>(key)), ReasonText(connection, code));
     }
@@ -277,18 +277,19 @@ Failure SettingsStore::InsertProfile(const Profile& profile) {
   Profile inherited(0);
   int32_t code = LoadProfile(profile.GetLinkProfile(), inherited);
   if (code == SQLITE_OK) {
-    ColumnList columns;
-    std::ranges::copy_if(profile.GetBindings(), std::back_inserter(columns), IsNeverInherited);
-    std::ranges::remove_copy_if(DifferingColumns(profile, inherited), std::back_inserter(columns), IsNeverInherited);
+    RecordColumns columns = {profile, {}};
+    std::ranges::copy_if(profile.GetBindings(), std::back_inserter(columns.columns), IsNeverInherited);
+    std::ranges::remove_copy_if(DifferingColumns(profile, inherited).columns, std::back_inserter(columns.columns),
+                                IsNeverInherited);
     code = InsertRow(Connection(), kProfileTable, columns);
   }
   return code == SQLITE_OK ? Failure() : ProfileFailure(profile.GetProfileId(), ReasonText(Connection(), code));
 }
 
 Failure SettingsStore::UpdateProfile(const Profile& profile, const Profile& stored) {
-  const ColumnList columns = DifferingColumns(profile, stored);
-  if (columns.empty()) return {};
-  const int32_t code = UpdateRow(Connection(), kProfileTable, columns, ColumnsNamed(stored, {L"ProfileId"}));
+  const RecordColumns changed = DifferingColumns(profile, stored);
+  if (changed.columns.empty()) return {};
+  const int32_t code = UpdateRow(Connection(), kProfileTable, changed, ColumnsNamed(stored, {L"ProfileId"}));
   return code == SQLITE_OK ? Failure() : ProfileFailure(stored.GetProfileId(), ReasonText(Connection(), code));
 }
 

@@ -4,6 +4,7 @@
 
 #include <stdexcept>
 
+#include "Database/SQLite/MemberBinding.h"
 #include "NetUtilities/Text/Utf8.h"
 
 using testing::ElementsAre;
@@ -12,28 +13,42 @@ using testing::Pair;
 
 namespace {
 
-// A record with a column of every kind. Around each number lie bytes that must stay as they are.
+// A value between two others that must stay as they are.
+template <typename Value>
+struct Enclosed {
+  Value before;
+  Value value;
+  Value after;
+
+  bool operator==(const Enclosed&) const = default;
+};
+
+// A record with a column of every kind.
 struct Sample : SQLRecord {
-  Sample() {
-    Bind(L"Id", ColumnKind::Key, &id, 1);
-    Bind(L"Parent", ColumnKind::ParentKey, &parent);
-    Bind(L"Name", ColumnKind::Text, &name);
-    Bind(L"Letter", ColumnKind::Character, &letter);
-    Bind(L"Number", ColumnKind::Integer32, &number[1]);
-    Bind(L"Big", ColumnKind::Integer64, &big[1]);
-    Bind(L"Flag", ColumnKind::Boolean, &flag[1]);
-    Bind(L"Bytes", ColumnKind::NarrowText, &bytes);
-    Bind(L"Small", ColumnKind::Integer16, &small[1]);
-  }
   int32_t id = -1;
   int32_t parent = -1;
   std::wstring name = L"unset";
   wchar_t letter = L'?';
-  int32_t number[3] = {-1, -1, -1};
-  int64_t big[3] = {-1, -1, -1};
-  bool flag[3] = {true, false, true};
+  Enclosed<int32_t> number = {-1, -1, -1};
+  Enclosed<int64_t> big = {-1, -1, -1};
+  Enclosed<bool> flag = {true, false, true};
   std::string bytes = "unset";
-  uint16_t small[3] = {99, 99, 99};
+  Enclosed<uint16_t> small = {99, 99, 99};
+
+  std::span<const ColumnBinding> GetBindings() const override {
+    static constexpr ColumnBinding kBindings[] = {
+        BindAs<ColumnKind::Key, &Sample::id>(L"Id", 1),
+        BindAs<ColumnKind::ParentKey, &Sample::parent>(L"Parent"),
+        Bind<&Sample::name>(L"Name"),
+        Bind<&Sample::letter>(L"Letter"),
+        Bind<&Sample::number, &Enclosed<int32_t>::value>(L"Number"),
+        Bind<&Sample::big, &Enclosed<int64_t>::value>(L"Big"),
+        Bind<&Sample::flag, &Enclosed<bool>::value>(L"Flag"),
+        Bind<&Sample::bytes>(L"Bytes"),
+        Bind<&Sample::small, &Enclosed<uint16_t>::value>(L"Small"),
+    };
+    return kBindings;
+  }
 };
 
 const std::vector<std::wstring> kColumns = {L"Id",  L"Parent", L"Name",  L"Letter", L"Number",
@@ -148,16 +163,16 @@ TEST_F(ConfigXmlProcessingTest, StoresANumberInAsManyBitsAsTheColumnHas) {
   }
   EXPECT_EQ(record_.id, -2);
   EXPECT_EQ(record_.parent, -2);
-  EXPECT_THAT(record_.number, ElementsAre(-1, -2, -1));
-  EXPECT_THAT(record_.big, ElementsAre(-1, -2, -1));
-  EXPECT_THAT(record_.small, ElementsAre(99, 65534, 99));
+  EXPECT_EQ(record_.number, (Enclosed<int32_t>{-1, -2, -1}));
+  EXPECT_EQ(record_.big, (Enclosed<int64_t>{-1, -2, -1}));
+  EXPECT_EQ(record_.small, (Enclosed<uint16_t>{99, 65534, 99}));
   EXPECT_TRUE(plain_.SetInteger(L"Small", record_, L"70000", message_));
-  EXPECT_THAT(record_.small, ElementsAre(99, 4464, 99));
+  EXPECT_EQ(record_.small, (Enclosed<uint16_t>{99, 4464, 99}));
 }
 
 TEST_F(ConfigXmlProcessingTest, TakesAnEmptyTextForZero) {
   EXPECT_TRUE(plain_.SetInteger(L"Number", record_, L"", message_));
-  EXPECT_EQ(record_.number[1], 0);
+  EXPECT_EQ(record_.number.value, 0);
 }
 
 TEST_F(ConfigXmlProcessingTest, ReadsTheNumberAtTheStart) {
@@ -171,7 +186,7 @@ TEST_F(ConfigXmlProcessingTest, ReadsTheNumberAtTheStart) {
                                                         {L"-2147483648", INT32_MIN}};
   for (const auto& [text, number] : numbers) {
     EXPECT_TRUE(plain_.SetInteger(L"Number", record_, text, message_)) << ToUtf8(text);
-    EXPECT_EQ(record_.number[1], number) << ToUtf8(text);
+    EXPECT_EQ(record_.number.value, number) << ToUtf8(text);
   }
 }
 
@@ -182,8 +197,8 @@ TEST_F(ConfigXmlProcessingTest, RaisesTheStandardErrorForWhatIsNoNumberOf32Bits)
   for (const wchar_t* text : {L"2147483648", L"-2147483649", L"99999999999999999999999"}) {
     EXPECT_THROW(plain_.SetInteger(L"Big", record_, text, message_), std::out_of_range) << ToUtf8(text);
   }
-  EXPECT_EQ(record_.number[1], -1);
-  EXPECT_EQ(record_.big[1], -1);
+  EXPECT_EQ(record_.number.value, -1);
+  EXPECT_EQ(record_.big.value, -1);
 }
 
 TEST_F(ConfigXmlProcessingTest, RefusesANumberBeyondTheLimitsWithoutAMessage) {
@@ -192,10 +207,10 @@ TEST_F(ConfigXmlProcessingTest, RefusesANumberBeyondTheLimitsWithoutAMessage) {
     EXPECT_FALSE(limited_.SetInteger(L"Number", record_, text, message_)) << ToUtf8(text);
     EXPECT_EQ(message_, L"");
   }
-  EXPECT_EQ(record_.number[1], -1);
+  EXPECT_EQ(record_.number.value, -1);
   EXPECT_TRUE(limited_.SetInteger(L"Number", record_, L"10", message_));
   EXPECT_TRUE(limited_.SetInteger(L"Number", record_, L"15", message_));
-  EXPECT_EQ(record_.number[1], 15);
+  EXPECT_EQ(record_.number.value, 15);
   EXPECT_TRUE(limited_.SetInteger(L"Big", record_, L"-20", message_)) << "other names have other limits";
 }
 
@@ -203,14 +218,14 @@ TEST_F(ConfigXmlProcessingTest, RefusesANumberBeyondTheLimitsWithoutAMessage) {
 
 TEST_F(ConfigXmlProcessingTest, StoresTrueForItsWordsOnly) {
   for (const wchar_t* word : {L"true", L"YES", L"y", L"T"}) {
-    record_.flag[1] = false;
+    record_.flag.value = false;
     EXPECT_TRUE(plain_.SetBoolean(L"Flag", record_, word, message_));
-    EXPECT_THAT(record_.flag, ElementsAre(true, true, true)) << ToUtf8(word);
+    EXPECT_EQ(record_.flag, (Enclosed<bool>{true, true, true})) << ToUtf8(word);
   }
   for (const wchar_t* word : {L"", L"1", L"on", L"false", L" true"}) {
-    record_.flag[1] = true;
+    record_.flag.value = true;
     EXPECT_TRUE(plain_.SetBoolean(L"Flag", record_, word, message_));
-    EXPECT_THAT(record_.flag, ElementsAre(true, false, true)) << ToUtf8(word);
+    EXPECT_EQ(record_.flag, (Enclosed<bool>{true, false, true})) << ToUtf8(word);
   }
   EXPECT_EQ(message_, L"");
 }
@@ -219,9 +234,9 @@ TEST_F(ConfigXmlProcessingTest, StoresTrueForItsWordsOnly) {
 
 TEST_F(ConfigXmlProcessingTest, MatchesAWordInAnyLetters) {
   for (const wchar_t* word : {L"LOCALSTORE", L"localstore", L"LocalStore"}) {
-    record_.number[1] = -1;
+    record_.number.value = -1;
     EXPECT_TRUE(limited_.SetEnumeration(L"Number", record_, word, message_));
-    EXPECT_EQ(record_.number[1], 1);
+    EXPECT_EQ(record_.number.value, 1);
     EXPECT_EQ(message_, L"");
   }
 }
@@ -230,8 +245,8 @@ TEST_F(ConfigXmlProcessingTest, StoresAWordsNumberInAsManyBitsAsTheColumnHas) {
   EXPECT_TRUE(limited_.SetEnumeration(L"Big", record_, L"Below", message_));
   EXPECT_TRUE(limited_.SetEnumeration(L"Small", record_, L"Below", message_));
   EXPECT_TRUE(limited_.SetEnumeration(L"Parent", record_, L"Below", message_));
-  EXPECT_THAT(record_.big, ElementsAre(-1, -7, -1));
-  EXPECT_THAT(record_.small, ElementsAre(99, 65529, 99));
+  EXPECT_EQ(record_.big, (Enclosed<int64_t>{-1, -7, -1}));
+  EXPECT_EQ(record_.small, (Enclosed<uint16_t>{99, 65529, 99}));
   EXPECT_EQ(record_.parent, -7);
 }
 
@@ -241,7 +256,7 @@ TEST_F(ConfigXmlProcessingTest, ListsTheWordsForAWrongOne) {
     EXPECT_EQ(message_,
               L"unknown value '" + value + L"' here are the valid values below, LocalStore, None, SmartCardOnly");
   }
-  EXPECT_EQ(record_.number[1], -1);
+  EXPECT_EQ(record_.number.value, -1);
 }
 
 TEST_F(ConfigXmlProcessingTest, ListsNothingWhereThereAreNoWords) {

@@ -29,7 +29,7 @@ struct Limited : Profiles {
 
 std::vector<std::wstring> Values(const SQLRecord& record) {
   std::vector<std::wstring> values;
-  for (const ColumnBinding& column : record.GetBindings()) values.push_back(MemberText(column));
+  for (const ColumnBinding& column : record.GetBindings()) values.push_back(MemberText(record, column));
   return values;
 }
 

@@ -129,8 +129,8 @@ void CheckProfile(sqlite3* connection, uint32_t id) {
   for (size_t column = 0; column < expected.columns.size(); ++column) {
     const ColumnBinding& binding = profile.GetBindings()[column];
     const auto& stored = expected.columns[column];
-    Require(MemberText(binding) ==
-            (stored ? ExpectedText(binding.kind, *stored) : MemberText(defaults.GetBindings()[column])));
+    Require(MemberText(profile, binding) ==
+            (stored ? ExpectedText(binding.kind, *stored) : MemberText(defaults, binding)));
   }
 }
 

@@ -96,7 +96,7 @@ TEST_F(Saving, OfTheOtherProfilesNothingChanges) {
   ASSERT_EQ(after.size(), before.size());
   for (const auto& [id, profile] : after) {
     if (id == kFollowsDefaults) continue;
-    EXPECT_EQ(ColumnNames(DifferingColumns(*profile, *before.at(id))), L"") << id;
+    EXPECT_EQ(ColumnNames(DifferingColumns(*profile, *before.at(id)).columns), L"") << id;
   }
 }
 
@@ -125,7 +125,7 @@ TEST_F(Saving, WiFiSwitchingChosenOnTheSheetIsThereAfterARestart) {
   ASSERT_EQ(OpenSettings(file), std::nullopt);
   Load();
   for (const auto& [id, profile] : context.profiles) {
-    EXPECT_EQ(ColumnNames(DifferingColumns(*profile, *before.at(id))),
+    EXPECT_EQ(ColumnNames(DifferingColumns(*profile, *before.at(id)).columns),
               id == kFollowsDefaults ? L"OverrideAutoReconnectDefaults, OverrideARMode, OverrideASWiFiMode, "
                                        L"OverrideSwitchInterval, OverrideSignalStrength, AdvancedAutoReconnectSettings"
                                      : L"")

@@ -3,8 +3,10 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <span>
 #include <string>
 
+#include "Database/SQLite/MemberBinding.h"
 #include "Database/SQLite/SQLRecord.h"
 
 /// What an autostart record stands for. Other values may be stored; they are carried and not shown.
@@ -16,10 +18,6 @@ enum class AutoStartRecordType : int32_t {
 /// One entry of a profile's autostart list: a phase header, or a program started in that phase.
 class AutoStartItem : public SQLRecord {
  public:
-  AutoStartItem() { BindColumns(); }
-  AutoStartItem(const AutoStartItem& other) : SQLRecord(other), fields(other.fields) { BindColumns(); }
-  AutoStartItem& operator=(const AutoStartItem& other) = default;
-
   struct Fields {
     int32_t id = 0;  // the record's key
     int32_t profileId = 0;
@@ -41,26 +39,28 @@ class AutoStartItem : public SQLRecord {
     bool definitionLocked = false;
   } fields;
 
- private:
-  void BindColumns() {
-    Bind(L"Id", ColumnKind::Key, &fields.id);
-    Bind(L"ProfileId", ColumnKind::Integer32, &fields.profileId);
-    Bind(L"Phase", ColumnKind::Integer16, &fields.phase);
-    Bind(L"ItemOrder", ColumnKind::Integer16, &fields.order);
-    Bind(L"RecordType", ColumnKind::Integer32, &fields.recordType);
-    Bind(L"Name", ColumnKind::Text, &fields.name);
-    Bind(L"Modifiable", ColumnKind::Boolean, &fields.modifiable);
-    Bind(L"Program", ColumnKind::Text, &fields.program);
-    Bind(L"Parameters", ColumnKind::Text, &fields.parameters);
-    Bind(L"Directory", ColumnKind::Text, &fields.directory);
-    Bind(L"DirectoryRegistryKey", ColumnKind::Text, &fields.directoryRegistryKey);
-    Bind(L"ShowAdvanced", ColumnKind::Boolean, &fields.showAdvanced);
-    Bind(L"InitialSize", ColumnKind::Integer32, &fields.initialSize);
-    Bind(L"ReconnectOption", ColumnKind::Integer32, &fields.reconnectOption);
-    Bind(L"ConnectionOption", ColumnKind::Integer32, &fields.connectionOption);
-    Bind(L"DelaySeconds", ColumnKind::Integer32, &fields.delaySeconds);
-    Bind(L"WaitMode", ColumnKind::Integer32, &fields.waitMode);
-    Bind(L"DefinitionLocked", ColumnKind::Boolean, &fields.definitionLocked);
+  std::span<const ColumnBinding> GetBindings() const override {
+    static constexpr ColumnBinding kBindings[] = {
+        BindAs<ColumnKind::Key, &AutoStartItem::fields, &Fields::id>(L"Id"),
+        Bind<&AutoStartItem::fields, &Fields::profileId>(L"ProfileId"),
+        Bind<&AutoStartItem::fields, &Fields::phase>(L"Phase"),
+        Bind<&AutoStartItem::fields, &Fields::order>(L"ItemOrder"),
+        Bind<&AutoStartItem::fields, &Fields::recordType>(L"RecordType"),
+        Bind<&AutoStartItem::fields, &Fields::name>(L"Name"),
+        Bind<&AutoStartItem::fields, &Fields::modifiable>(L"Modifiable"),
+        Bind<&AutoStartItem::fields, &Fields::program>(L"Program"),
+        Bind<&AutoStartItem::fields, &Fields::parameters>(L"Parameters"),
+        Bind<&AutoStartItem::fields, &Fields::directory>(L"Directory"),
+        Bind<&AutoStartItem::fields, &Fields::directoryRegistryKey>(L"DirectoryRegistryKey"),
+        Bind<&AutoStartItem::fields, &Fields::showAdvanced>(L"ShowAdvanced"),
+        Bind<&AutoStartItem::fields, &Fields::initialSize>(L"InitialSize"),
+        Bind<&AutoStartItem::fields, &Fields::reconnectOption>(L"ReconnectOption"),
+        Bind<&AutoStartItem::fields, &Fields::connectionOption>(L"ConnectionOption"),
+        Bind<&AutoStartItem::fields, &Fields::delaySeconds>(L"DelaySeconds"),
+        Bind<&AutoStartItem::fields, &Fields::waitMode>(L"WaitMode"),
+        Bind<&AutoStartItem::fields, &Fields::definitionLocked>(L"DefinitionLocked"),
+    };
+    return kBindings;
   }
 };
 

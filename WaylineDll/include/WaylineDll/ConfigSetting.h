@@ -3,18 +3,16 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <span>
 #include <string>
 
+#include "Database/SQLite/MemberBinding.h"
 #include "Database/SQLite/SQLRecord.h"
 
 /// The proxy and server configuration of one profile: the automatic one holds what the client found in the network, the
 /// manual one what the user entered.
 class ConfigSetting : public SQLRecord {
  public:
-  ConfigSetting() { BindColumns(); }
-  ConfigSetting(const ConfigSetting& other) : SQLRecord(other), fields(other.fields) { BindColumns(); }
-  ConfigSetting& operator=(const ConfigSetting& other) = default;
-
   struct Fields {
     int32_t configId = 0;  // the record's key
     int32_t profileId = 0;
@@ -30,20 +28,22 @@ class ConfigSetting : public SQLRecord {
     std::wstring searchList;
   } fields;
 
- private:
-  void BindColumns() {
-    Bind(L"ConfigId", ColumnKind::Key, &fields.configId);
-    Bind(L"ProfileId", ColumnKind::Integer32, &fields.profileId);
-    Bind(L"Automatic", ColumnKind::Boolean, &fields.automatic);
-    Bind(L"AutoProxyUrl", ColumnKind::Text, &fields.autoProxyUrl);
-    Bind(L"ManualProxy", ColumnKind::Text, &fields.manualProxy);
-    Bind(L"ProxyExceptions", ColumnKind::Text, &fields.proxyExceptions);
-    Bind(L"Dns1", ColumnKind::Text, &fields.dns1);
-    Bind(L"Dns2", ColumnKind::Text, &fields.dns2);
-    Bind(L"Wins1", ColumnKind::Text, &fields.wins1);
-    Bind(L"Wins2", ColumnKind::Text, &fields.wins2);
-    Bind(L"DomainName", ColumnKind::Text, &fields.domainName);
-    Bind(L"SearchList", ColumnKind::Text, &fields.searchList);
+  std::span<const ColumnBinding> GetBindings() const override {
+    static constexpr ColumnBinding kBindings[] = {
+        BindAs<ColumnKind::Key, &ConfigSetting::fields, &Fields::configId>(L"ConfigId"),
+        Bind<&ConfigSetting::fields, &Fields::profileId>(L"ProfileId"),
+        Bind<&ConfigSetting::fields, &Fields::automatic>(L"Automatic"),
+        Bind<&ConfigSetting::fields, &Fields::autoProxyUrl>(L"AutoProxyUrl"),
+        Bind<&ConfigSetting::fields, &Fields::manualProxy>(L"ManualProxy"),
+        Bind<&ConfigSetting::fields, &Fields::proxyExceptions>(L"ProxyExceptions"),
+        Bind<&ConfigSetting::fields, &Fields::dns1>(L"Dns1"),
+        Bind<&ConfigSetting::fields, &Fields::dns2>(L"Dns2"),
+        Bind<&ConfigSetting::fields, &Fields::wins1>(L"Wins1"),
+        Bind<&ConfigSetting::fields, &Fields::wins2>(L"Wins2"),
+        Bind<&ConfigSetting::fields, &Fields::domainName>(L"DomainName"),
+        Bind<&ConfigSetting::fields, &Fields::searchList>(L"SearchList"),
+    };
+    return kBindings;
   }
 };
 

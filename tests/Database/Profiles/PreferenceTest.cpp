@@ -77,10 +77,10 @@ TEST(Preference, KeepsAllFiveFieldsInACopy) {
   EXPECT_EQ(assigned.GetState(), ChangeState::New);
 }
 
-TEST(Preference, BindsTheFieldsOfTheCopy) {
+TEST(Preference, IsReachedThroughItsColumnsAsACopyToo) {
   const Preference original(kSample);
   Preference copy(original);
-  *static_cast<bool*>(copy.GetBindings()[4].member) = false;
+  copy.GetBindings()[4].write(copy, int64_t{0});
   EXPECT_FALSE(copy.Fields().ipsecRequired);
   EXPECT_TRUE(original.Fields().ipsecRequired);
 }

@@ -10,6 +10,7 @@
 #include <memory>
 #include <random>
 #include <set>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -107,10 +108,9 @@ class Repeated {
   sqlite3_stmt* statement_ = nullptr;
 };
 
-// The columns of a profile with their defaults.
-const std::vector<ColumnBinding>& Columns() {
-  static const Profile profile(0);
-  return profile.GetBindings();
+std::span<const ColumnBinding> Columns() {
+  static const auto columns = Profile(0).GetBindings();
+  return columns;
 }
 
 // What `text` makes of the name and the number of each column, separated by ", ".
@@ -287,7 +287,7 @@ class ProfileTrees : public testing::Test {
   // The value of a column in the oracle's row, as MemberText has it.
   std::wstring Expected(size_t index) const {
     const int column = static_cast<int>(index);
-    if (sqlite3_column_type(oracle_->Get(), column) == SQLITE_NULL) return MemberText(Columns()[index]);
+    if (sqlite3_column_type(oracle_->Get(), column) == SQLITE_NULL) return MemberText(defaults_, Columns()[index]);
     switch (Columns()[index].kind) {
       case ColumnKind::Text: {
         const auto* const text = reinterpret_cast<const char*>(sqlite3_column_text(oracle_->Get(), column));
@@ -310,7 +310,7 @@ class ProfileTrees : public testing::Test {
     sqlite3_bind_int64(oracle_->Get(), 1, id);
     ASSERT_EQ(sqlite3_step(oracle_->Get()), SQLITE_ROW) << id;
     for (size_t index = 0; index < Columns().size(); ++index) {
-      EXPECT_EQ(MemberText(profile_.GetBindings()[index]), Expected(index))
+      EXPECT_EQ(MemberText(profile_, Columns()[index]), Expected(index))
           << "profile " << id << ", " << ToUtf8(Columns()[index].name);
     }
     sqlite3_reset(oracle_->Get());
@@ -324,6 +324,7 @@ class ProfileTrees : public testing::Test {
   std::set<int64_t> ids_;
   Profiles profiles_;
   Profile profile_{0};
+  const Profile defaults_{0};
 };
 
 }  // namespace

@@ -63,7 +63,7 @@ TEST_F(ProfilesTest, AProfileThatStoresOnlyItsNameHasAllElseFromTheRoot) {
   EXPECT_EQ(profile_.GetLinkProfile(), 1u);
   for (size_t index = 3; index < profile_.GetBindings().size(); ++index) {
     const ColumnBinding& column = profile_.GetBindings()[index];
-    EXPECT_EQ(MemberText(column), column.kind == ColumnKind::Boolean ? L"true" : L"1") << ToUtf8(column.name);
+    EXPECT_EQ(MemberText(profile_, column), column.kind == ColumnKind::Boolean ? L"true" : L"1") << ToUtf8(column.name);
   }
 }
 

@@ -3,21 +3,11 @@
 #include <cstdint>
 #include <string>
 
+#include "Database/SQLite/MemberBinding.h"
 #include "Database/SQLite/SQLRecord.h"
 
 /// A record with a column of every kind, and values that no test stores.
 struct EveryKind : SQLRecord {
-  EveryKind() {
-    Bind(L"Id", ColumnKind::Key, &id, 1);
-    Bind(L"Parent", ColumnKind::ParentKey, &parent);
-    Bind(L"Name", ColumnKind::Text, &name);
-    Bind(L"Letter", ColumnKind::Character, &letter);
-    Bind(L"Number", ColumnKind::Integer32, &number);
-    Bind(L"Big", ColumnKind::Integer64, &big);
-    Bind(L"Flag", ColumnKind::Boolean, &flag);
-    Bind(L"Bytes", ColumnKind::NarrowText, &bytes);
-    Bind(L"Small", ColumnKind::Integer16, &small);
-  }
   int32_t id = -1;
   int32_t parent = -1;
   std::wstring name = L"unset";
@@ -27,4 +17,19 @@ struct EveryKind : SQLRecord {
   bool flag = true;
   std::string bytes = "unset";
   uint16_t small = 99;
+
+  std::span<const ColumnBinding> GetBindings() const override {
+    static constexpr ColumnBinding kBindings[] = {
+        BindAs<ColumnKind::Key, &EveryKind::id>(L"Id", 1),
+        BindAs<ColumnKind::ParentKey, &EveryKind::parent>(L"Parent"),
+        Bind<&EveryKind::name>(L"Name"),
+        Bind<&EveryKind::letter>(L"Letter"),
+        Bind<&EveryKind::number>(L"Number"),
+        Bind<&EveryKind::big>(L"Big"),
+        Bind<&EveryKind::flag>(L"Flag"),
+        Bind<&EveryKind::bytes>(L"Bytes"),
+        Bind<&EveryKind::small>(L"Small"),
+    };
+    return kBindings;
+  }
 };

@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "Database/Profiles/Profiles.h"
+#include "Database/SQLite/MemberBinding.h"
 #include "NetUtilities/Text/Format.h"
 #include "tests/Database/SQLite/UserDatabase.h"
 #include "tests/support/Endurance.h"
@@ -322,8 +323,12 @@ TEST_F(HostileDatabaseTest, ReplacesWhatIsNoUtf8) {
 
 TEST_F(HostileDatabaseTest, KeepsBytesThatAreNoUtf8InNarrowText) {
   struct Narrow : SQLRecord {
-    Narrow() { Bind(L"Bytes", ColumnKind::NarrowText, &bytes); }
     std::string bytes;
+
+    std::span<const ColumnBinding> GetBindings() const override {
+      static constexpr ColumnBinding kBindings[] = {Bind<&Narrow::bytes>(L"Bytes")};
+      return kBindings;
+    }
   } record;
   database_.Run("create table Narrow (Bytes); insert into Narrow values (cast(x'61ff00c3' as text))");
   SQLite sqlite;

@@ -2,26 +2,24 @@
 
 #include <cstdint>
 #include <string>
+#include <variant>
 
 #include "Database/SQLite/SQLRecord.h"
 #include "NetUtilities/Text/Utf8.h"
 
-/// What the member of a binding holds, by the type that its kind names. Texts are wide, a character is one too.
-inline std::wstring MemberText(const ColumnBinding& binding) {
-  switch (binding.kind) {
+/// What the member of a column holds. Texts are wide, a character is one too.
+inline std::wstring MemberText(const SQLRecord& record, const ColumnBinding& column) {
+  const ColumnValue value = column.read(record);
+  switch (column.kind) {
     case ColumnKind::Text:
-      return *static_cast<const std::wstring*>(binding.member);
+      return std::get<std::wstring>(value);
     case ColumnKind::Character:
-      return std::wstring(1, *static_cast<const wchar_t*>(binding.member));
-    case ColumnKind::Integer64:
-      return std::to_wstring(*static_cast<const int64_t*>(binding.member));
+      return std::wstring(1, static_cast<wchar_t>(std::get<int64_t>(value)));
     case ColumnKind::Boolean:
-      return *static_cast<const bool*>(binding.member) ? L"true" : L"false";
+      return std::get<int64_t>(value) != 0 ? L"true" : L"false";
     case ColumnKind::NarrowText:
-      return FromUtf8(*static_cast<const std::string*>(binding.member));
-    case ColumnKind::Integer16:
-      return std::to_wstring(*static_cast<const uint16_t*>(binding.member));
+      return FromUtf8(std::get<std::string>(value));
     default:
-      return std::to_wstring(*static_cast<const int32_t*>(binding.member));
+      return std::to_wstring(std::get<int64_t>(value));
   }
 }

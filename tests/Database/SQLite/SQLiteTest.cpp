@@ -25,9 +25,13 @@ using Sample = EveryKind;
 
 // A record whose columns the test binds.
 struct BoundByTest : SQLRecord {
-  explicit BoundByTest(size_t count) : values(count, -1) {}
-  using SQLRecord::Bind;
-  std::vector<int32_t> values;
+  explicit BoundByTest(std::vector<ColumnBinding> columns) : bindings(std::move(columns)) {}
+  std::span<const ColumnBinding> GetBindings() const override { return bindings; }
+
+  int32_t first = -1;
+  int32_t second = -1;
+  int32_t third = -1;
+  std::vector<ColumnBinding> bindings;
 };
 
 constexpr wchar_t kCondition[] = L"where Id = @Id";
@@ -231,14 +235,15 @@ TEST_F(SQLiteTest, LeavesTheMembersOfNullColumns) {
 TEST_F(SQLiteTest, ReportsAnUnknownKindAndReadsOnOneColumnEarlier) {
   for (const bool tracing : {false, true}) {
     FakeDatabasePlatform::state.tracing = tracing;
-    BoundByTest unknown(3);
-    unknown.Bind(L"a", ColumnKind::Integer32, &unknown.values[0]);
-    unknown.Bind(L"b", ColumnKind{10}, &unknown.values[1]);
-    unknown.Bind(L"c", ColumnKind::Integer32, &unknown.values[2]);
+    BoundByTest unknown(
+        {Bind<&BoundByTest::first>(L"a"), Bind<&BoundByTest::second>(L"b"), Bind<&BoundByTest::third>(L"c")});
+    unknown.bindings[1].kind = ColumnKind{10};
     SQLContext context;
     ASSERT_EQ(sqlite_.Execute(context, L"select 1, 2, 3 where 7 = @Id;", {7}), SQLITE_ROW);
     sqlite_.ReadData(context, &unknown);
-    EXPECT_THAT(unknown.values, ElementsAre(1, -1, 2));
+    EXPECT_EQ(unknown.first, 1);
+    EXPECT_EQ(unknown.second, -1);
+    EXPECT_EQ(unknown.third, 2);
 
     const auto messages = NewMessages();
     ASSERT_THAT(messages, SizeIs(tracing ? 2 : 1));
@@ -285,8 +290,7 @@ TEST_F(SQLiteTest, AsksForAMissingParentWithoutEnd) {
 
 TEST_F(SQLiteTest, ReportsARecordTypeWithoutParentColumn) {
   Run("select * from Samples");  // else SQLite's complaint is that it has not read the schema
-  BoundByTest record(1);
-  record.Bind(L"Id", ColumnKind::Key, record.values.data());
+  const BoundByTest record({BindAs<ColumnKind::Key, &BoundByTest::first>(L"Id")});
   EXPECT_EQ(sqlite_.GetHierarchicalList(L"Samples", record, 7, list_), SQLITE_ERROR);
   ASSERT_THAT(log_.Messages(), SizeIs(1));
   EXPECT_THAT(log_.Messages()[0].text,
@@ -295,11 +299,10 @@ TEST_F(SQLiteTest, ReportsARecordTypeWithoutParentColumn) {
 }
 
 TEST_F(SQLiteTest, AsksForTheLastKeyBeforeTheParent) {
-  BoundByTest record(4);
-  record.Bind(L"First", ColumnKind::Key, &record.values[0]);
-  record.Bind(L"Second", ColumnKind::Key, &record.values[1]);
-  record.Bind(L"Parent", ColumnKind::ParentKey, &record.values[2]);
-  record.Bind(L"Third", ColumnKind::Key, &record.values[3]);
+  const BoundByTest record({BindAs<ColumnKind::Key, &BoundByTest::first>(L"First"),
+                            BindAs<ColumnKind::Key, &BoundByTest::first>(L"Second"),
+                            BindAs<ColumnKind::ParentKey, &BoundByTest::second>(L"Parent"),
+                            BindAs<ColumnKind::Key, &BoundByTest::third>(L"Third")});
   EXPECT_EQ(sqlite_.GetHierarchicalList(L"Samples", record, 7, list_), SQLITE_ERROR);
   ASSERT_THAT(log_.Messages(), SizeIs(1));
   EXPECT_THAT(log_.Messages()[0].text, EndsWith(L" - select First, Second, Parent from Samples where Second = 7;"));
@@ -345,12 +348,13 @@ TEST_F(SQLiteTest, ReportsAFailedStepWithTheParameterFilledIn) {
   Run("insert into Profiles values (1, 0, 5), (7, 1, -9223372036854775808)");
   for (const bool tracing : {false, true}) {
     FakeDatabasePlatform::state.tracing = tracing;
-    BoundByTest record(3);
-    record.Bind(L"ProfileId", ColumnKind::Key, &record.values[0]);
-    record.Bind(L"LinkProfile", ColumnKind::ParentKey, &record.values[1]);
-    record.Bind(L"abs(Amount)", ColumnKind::Integer32, &record.values[2]);
+    BoundByTest record({BindAs<ColumnKind::Key, &BoundByTest::first>(L"ProfileId"),
+                        BindAs<ColumnKind::ParentKey, &BoundByTest::second>(L"LinkProfile"),
+                        Bind<&BoundByTest::third>(L"abs(Amount)")});
     EXPECT_EQ(sqlite_.LoadHierarchical(L"Profiles", L"where ProfileId = @ProfileId", 7, record), SQLITE_ERROR);
-    EXPECT_THAT(record.values, ElementsAre(1, 0, 5));
+    EXPECT_EQ(record.first, 1);
+    EXPECT_EQ(record.second, 0);
+    EXPECT_EQ(record.third, 5);
 
     const auto messages = NewMessages();
     ASSERT_THAT(messages, SizeIs(tracing ? 3 : 2));

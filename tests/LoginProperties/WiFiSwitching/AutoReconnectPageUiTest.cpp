@@ -466,12 +466,12 @@ TEST_F(AutoReconnectPage, EachControlChangesItsOwnSettingOnly) {
     const Profile before = Work();
     Open();
     test.change();
-    EXPECT_EQ(ColumnNames(DifferingColumns(Work(), before)), test.column);
+    EXPECT_EQ(ColumnNames(DifferingColumns(Work(), before).columns), test.column);
     EXPECT_EQ(Work().GetState(), ChangeState::Changed);
     sheet->PressOk();
     EXPECT_EQ(sheet->Result(), kSheetConfirmed);
     sheet.reset();
-    EXPECT_EQ(ColumnNames(DifferingColumns(Work(), before)), test.column);
+    EXPECT_EQ(ColumnNames(DifferingColumns(Work(), before).columns), test.column);
   }
 }
 
@@ -482,7 +482,7 @@ TEST_F(AutoReconnectPage, MarksAProfileThatIsShownAsChanged) {
   EXPECT_EQ(Work().GetState(), ChangeState::Unchanged);
   sheet->SelectTab(L"Wi-Fi Switching");
   EXPECT_EQ(Work().GetState(), ChangeState::Changed);
-  EXPECT_EQ(ColumnNames(DifferingColumns(Work(), before)), L"") << "no setting differs";
+  EXPECT_EQ(ColumnNames(DifferingColumns(Work(), before).columns), L"") << "no setting differs";
 }
 
 TEST_F(AutoReconnectPage, WithoutAProfileOnlyTheSelectorCanBeUsed) {

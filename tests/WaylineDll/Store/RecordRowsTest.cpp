@@ -6,6 +6,8 @@
 #include <memory>
 #include <string>
 
+#include "Database/SQLite/MemberBinding.h"
+
 using testing::IsEmpty;
 
 namespace {
@@ -13,18 +15,6 @@ namespace {
 // A record with a column of every kind.
 class SampleRecord : public SQLRecord {
  public:
-  SampleRecord() {
-    Bind(L"Id", ColumnKind::Key, &id);
-    Bind(L"Parent", ColumnKind::ParentKey, &parent);
-    Bind(L"Words", ColumnKind::Text, &words);
-    Bind(L"Letter", ColumnKind::Character, &letter);
-    Bind(L"Small", ColumnKind::Integer32, &small);
-    Bind(L"Large", ColumnKind::Integer64, &large);
-    Bind(L"Flag", ColumnKind::Boolean, &flag);
-    Bind(L"Bytes", ColumnKind::NarrowText, &bytes);
-    Bind(L"Short", ColumnKind::Integer16, &shortNumber);
-  }
-
   int32_t id = 0;
   int32_t parent = 0;
   std::wstring words;
@@ -34,7 +24,27 @@ class SampleRecord : public SQLRecord {
   bool flag = false;
   std::string bytes;
   uint16_t shortNumber = 0;
+
+  std::span<const ColumnBinding> GetBindings() const override {
+    static constexpr ColumnBinding kBindings[] = {
+        BindAs<ColumnKind::Key, &SampleRecord::id>(L"Id"),
+        BindAs<ColumnKind::ParentKey, &SampleRecord::parent>(L"Parent"),
+        Bind<&SampleRecord::words>(L"Words"),
+        Bind<&SampleRecord::letter>(L"Letter"),
+        Bind<&SampleRecord::small>(L"Small"),
+        Bind<&SampleRecord::large>(L"Large"),
+        Bind<&SampleRecord::flag>(L"Flag"),
+        Bind<&SampleRecord::bytes>(L"Bytes"),
+        Bind<&SampleRecord::shortNumber>(L"Short"),
+    };
+    return kBindings;
+  }
 };
+
+// All columns of a record.
+RecordColumns AllColumns(const SQLRecord& record) {
+  return {record, {record.GetBindings().begin(), record.GetBindings().end()}};
+}
 
 class RecordRowsTest : public testing::Test {
  protected:
@@ -83,7 +93,7 @@ TEST_F(RecordRowsTest, StoreEveryKindOfColumn) {
   record.flag = true;
   record.bytes = "\xc3\xa9";
   record.shortNumber = 65535;
-  ASSERT_EQ(InsertRow(connection_.get(), L"T", record.GetBindings()), SQLITE_OK);
+  ASSERT_EQ(InsertRow(connection_.get(), L"T", AllColumns(record)), SQLITE_OK);
   EXPECT_EQ(Stored(), "5,3,'it''s \xe2\x82\xac','m',-7,5000000000,1,'\xc3\xa9',65535");
 }
 
@@ -98,7 +108,7 @@ TEST_F(RecordRowsTest, LeaveColumnsThatAreNotListedNull) {
 
 TEST_F(RecordRowsTest, DifferInEveryKindOfColumn) {
   SampleRecord record;
-  EXPECT_THAT(DifferingColumns(record, SampleRecord()), IsEmpty());
+  EXPECT_THAT(DifferingColumns(record, SampleRecord()).columns, IsEmpty());
   record.id = 1;
   record.parent = 1;
   record.words = L" ";
@@ -108,31 +118,31 @@ TEST_F(RecordRowsTest, DifferInEveryKindOfColumn) {
   record.flag = true;
   record.bytes = "x";
   record.shortNumber = 1;
-  EXPECT_EQ(DifferingColumns(record, SampleRecord()).size(), record.GetBindings().size());
+  EXPECT_EQ(DifferingColumns(record, SampleRecord()).columns.size(), record.GetBindings().size());
 }
 
 TEST_F(RecordRowsTest, InsertNeverOverwrites) {
   SampleRecord record;
   record.id = 5;
-  ASSERT_EQ(InsertRow(connection_.get(), L"T", record.GetBindings()), SQLITE_OK);
+  ASSERT_EQ(InsertRow(connection_.get(), L"T", AllColumns(record)), SQLITE_OK);
   record.small = 9;
-  EXPECT_NE(InsertRow(connection_.get(), L"T", record.GetBindings()), SQLITE_OK);
+  EXPECT_NE(InsertRow(connection_.get(), L"T", AllColumns(record)), SQLITE_OK);
   EXPECT_EQ(Row("SELECT Small FROM T"), "0");
 }
 
 TEST_F(RecordRowsTest, ReplaceTakesThePlaceOfARow) {
   SampleRecord record;
   record.id = 5;
-  ASSERT_EQ(ReplaceRow(connection_.get(), L"T", record.GetBindings()), SQLITE_OK);
+  ASSERT_EQ(ReplaceRow(connection_.get(), L"T", record), SQLITE_OK);
   record.small = 9;
-  ASSERT_EQ(ReplaceRow(connection_.get(), L"T", record.GetBindings()), SQLITE_OK);
+  ASSERT_EQ(ReplaceRow(connection_.get(), L"T", record), SQLITE_OK);
   EXPECT_EQ(Row("SELECT count(*) || ',' || Small FROM T"), "1,9");
 }
 
 TEST_F(RecordRowsTest, ReplaceGivesARecordWithoutKeyANewOne) {
   SampleRecord record;
-  ASSERT_EQ(ReplaceRow(connection_.get(), L"T", record.GetBindings()), SQLITE_OK);
-  ASSERT_EQ(ReplaceRow(connection_.get(), L"T", record.GetBindings()), SQLITE_OK);
+  ASSERT_EQ(ReplaceRow(connection_.get(), L"T", record), SQLITE_OK);
+  ASSERT_EQ(ReplaceRow(connection_.get(), L"T", record), SQLITE_OK);
   EXPECT_EQ(Row("SELECT group_concat(Id) FROM T"), "1,2");
 }
 
@@ -140,14 +150,14 @@ TEST_F(RecordRowsTest, UpdateAndDeleteOnlyWhereAllKeysMatch) {
   SampleRecord record;
   for (record.id = 1; record.id <= 3; ++record.id) {
     record.parent = record.id % 2;
-    ASSERT_EQ(InsertRow(connection_.get(), L"T", record.GetBindings()), SQLITE_OK);
+    ASSERT_EQ(InsertRow(connection_.get(), L"T", AllColumns(record)), SQLITE_OK);
   }
   record.id = 1;
   record.parent = 1;
   record.small = 8;
-  const ColumnList& columns = record.GetBindings();
-  const ColumnList keys(columns.begin(), columns.begin() + 2);
-  EXPECT_EQ(UpdateRow(connection_.get(), L"T", {columns[4]}, keys), SQLITE_OK);
+  const auto columns = record.GetBindings();
+  const RecordColumns keys = {record, {columns[0], columns[1]}};
+  EXPECT_EQ(UpdateRow(connection_.get(), L"T", {record, {columns[4]}}, keys), SQLITE_OK);
   EXPECT_EQ(Row("SELECT group_concat(Small) FROM T"), "8,0,0");
   EXPECT_EQ(DeleteRow(connection_.get(), L"T", keys), SQLITE_OK);
   EXPECT_EQ(Row("SELECT group_concat(Id) FROM T"), "2,3");
