@@ -4,7 +4,9 @@
 #include <sqlite3.h>
 
 #include <algorithm>
+#include <array>
 #include <limits>
+#include <memory>
 #include <stdexcept>
 #include <type_traits>
 
@@ -13,6 +15,7 @@
 #include "NetUtilities/Module/Singleton.h"
 #include "NetUtilities/Text/Utf8.h"
 #include "tests/Database/SQLite/MemberText.h"
+#include "tests/support/AllocationTally.h"
 #include "tests/support/FakeDatabasePlatform.h"
 #include "tests/support/LogCapture.h"
 #include "tests/support/TemporaryFolder.h"
@@ -248,6 +251,30 @@ TEST(Profile, StartsUnchangedWithoutAttachment) {
   EXPECT_EQ(profile.GetState(), ChangeState::Unchanged);
   EXPECT_EQ(profile.GetAttachment(), nullptr);
   EXPECT_EQ(profile.GetProfileId(), kId);
+}
+
+// Ten thousand profiles must fit easily.
+TEST(Profile, CostsThreeAllocationsAndTwoKilobytesAtMost) {
+  std::vector<std::shared_ptr<Profile>> profiles(2);
+  const AllocationTally tally;
+  profiles[0] = std::make_shared<Profile>(kId);
+  EXPECT_LE(tally.Allocations(), 3u);
+  EXPECT_LE(tally.Bytes(), 2048u);
+  EXPECT_GE(tally.Bytes(), sizeof(Profile));
+  profiles[1] = std::make_shared<Profile>(*profiles[0]);
+  EXPECT_LE(tally.Allocations(), 6u);
+  EXPECT_LE(tally.Bytes(), 4096u);
+}
+
+TEST(Profile, IsCountedByATallyThatSeesEveryAllocation) {
+  std::vector<std::shared_ptr<std::array<char, 3000>>> blocks(2);
+  const AllocationTally tally;
+  EXPECT_EQ(tally.Allocations(), 0u);
+  for (auto& block : blocks) block = std::make_shared<std::array<char, 3000>>();
+  EXPECT_EQ(tally.Allocations(), 2u);
+  EXPECT_GE(tally.Bytes(), 6000u);
+  blocks.clear();
+  EXPECT_EQ(tally.Allocations(), 2u);
 }
 
 TEST(Profile, FollowsTheDefaultsOfEveryPageAtFirst) {
