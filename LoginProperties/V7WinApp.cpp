@@ -2,18 +2,14 @@
 
 #include <commctrl.h>
 
-#include <memory>
-
 #include "NetUtilities/Logger/Logger.h"
 #include "NetUtilities/Module/LifetimeTracker.h"
+#include "NetUtilities/Module/Owner.h"
 #include "NetUtilities/Module/SimpleSingleton.h"
 
 namespace {
 
-struct Delete {
-  void operator()(HGDIOBJ object) const { DeleteObject(object); }
-};
-std::unique_ptr<void, Delete> gdiObject;
+Owner<HGDIOBJ, DeleteObject> gdiObject;
 
 }  // namespace
 

@@ -12,11 +12,9 @@ constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELE
 
 HRESULT LastError() { return HRESULT_FROM_WIN32(GetLastError()); }
 
-// A file opened with null for its handle has none.
-HANDLE OpenFile(const std::wstring& path, DWORD access, SECURITY_ATTRIBUTES* security, DWORD disposition) {
-  const HANDLE file =
-      CreateFileW(path.c_str(), access, kShareAll, security, disposition, FILE_ATTRIBUTE_NORMAL, nullptr);
-  return file == INVALID_HANDLE_VALUE ? nullptr : file;
+Handle OpenFile(const std::wstring& path, DWORD access, SECURITY_ATTRIBUTES* security, DWORD disposition) {
+  return OwnUnlessInvalid(
+      CreateFileW(path.c_str(), access, kShareAll, security, disposition, FILE_ATTRIBUTE_NORMAL, nullptr));
 }
 
 // Every user's programs log into the same file, whoever of them created it: all may read it and append to it.
@@ -34,10 +32,7 @@ class SharedFileSecurity {
   SECURITY_ATTRIBUTES* Attributes() { return &attributes_; }
 
  private:
-  struct Free {
-    void operator()(void* memory) const { LocalFree(memory); }
-  };
-  std::unique_ptr<void, Free> descriptor_;
+  LocalMemory<void> descriptor_;
   SECURITY_ATTRIBUTES attributes_{sizeof(SECURITY_ATTRIBUTES), nullptr, FALSE};
 };
 
@@ -107,13 +102,13 @@ HRESULT DailyLogFile::Append(std::string_view record) {
 // Makes `file_` the file that now has this path: another one when the day has changed, or somebody has taken the file
 // away.
 HRESULT DailyLogFile::Open(const std::wstring& path) {
-  const Handle current(OpenFile(path, FILE_READ_ATTRIBUTES, nullptr, OPEN_EXISTING));
+  const Handle current = OpenFile(path, FILE_READ_ATTRIBUTES, nullptr, OPEN_EXISTING);
   const std::optional<LONGLONG> number = NumberOf(current.get());
   if (number && number == NumberOf(file_.get())) return S_OK;
 
   // A deleted file is there until its last handle is closed.
   file_.reset();
   SharedFileSecurity security;
-  file_.reset(OpenFile(path, GENERIC_READ | FILE_APPEND_DATA, security.Attributes(), OPEN_ALWAYS));
+  file_ = OpenFile(path, GENERIC_READ | FILE_APPEND_DATA, security.Attributes(), OPEN_ALWAYS);
   return file_ ? S_OK : LastError();
 }

@@ -3,11 +3,11 @@
 #include <windows.h>
 
 #include <functional>
-#include <memory>
 #include <mutex>
 #include <string>
 #include <string_view>
 
+#include "NetUtilities/Module/Handle.h"
 #include "TraceLogManager/LogFileFormat.h"
 
 /// Today's date on the local calendar.
@@ -31,11 +31,6 @@ class DailyLogFile {
   HRESULT Append(std::string_view record);
 
  private:
-  struct Close {
-    void operator()(void* handle) const { CloseHandle(handle); }
-  };
-  using Handle = std::unique_ptr<void, Close>;
-
   HRESULT Open(const std::wstring& path);
 
   std::function<std::wstring()> folder_;

@@ -3,24 +3,19 @@
 #include <windows.h>
 
 #include <iterator>
-#include <memory>
 #include <string_view>
 #include <utility>
+
+#include "NetUtilities/Module/Handle.h"
 
 namespace {
 
 constexpr size_t kFirstLines = 10;
 
-struct Close {
-  void operator()(void* handle) const { CloseHandle(handle); }
-};
-using Handle = std::unique_ptr<void, Close>;
-
 Handle OpenForReading(const std::wstring& file) {
   constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-  const HANDLE handle =
-      CreateFileW(file.c_str(), GENERIC_READ, kShareAll, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
-  return Handle(handle == INVALID_HANDLE_VALUE ? nullptr : handle);
+  return OwnUnlessInvalid(
+      CreateFileW(file.c_str(), GENERIC_READ, kShareAll, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
 }
 
 constexpr uint64_t Join(DWORD high, DWORD low) { return uint64_t{high} << 32 | low; }

@@ -5,7 +5,6 @@
 
 #include <exception>
 #include <iostream>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -13,6 +12,7 @@
 #include "NetUtilities/Files/PathData.h"
 #include "NetUtilities/Log.h"
 #include "NetUtilities/Logger/LogOutputHelper.h"
+#include "NetUtilities/Module/Handle.h"
 #include "NetUtilities/Module/Singleton.h"
 #include "NetUtilities/Text/ErrorText.h"
 #include "NetUtilities/Text/Utf8.h"
@@ -45,17 +45,13 @@ class Interruption {
   static bool WaitFor(DWORD milliseconds) { return WaitForSingleObject(pressed_.get(), milliseconds) == WAIT_OBJECT_0; }
 
  private:
-  struct Close {
-    void operator()(void* handle) const { CloseHandle(handle); }
-  };
-
   static BOOL WINAPI OnControl(DWORD event) {
     if (event != CTRL_C_EVENT && event != CTRL_BREAK_EVENT) return FALSE;
     SetEvent(pressed_.get());
     return TRUE;
   }
 
-  inline static std::unique_ptr<void, Close> pressed_;
+  inline static Handle pressed_;
 };
 
 int Fail(const std::wstring& sentence) {

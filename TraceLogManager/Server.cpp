@@ -3,17 +3,15 @@
 #include <objbase.h>
 
 #include <chrono>
-#include <wrl/client.h>
 
 #include "NetUtilities/Files/PathData.h"
+#include "NetUtilities/Module/ComPointer.h"
 #include "NetUtilities/Module/Singleton.h"
 #include "TraceLogManager/DailyLogFile.h"
 #include "TraceLogManager/ServerLifetime.h"
 #include "TraceLogManager/TraceLogManagerObject.h"
 
 namespace {
-
-using Microsoft::WRL::ComPtr;
 
 // A client that logs now and then finds the server running.
 constexpr std::chrono::seconds kIdleTime(5);
@@ -95,29 +93,36 @@ class RegisteredClass {
 class KeptInterface {
  public:
   KeptInterface(IUnknown& object, REFIID id) {
-    if (FAILED(CreateStreamOnHGlobal(nullptr, TRUE, &reference_))) return;
-    if (FAILED(CoMarshalInterface(reference_.Get(), id, &object, MSHCTX_LOCAL, nullptr, MSHLFLAGS_TABLESTRONG))) {
-      reference_.Reset();
+    IStream* stream = nullptr;
+    if (FAILED(CreateStreamOnHGlobal(nullptr, TRUE, &stream))) return;
+    reference_.reset(stream);
+    if (FAILED(CoMarshalInterface(stream, id, &object, MSHCTX_LOCAL, nullptr, MSHLFLAGS_TABLESTRONG))) {
+      reference_.reset();
     }
   }
   ~KeptInterface() {
     if (!reference_) return;
     reference_->Seek({}, STREAM_SEEK_SET, nullptr);
-    CoReleaseMarshalData(reference_.Get());
+    CoReleaseMarshalData(reference_.get());
   }
   KeptInterface(const KeptInterface&) = delete;
   KeptInterface& operator=(const KeptInterface&) = delete;
 
  private:
-  ComPtr<IStream> reference_;
+  ComPointer<IStream> reference_;
 };
 
 // Describes the service's interface, out of the type library in this program.
-HRESULT LoadInterfaceDescription(ComPtr<ITypeInfo>& typeInfo) {
+HRESULT LoadInterfaceDescription(ComPointer<ITypeInfo>& typeInfo) {
   const std::wstring program = Singleton<PathData>::Get()->GetExecutablePath();
-  ComPtr<ITypeLib> library;
-  const HRESULT result = LoadTypeLibEx(program.c_str(), REGKIND_NONE, &library);
-  return FAILED(result) ? result : library->GetTypeInfoOfGuid(IID_ITraceLogManager, &typeInfo);
+  ITypeLib* loaded = nullptr;
+  HRESULT result = LoadTypeLibEx(program.c_str(), REGKIND_NONE, &loaded);
+  if (FAILED(result)) return result;
+  const ComPointer<ITypeLib> library(loaded);
+  ITypeInfo* found = nullptr;
+  result = library->GetTypeInfoOfGuid(IID_ITraceLogManager, &found);
+  typeInfo.reset(found);
+  return result;
 }
 
 // Returns when the server is no longer needed and COM sends it no new clients.
@@ -135,21 +140,21 @@ void WaitUntilNotNeeded(ServerLifetime& lifetime) {
 }  // namespace
 
 HRESULT RunServer() {
-  ComPtr<ITypeInfo> typeInfo;
+  ComPointer<ITypeInfo> typeInfo;
   if (const HRESULT result = LoadInterfaceDescription(typeInfo); FAILED(result)) return result;
   DailyLogFile logFile([] { return Singleton<PathData>::Get()->GetProgramDataPath(); }, LocalDate);
   ServerLifetime lifetime;
-  ClassFactory factory({logFile, &lifetime, *typeInfo.Get()});
+  ClassFactory factory({logFile, &lifetime, *typeInfo});
 
   // Ends before all that is above: until then COM holds on to the factory.
   const ComApartment apartment;
   if (FAILED(apartment.Result())) return apartment.Result();
-  ComPtr<ITraceLogManager> example;
-  const HRESULT result = TraceLogManagerObject::Create({logFile, nullptr, *typeInfo.Get()}, IID_ITraceLogManager,
-                                                       reinterpret_cast<void**>(example.GetAddressOf()));
+  void* created = nullptr;
+  const HRESULT result = TraceLogManagerObject::Create({logFile, nullptr, *typeInfo}, IID_ITraceLogManager, &created);
   if (FAILED(result)) return result;
+  const ComPointer<ITraceLogManager> example(static_cast<ITraceLogManager*>(created));
   const KeptInterface keptFactory(factory, IID_IClassFactory);
-  const KeptInterface keptManager(*example.Get(), IID_ITraceLogManager);
+  const KeptInterface keptManager(*example, IID_ITraceLogManager);
   {
     const RegisteredClass registered(factory);
     if (FAILED(registered.Result())) return registered.Result();

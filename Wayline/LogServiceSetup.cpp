@@ -6,10 +6,10 @@
 
 #include <array>
 #include <filesystem>
-#include <memory>
 #include <string>
 
 #include "NetUtilities/Files/PathData.h"
+#include "NetUtilities/Module/Handle.h"
 #include "NetUtilities/Module/Singleton.h"
 #include "NetUtilities/Registry/RegistryKey.h"
 #include "NetUtilities/Text/Format.h"
@@ -32,9 +32,6 @@ std::wstring RegisteredProgram() {
 
 // Runs the service's program and waits for it. False when it could not be started or did not succeed.
 bool Run(const std::filesystem::path& program, const std::wstring& arguments) {
-  struct Close {
-    void operator()(void* handle) const { CloseHandle(handle); }
-  };
   STARTUPINFOW startup{};
   startup.cb = sizeof(startup);
   PROCESS_INFORMATION information{};
@@ -43,8 +40,8 @@ bool Run(const std::filesystem::path& program, const std::wstring& arguments) {
                      &startup, &information) == FALSE) {
     return false;
   }
-  const std::unique_ptr<void, Close> process(information.hProcess);
-  const std::unique_ptr<void, Close> thread(information.hThread);
+  const Handle process(information.hProcess);
+  const Handle thread(information.hThread);
   DWORD code = 1;
   WaitForSingleObject(process.get(), INFINITE);
   return GetExitCodeProcess(process.get(), &code) != FALSE && code == 0;

@@ -2,10 +2,8 @@
 
 #include <windows.h>
 
-#include <memory>
-#include <type_traits>
-
 #include "LoginProperties/LoginPropertiesContext.h"
+#include "NetUtilities/Module/Owner.h"
 #include "WaylineDll/SettingsTables.h"
 
 /// The module that shows the sheet, Pavise.dll, loaded at run time. Records that it made are released before
@@ -22,9 +20,6 @@ class SheetModule {
   INT_PTR Show(LoginPropertiesContext& context) const { return showLoginProperties_(&context); }
 
  private:
-  struct Free {
-    void operator()(HMODULE library) const { FreeLibrary(library); }
-  };
-  std::unique_ptr<std::remove_pointer_t<HMODULE>, Free> library_;
+  Owner<HMODULE, FreeLibrary> library_;
   INT_PTR (*showLoginProperties_)(LoginPropertiesContext*) = nullptr;
 };

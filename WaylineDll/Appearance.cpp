@@ -1,8 +1,8 @@
 #include "WaylineDll/Appearance.h"
 
 #include <algorithm>
-#include <memory>
-#include <type_traits>
+
+#include "NetUtilities/Module/Owner.h"
 
 namespace {
 
@@ -25,10 +25,6 @@ HFONT CreateProportionalFont() {
   return CreateFontIndirectW(&metrics.lfMessageFont);
 }
 
-struct DeleteFont {
-  void operator()(HFONT font) const { DeleteObject(font); }
-};
-
 }  // namespace
 
 void CenterWindow(HWND window, HWND reference) {
@@ -43,6 +39,6 @@ void CenterWindow(HWND window, HWND reference) {
 }
 
 HFONT GetProportionalFont() {
-  static const std::unique_ptr<std::remove_pointer_t<HFONT>, DeleteFont> font(CreateProportionalFont());
+  static const Owner<HFONT, DeleteObject> font(CreateProportionalFont());
   return font.get();
 }

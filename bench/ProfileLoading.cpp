@@ -27,6 +27,7 @@
 #include "Database/Profiles/Profiles.h"
 #include "Database/SQLite/DatabasePlatform.h"
 #include "Database/SQLite/SQLiteDatabaseManager.h"
+#include "Database/SQLite/SQLiteHandles.h"
 #include "NetUtilities/Module/Singleton.h"
 #include "NetUtilities/Text/Utf16.h"
 #include "NetUtilities/Text/Utf8.h"
@@ -125,29 +126,26 @@ std::string ForEachColumn(const Text& text) {
   return joined;
 }
 
-using Connection = std::unique_ptr<sqlite3, decltype(&sqlite3_close)>;
-using Statement = std::unique_ptr<sqlite3_stmt, decltype(&sqlite3_finalize)>;
-
 void Expect(sqlite3* connection, int expected, int result) {
   if (result != expected) throw std::runtime_error(sqlite3_errmsg(connection));
 }
 
 // As the module opens the file, or creating it.
-Connection Open(const std::wstring& file, int create = 0) {
+ConnectionHandle Open(const std::wstring& file, int create = 0) {
   sqlite3* opened = nullptr;
   const int result =
       sqlite3_open_v2(ToUtf8(file).c_str(), &opened,
                       SQLITE_OPEN_READWRITE | SQLITE_OPEN_FULLMUTEX | SQLITE_OPEN_EXRESCODE | create, nullptr);
-  Connection connection(opened, sqlite3_close);
+  ConnectionHandle connection(opened);
   Expect(opened, SQLITE_OK, result);
   return connection;
 }
 
-Statement Prepare(sqlite3* connection, const std::string& sql, unsigned flags = 0) {
+StatementHandle Prepare(sqlite3* connection, const std::string& sql, unsigned flags = 0) {
   sqlite3_stmt* prepared = nullptr;
   Expect(connection, SQLITE_OK,
          sqlite3_prepare_v3(connection, sql.c_str(), static_cast<int>(sql.size() + 1), flags, &prepared, nullptr));
-  return {prepared, sqlite3_finalize};
+  return StatementHandle(prepared);
 }
 
 // Chains of links are as long as this. The profiles of one depth lie side by side, their ids from kFirstId on.
@@ -164,11 +162,11 @@ class Database {
     databasePlatform.userDataDirectory = [] { return userFolder_; };
     file_ = (folder / kSettingsDatabaseFile).wstring();
 
-    const Connection connection = Open(file_, SQLITE_OPEN_CREATE);
+    const ConnectionHandle connection = Open(file_, SQLITE_OPEN_CREATE);
     Run(connection.get(), "pragma journal_mode = off; pragma synchronous = off");
     Run(connection.get(), kSchemaSql);
     Run(connection.get(), "begin");
-    const Statement insert =
+    const StatementHandle insert =
         Prepare(connection.get(), "insert into Profiles values (" +
                                       ForEachColumn([](const std::string&, const std::string&) { return "?"; }) + ")");
     for (uint32_t index = 0; index < profiles; ++index) {
@@ -289,21 +287,21 @@ class OneByOne {
     row = defaults_;
     std::vector<int> chain;
     for (int link = static_cast<int>(id); link != 0;) {
-      const Statement list = Execute(list_, link);
+      const StatementHandle list = Execute(list_, link);
       chain.push_back(link);
       link = sqlite3_column_int(list.get(), 1);
       Expect(connection_.get(), SQLITE_DONE, sqlite3_step(list.get()));
     }
     for (; !chain.empty(); chain.pop_back()) {
-      const Statement load = Execute(load_, chain.back());
+      const StatementHandle load = Execute(load_, chain.back());
       Read(load.get(), row);
       Expect(connection_.get(), SQLITE_DONE, sqlite3_step(load.get()));
     }
   }
 
  private:
-  Statement Execute(const std::string& sql, int id) const {
-    Statement statement = Prepare(connection_.get(), sql);
+  StatementHandle Execute(const std::string& sql, int id) const {
+    StatementHandle statement = Prepare(connection_.get(), sql);
     sqlite3_bind_int(statement.get(), 1, id);
     Expect(connection_.get(), SQLITE_ROW, sqlite3_step(statement.get()));
     return statement;
@@ -312,7 +310,7 @@ class OneByOne {
   const Row defaults_ = RowOf(Profile(0));
   const std::string list_ = kLinkQuery;
   const std::string load_ = ColumnsQuery();
-  const Connection connection_;
+  const ConnectionHandle connection_;
 };
 
 class KeptStatements {
@@ -338,24 +336,24 @@ class KeptStatements {
   }
 
  private:
-  Statement Keep(const std::string& sql) const { return Prepare(connection_.get(), sql, SQLITE_PREPARE_PERSISTENT); }
+  StatementHandle Keep(const std::string& sql) const { return Prepare(connection_.get(), sql, SQLITE_PREPARE_PERSISTENT); }
 
-  void FindRow(const Statement& statement, int id) const {
+  void FindRow(const StatementHandle& statement, int id) const {
     sqlite3_bind_int(statement.get(), 1, id);
     Expect(connection_.get(), SQLITE_ROW, sqlite3_step(statement.get()));
   }
 
-  void Finish(const Statement& statement) const {
+  void Finish(const StatementHandle& statement) const {
     Expect(connection_.get(), SQLITE_DONE, sqlite3_step(statement.get()));
     sqlite3_reset(statement.get());
   }
 
   const Row defaults_ = RowOf(Profile(0));
-  const Connection connection_;
-  const Statement begin_ = Keep("begin");
-  const Statement commit_ = Keep("commit");
-  const Statement list_ = Keep(kLinkQuery);
-  const Statement load_ = Keep(ColumnsQuery());
+  const ConnectionHandle connection_;
+  const StatementHandle begin_ = Keep("begin");
+  const StatementHandle commit_ = Keep("commit");
+  const StatementHandle list_ = Keep(kLinkQuery);
+  const StatementHandle load_ = Keep(ColumnsQuery());
 };
 
 class OneQuery {
@@ -387,8 +385,8 @@ class OneQuery {
   }
 
   const Row defaults_ = RowOf(Profile(0));
-  const Connection connection_;
-  const Statement statement_;
+  const ConnectionHandle connection_;
+  const StatementHandle statement_;
 };
 
 // All ways of loading from one database: first those of the module.

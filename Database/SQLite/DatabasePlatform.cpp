@@ -2,8 +2,11 @@
 
 #include <windows.h>
 
+#include <utility>
+
 #include "NetUtilities/Files/PathData.h"
 #include "NetUtilities/Logger/LogOutputHelper.h"
+#include "NetUtilities/Module/Handle.h"
 #include "NetUtilities/Module/Singleton.h"
 #include "NetUtilities/Registry/TraceFlags.h"
 #include "NetUtilities/Text/ErrorText.h"
@@ -22,10 +25,10 @@ std::wstring UserDataDirectory() {
 
 InstanceMutex CreateInstanceMutex(const std::wstring& name) {
   SetLastError(ERROR_SUCCESS);
-  const HANDLE mutex = CreateMutexW(nullptr, FALSE, name.c_str());
+  Handle mutex(CreateMutexW(nullptr, FALSE, name.c_str()));
   const bool first = GetLastError() == ERROR_SUCCESS;
-  if (mutex == nullptr) return {};
-  return {{mutex, &CloseHandle}, first};
+  if (!mutex) return {};
+  return {std::move(mutex), first};
 }
 
 void WriteToDebugger(std::wstring_view message) { LogOutputHelper::GetLogOutput(LogOutput::Debugger)(message); }

@@ -100,7 +100,7 @@ int32_t SQLiteDatabase::TakeStatement(std::wstring_view text, PreparedStatement&
   }
   sqlite3_stmt* prepared = nullptr;
   const int32_t result = sqlite3_prepare16_v2(connection_, ToUtf16(text).c_str(), -1, &prepared, nullptr);
-  statement = {std::wstring(text), PreparedStatement::Handle(prepared)};
+  statement = {std::wstring(text), StatementHandle(prepared)};
   return result;
 }
 

@@ -4,7 +4,6 @@
 #include <array>
 #include <atomic>
 #include <exception>
-#include <memory>
 #include <string>
 #include <string_view>
 
@@ -13,6 +12,7 @@
 #include "NetUtilities/Files/ClientFolders.h"
 #include "NetUtilities/Files/ClientVersion.h"
 #include "NetUtilities/Files/PathData.h"
+#include "NetUtilities/Module/Handle.h"
 #include "NetUtilities/Module/Singleton.h"
 #include "NetUtilities/Registry/RegistryKey.h"
 #include "NetUtilities/Registry/RegistryNames.h"
@@ -29,11 +29,6 @@ constexpr ULONG kFilterStackBytes = 32 * 1024;
 // How long a crashed thread waits for another that writes a dump. The process ends after it rather than never: the
 // writer may need what the crashed thread holds, such as the lock of the heap or of the loader.
 constexpr DWORD kWriterLimitMilliseconds = 60'000;
-
-struct Close {
-  void operator()(void* handle) const { CloseHandle(handle); }
-};
-using Handle = std::unique_ptr<void, Close>;
 
 // A text in a place of its own, apart from the heap that a crash may have damaged.
 class FixedText {

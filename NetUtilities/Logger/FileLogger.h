@@ -7,11 +7,11 @@
 #include <atomic>
 #include <cstdint>
 #include <deque>
-#include <memory>
 #include <mutex>
 #include <string>
 #include <vector>
 
+#include "NetUtilities/Module/Handle.h"
 #include "NetUtilities/Module/QueueThread.h"
 
 /// Writes lines to a log file of the day that all processes of the client share, on a thread of its own. Reached
@@ -44,14 +44,10 @@ class FileLogger : public QueueThread<std::deque<std::wstring>> {
   std::vector<FrameLine> RollOver();
   std::wstring EndLine() const;
 
-  struct CloseMutex {
-    void operator()(void* handle) const { CloseHandle(handle); }
-  };
-
   const std::wstring directory_;
   const std::wstring moduleName_;  // with extension
   const std::wstring baseName_;    // without
-  const std::unique_ptr<void, CloseMutex> fileMutex_;
+  const Handle fileMutex_;
   std::once_flag started_;
   std::atomic<bool> enabled_{false};
 

@@ -3,22 +3,12 @@
 #include <utility>
 
 #include "NetUtilities/Logger/TraceLogPlatform.h"
+#include "NetUtilities/Module/ComPointer.h"
 #include "TraceLogManager/TraceLogManager.h"
 
 TraceLogPlatform traceLogPlatform;
 
 namespace {
-
-struct ReleaseInterface {
-  void operator()(IUnknown* object) const { object->Release(); }
-};
-template <typename Interface>
-using ComPointer = std::unique_ptr<Interface, ReleaseInterface>;
-
-struct FreeText {
-  void operator()(OLECHAR* text) const { SysFreeString(text); }
-};
-using Text = std::unique_ptr<OLECHAR, FreeText>;
 
 class TraceLogService : public LogService {
  public:
@@ -31,7 +21,7 @@ class TraceLogService : public LogService {
   }
 
   int32_t LogMessage(uint32_t source, uint16_t level, std::wstring_view text) override {
-    const Text copy(traceLogPlatform.allocateText(text.data(), static_cast<UINT>(text.size())));
+    const AutomationText copy(traceLogPlatform.allocateText(text.data(), static_cast<UINT>(text.size())));
     return copy ? manager_->LogMessage(source, level, copy.get()) : E_OUTOFMEMORY;
   }
 

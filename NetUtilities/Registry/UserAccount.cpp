@@ -1,9 +1,9 @@
 #include "NetUtilities/Registry/UserAccount.h"
 
 #include <array>
-#include <memory>
 
 #include "NetUtilities/Log.h"
+#include "NetUtilities/Module/Handle.h"
 #include "NetUtilities/Text/ErrorText.h"
 
 AccountPlatform accountPlatform;
@@ -40,10 +40,7 @@ DWORD UserNameToSidString(const std::wstring& userName, std::wstring& out) {
   if (accountPlatform.convertSidToStringSid(sid.data(), &text) == FALSE) {
     return LogLastError(L"ConvertSidToStringSid failed!");
   }
-  struct FreeLocal {
-    void operator()(wchar_t* memory) const { LocalFree(memory); }
-  };
-  const std::unique_ptr<wchar_t, FreeLocal> owner(text);
+  const LocalMemory<wchar_t> owner(text);
   out = text;
   return ERROR_SUCCESS;
 }

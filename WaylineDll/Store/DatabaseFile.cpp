@@ -3,13 +3,13 @@
 #include <sqlite3.h>
 
 #include <filesystem>
-#include <memory>
 #include <random>
 #include <string_view>
 #include <system_error>
 
 #include "Database/Profiles/ProfileNames.h"
 #include "Database/Profiles/ServiceInfo.h"
+#include "Database/SQLite/SQLiteHandles.h"
 #include "NetUtilities/Text/Format.h"
 #include "NetUtilities/Text/Utf8.h"
 #include "WaylineDll/Store/EmbeddedSql.h"
@@ -29,11 +29,6 @@ constexpr int64_t kVersion = 1;
 constexpr std::wstring_view kForeign = L"it is not a settings database of Wayline";
 constexpr std::wstring_view kReadOnly = L"the settings database is read-only";
 
-struct CloseConnection {
-  void operator()(sqlite3* connection) const { sqlite3_close(connection); }
-};
-using Connection = std::unique_ptr<sqlite3, CloseConnection>;
-
 Failure UseFailure(const std::wstring& file, std::wstring_view reason) {
   return Format(L"The file \"{}\" cannot be used: {}.", file, reason);
 }
@@ -45,7 +40,7 @@ Failure CreateFailure(const std::wstring& file, std::wstring_view reason) {
 std::wstring TextOf(const std::error_code& error) { return FromUtf8(error.message()); }
 
 // Also set when opening fails, to tell why.
-int32_t Open(const std::wstring& file, int flags, Connection& connection) {
+int32_t Open(const std::wstring& file, int flags, ConnectionHandle& connection) {
   sqlite3* opened = nullptr;
   const int code = sqlite3_open_v2(ToUtf8(file).c_str(), &opened, flags | SQLITE_OPEN_EXRESCODE, nullptr);
   connection.reset(opened);
@@ -132,7 +127,7 @@ Failure CreateDatabaseFile(const std::wstring& file) {
   // A name of its own: another program may be creating the same database.
   const std::wstring unfinished = Format(L"{}.{:08x}.new", file, std::random_device()());
   {
-    Connection connection;
+    ConnectionHandle connection;
     int32_t code = Open(unfinished, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, connection);
     if (code == SQLITE_OK) code = FillNewDatabase(connection.get());
     if (code != SQLITE_OK) {
@@ -154,7 +149,7 @@ Failure CheckDatabaseFile(const std::wstring& file) {
   const bool isFile = std::filesystem::is_regular_file(path(file), error);
   if (error) return UseFailure(file, TextOf(error));
   if (!isFile) return UseFailure(file, kForeign);
-  Connection connection;
+  ConnectionHandle connection;
   const int32_t code = Open(file, SQLITE_OPEN_READWRITE, connection);
   if (code != SQLITE_OK) return UseFailure(file, connection.get(), code);
   for (const auto check : {CheckSchemaVersion, CheckColumns, CheckProfileChains, CheckWritable}) {

@@ -25,8 +25,6 @@ int32_t Statement::Step() { return sqlite3_step(statement_.get()); }
 
 int64_t Statement::Integer(int column) const { return sqlite3_column_int64(statement_.get(), column); }
 
-void Statement::Finalize::operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
-
 int32_t RunStatement(sqlite3* connection, std::wstring_view sql) {
   Statement statement;
   int32_t code = statement.Prepare(connection, sql);

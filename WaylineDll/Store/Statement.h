@@ -1,12 +1,10 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
 #include <string>
 #include <string_view>
 
-struct sqlite3;
-struct sqlite3_stmt;
+#include "Database/SQLite/SQLiteHandles.h"
 
 /// One SQL statement of a connection, which must outlive it. Results are SQLite result codes; parameters
 /// count from 1, columns from 0. Nothing is logged.
@@ -26,10 +24,7 @@ class Statement {
   int64_t Integer(int column) const;
 
  private:
-  struct Finalize {
-    void operator()(sqlite3_stmt* statement) const;
-  };
-  std::unique_ptr<sqlite3_stmt, Finalize> statement_;
+  StatementHandle statement_;
 };
 
 /// Runs a statement that has no parameters and no interesting rows; 0 when it succeeds.

@@ -16,6 +16,7 @@
 #include <tuple>
 #include <vector>
 
+#include "NetUtilities/Module/Handle.h"
 #include "NetUtilities/Text/Format.h"
 #include "tests/programs/LoggingModule.h"
 #include "tests/support/ClientProcess.h"
@@ -66,13 +67,12 @@ bool IsUnloaded() {
 
 int ThreadCount() {
   int count = 0;
-  const HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0);
+  const Handle snapshot(CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0));
   THREADENTRY32 entry{};
   entry.dwSize = sizeof(entry);
-  for (BOOL more = Thread32First(snapshot, &entry); more != FALSE; more = Thread32Next(snapshot, &entry)) {
+  for (BOOL more = Thread32First(snapshot.get(), &entry); more != FALSE; more = Thread32Next(snapshot.get(), &entry)) {
     if (entry.th32OwnerProcessID == GetCurrentProcessId()) ++count;
   }
-  CloseHandle(snapshot);
   return count;
 }
 

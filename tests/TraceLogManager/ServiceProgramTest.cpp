@@ -5,9 +5,9 @@
 #include <objbase.h>
 
 #include <filesystem>
-#include <wrl/client.h>
 
 #include "NetUtilities/Files/PathData.h"
+#include "NetUtilities/Module/ComPointer.h"
 #include "NetUtilities/Module/Singleton.h"
 #include "NetUtilities/Registry/RegistryKey.h"
 #include "NetUtilities/Registry/RegistryNames.h"
@@ -49,11 +49,12 @@ std::wstring TypeLibraryKey(HKEY root) {
 }
 
 HRESULT Activate() {
-  Microsoft::WRL::ComPtr<IUnknown> object;
+  void* object = nullptr;
   CLSID id{};
   CLSIDFromString(kClassId, &id);
-  return CoCreateInstance(id, nullptr, CLSCTX_LOCAL_SERVER, IID_IUnknown,
-                          reinterpret_cast<void**>(object.GetAddressOf()));
+  const HRESULT result = CoCreateInstance(id, nullptr, CLSCTX_LOCAL_SERVER, IID_IUnknown, &object);
+  ComPointer<IUnknown>(static_cast<IUnknown*>(object)).reset();
+  return result;
 }
 
 class ComApartment {

@@ -14,9 +14,9 @@
 #include <stdexcept>
 #include <thread>
 #include <vector>
-#include <wrl/client.h>
 
 #include "NetUtilities/Files/PathData.h"
+#include "NetUtilities/Module/ComPointer.h"
 #include "NetUtilities/Module/Singleton.h"
 #include "NetUtilities/Registry/RegistryKey.h"
 #include "NetUtilities/Registry/RegistryNames.h"
@@ -30,7 +30,6 @@
 #include "TraceLogManager/DailyLogFile.h"
 #include "TraceLogManager/TraceLogManager.h"
 
-using Microsoft::WRL::ComPtr;
 using testing::ElementsAre;
 
 namespace {
@@ -42,12 +41,9 @@ constexpr unsigned short kInfo = 3;
 
 const std::wstring kSourceLevelsKey = std::wstring(kClientKey) + L"\\TraceLevels";
 
-struct FreeText {
-  void operator()(OLECHAR* text) const { SysFreeString(text); }
-};
-using Text = std::unique_ptr<OLECHAR, FreeText>;
-
-Text MakeText(const std::wstring& text) { return Text(SysAllocStringLen(text.data(), static_cast<UINT>(text.size()))); }
+AutomationText MakeText(const std::wstring& text) {
+  return AutomationText(SysAllocStringLen(text.data(), static_cast<UINT>(text.size())));
+}
 
 // This thread calls COM.
 class ComApartment {
@@ -59,15 +55,15 @@ class ComApartment {
 };
 
 // Connects as the module does.
-ComPtr<ITraceLogManager> Connect() {
-  ComPtr<IUnknown> object;
-  ComPtr<ITraceLogManager> service;
-  const HRESULT result = CoCreateInstance(CLSID_TraceLogManager, nullptr, CLSCTX_LOCAL_SERVER, IID_IUnknown,
-                                          reinterpret_cast<void**>(object.GetAddressOf()));
-  if (FAILED(result) || FAILED(OleRun(object.Get())) || FAILED(object.As(&service))) {
+ComPointer<ITraceLogManager> Connect() {
+  void* object = nullptr;
+  const HRESULT result = CoCreateInstance(CLSID_TraceLogManager, nullptr, CLSCTX_LOCAL_SERVER, IID_IUnknown, &object);
+  const ComPointer<IUnknown> unknown(static_cast<IUnknown*>(object));
+  if (FAILED(result) || FAILED(OleRun(unknown.get())) ||
+      FAILED(unknown->QueryInterface(IID_ITraceLogManager, &object))) {
     throw std::runtime_error("There is no service: " + std::to_string(result));
   }
-  return service;
+  return ComPointer<ITraceLogManager>(static_cast<ITraceLogManager*>(object));
 }
 
 HRESULT LogText(ITraceLogManager& service, ULONG source, unsigned short level, const std::wstring& text) {
@@ -119,7 +115,7 @@ TEST_F(ServiceTest, KnowsItsSources) {
   for (const auto& [source, expected] : names) {
     BSTR name = nullptr;
     EXPECT_EQ(service->GetSourceName(source, &name), S_OK);
-    const Text owner(name);
+    const AutomationText owner(name);
     EXPECT_EQ(std::wstring(name, SysStringLen(name)), expected);
   }
 }
@@ -128,11 +124,11 @@ TEST_F(ServiceTest, TellsWhereTheLogIs) {
   const auto service = Connect();
   BSTR folder = nullptr;
   EXPECT_EQ(service->GetLogFolder(&folder), S_OK);
-  const Text folderOwner(folder);
+  const AutomationText folderOwner(folder);
   EXPECT_EQ(std::wstring(folder), Singleton<PathData>::Get()->GetProgramDataPath());
   BSTR file = nullptr;
   EXPECT_EQ(service->GetLogFile(&file), S_OK);
-  const Text fileOwner(file);
+  const AutomationText fileOwner(file);
   EXPECT_EQ(std::wstring(file), LogFilePath());
 }
 
@@ -176,8 +172,8 @@ TEST_F(ServiceTest, RunningClientsSeeLevelsThatAreSetByCommand) {
 TEST_F(ServiceTest, WritesEachMessageAsALine) {
   const auto service = Connect();
   const std::wstring text = UniqueText(L"11/15 06:10:17.042 01a2c-0f3b8: text");
-  EXPECT_EQ(LogText(*service.Get(), kDatabase, kError, text), S_OK);
-  EXPECT_EQ(LogText(*service.Get(), kGeneral, kInfo, text), S_OK);
+  EXPECT_EQ(LogText(*service, kDatabase, kError, text), S_OK);
+  EXPECT_EQ(LogText(*service, kGeneral, kInfo, text), S_OK);
   EXPECT_THAT(FileBytes(LogFilePath()),
               testing::EndsWith("28 2 " + ToUtf8(text) + "\r\n 1 3 " + ToUtf8(text) + "\r\n"));
 }
@@ -185,14 +181,14 @@ TEST_F(ServiceTest, WritesEachMessageAsALine) {
 TEST_F(ServiceTest, WritesTextsOfEveryAlphabetAndSetsFurtherLinesIn) {
   const auto service = Connect();
   const std::wstring text = UniqueText(L"Z\u00fcrich \u0416 \u20ac \U0001F600");
-  EXPECT_EQ(LogText(*service.Get(), kDatabase, kError, text + L"\r\nsecond"), S_OK);
+  EXPECT_EQ(LogText(*service, kDatabase, kError, text + L"\r\nsecond"), S_OK);
   EXPECT_THAT(FileBytes(LogFilePath()), testing::EndsWith("28 2 " + ToUtf8(text) + "\r\n     second\r\n"));
 }
 
 TEST_F(ServiceTest, WritesLongTexts) {
   const auto service = Connect();
   const std::wstring text = UniqueText(std::wstring(100'000, L'x'));
-  EXPECT_EQ(LogText(*service.Get(), kGeneral, kError, text), S_OK);
+  EXPECT_EQ(LogText(*service, kGeneral, kError, text), S_OK);
   EXPECT_THAT(FileBytes(LogFilePath()).ends_with(" 1 2 " + ToUtf8(text) + "\r\n"), true);
 }
 
@@ -204,26 +200,27 @@ TEST_F(ServiceTest, WritesEmptyTexts) {
 
 TEST_F(ServiceTest, HasItsMethodsWhereTheModuleCallsThem) {
   const auto service = Connect();
-  void* const* const table = *reinterpret_cast<void* const* const*>(service.Get());
+  void* const* const table = *reinterpret_cast<void* const* const*>(service.get());
   const auto globalLevel = reinterpret_cast<HRESULT(STDMETHODCALLTYPE*)(void*, unsigned short*)>(table[10]);
   const auto sourceLevel = reinterpret_cast<HRESULT(STDMETHODCALLTYPE*)(void*, ULONG, unsigned short*)>(table[13]);
   const auto logMessage = reinterpret_cast<HRESULT(STDMETHODCALLTYPE*)(void*, ULONG, unsigned short, BSTR)>(table[15]);
   client_.SetDword(L"TraceLevel", 3);
   sources_.SetDword(L"28", 5);
   unsigned short level = 99;
-  EXPECT_EQ(globalLevel(service.Get(), &level), S_OK);
+  EXPECT_EQ(globalLevel(service.get(), &level), S_OK);
   EXPECT_EQ(level, 3);
-  EXPECT_EQ(sourceLevel(service.Get(), kDatabase, &level), S_OK);
+  EXPECT_EQ(sourceLevel(service.get(), kDatabase, &level), S_OK);
   EXPECT_EQ(level, 5);
   const std::wstring text = UniqueText(L"by place");
-  EXPECT_EQ(logMessage(service.Get(), kDatabase, kError, MakeText(text).get()), S_OK);
+  EXPECT_EQ(logMessage(service.get(), kDatabase, kError, MakeText(text).get()), S_OK);
   EXPECT_THAT(FileBytes(LogFilePath()), testing::EndsWith("28 2 " + ToUtf8(text) + "\r\n"));
 }
 
 TEST_F(ServiceTest, CanBeCalledByName) {
   const auto service = Connect();
-  ComPtr<IDispatch> dispatch;
-  ASSERT_EQ(service.As(&dispatch), S_OK);
+  void* object = nullptr;
+  ASSERT_EQ(service->QueryInterface(IID_IDispatch, &object), S_OK);
+  const ComPointer<IDispatch> dispatch(static_cast<IDispatch*>(object));
   UINT count = 0;
   EXPECT_EQ(dispatch->GetTypeInfoCount(&count), S_OK);
   EXPECT_EQ(count, 1u);
@@ -259,24 +256,24 @@ TEST_F(ServiceTest, RefusesSourcesAndLevelsThatDoNotExist) {
   EXPECT_EQ(service->SetGlobalLogLevel(0), E_INVALIDARG);
   EXPECT_EQ(service->SetGlobalLogLevel(6), E_INVALIDARG);
   const std::string before = FileBytes(LogFilePath());
-  EXPECT_EQ(LogText(*service.Get(), 37, kError, L"lost"), E_INVALIDARG);
-  EXPECT_EQ(LogText(*service.Get(), 0xFFFFFFFF, kError, L"lost"), E_INVALIDARG);
+  EXPECT_EQ(LogText(*service, 37, kError, L"lost"), E_INVALIDARG);
+  EXPECT_EQ(LogText(*service, 0xFFFFFFFF, kError, L"lost"), E_INVALIDARG);
   EXPECT_EQ(FileBytes(LogFilePath()), before);
 }
 
 TEST_F(ServiceTest, SaysWhenAMessageCannotBeWritten) {
   const auto service = Connect();
-  EXPECT_EQ(LogText(*service.Get(), kGeneral, kError, UniqueText(L"before")), S_OK);
+  EXPECT_EQ(LogText(*service, kGeneral, kError, UniqueText(L"before")), S_OK);
   // A folder in the place of the file.
   const std::filesystem::path file = LogFilePath();
   const std::filesystem::path kept = file.parent_path() / L"kept.log";
   std::filesystem::rename(file, kept);
   std::filesystem::create_directory(file);
-  EXPECT_TRUE(FAILED(LogText(*service.Get(), kGeneral, kError, L"lost")));
+  EXPECT_TRUE(FAILED(LogText(*service, kGeneral, kError, L"lost")));
   std::filesystem::remove(file);
   std::filesystem::rename(kept, file);
   const std::wstring text = UniqueText(L"after");
-  EXPECT_EQ(LogText(*service.Get(), kGeneral, kError, text), S_OK);
+  EXPECT_EQ(LogText(*service, kGeneral, kError, text), S_OK);
   EXPECT_THAT(FileBytes(file), testing::EndsWith(ToUtf8(text) + "\r\n"));
 }
 
@@ -291,7 +288,7 @@ void LogFromThreads(const std::wstring& client, const std::function<bool(int mes
       const auto service = Connect();
       for (int message = 0; !isEnough(message); ++message) {
         const std::wstring text = client + L" " + std::to_wstring(thread) + L" " + std::to_wstring(message);
-        EXPECT_EQ(LogText(*service.Get(), kDatabase, kError, text), S_OK);
+        EXPECT_EQ(LogText(*service, kDatabase, kError, text), S_OK);
       }
     });
   }
@@ -341,10 +338,10 @@ TEST_F(ServiceTest, ServesThreadsOfSeveralProcessesAtOnce) {
 TEST_F(ServiceTest, NeitherAKilledClientNorAKilledServerHurtsTheOthers) {
   const auto service = Connect();
   const std::wstring before = UniqueText(L"before");
-  EXPECT_EQ(LogText(*service.Get(), kGeneral, kError, before), S_OK);
+  EXPECT_EQ(LogText(*service, kGeneral, kError, before), S_OK);
   InOwnProcess([] {
     const auto other = Connect();
-    EXPECT_EQ(LogText(*other.Get(), kGeneral, kError, UniqueText(L"killed")), S_OK);
+    EXPECT_EQ(LogText(*other, kGeneral, kError, UniqueText(L"killed")), S_OK);
     // This file says that the process ended before its test did, which is meant here.
     wchar_t unfinished[MAX_PATH];
     GetEnvironmentVariableW(L"TEST_PREMATURE_EXIT_FILE", unfinished, MAX_PATH);
@@ -352,19 +349,19 @@ TEST_F(ServiceTest, NeitherAKilledClientNorAKilledServerHurtsTheOthers) {
     TerminateProcess(GetCurrentProcess(), testing::Test::HasFailure() ? 1 : 0);
   });
   const std::wstring after = UniqueText(L"after");
-  EXPECT_EQ(LogText(*service.Get(), kGeneral, kError, after), S_OK);
+  EXPECT_EQ(LogText(*service, kGeneral, kError, after), S_OK);
   EXPECT_THAT(FileBytes(LogFilePath()), testing::EndsWith(ToUtf8(after) + "\r\n"));
 
   // Wine never takes note of the killed client, so that this server would not end. A new one takes its place.
   RegisteredService::KillServers();
-  EXPECT_EQ(LogText(*Connect().Get(), kGeneral, kError, UniqueText(L"new server")), S_OK);
+  EXPECT_EQ(LogText(*Connect(), kGeneral, kError, UniqueText(L"new server")), S_OK);
 }
 
 TEST_F(ServiceTest, ClientsThatFollowEachOtherHaveTheSameServer) {
-  Connect().Reset();
+  Connect().reset();
   const std::vector<DWORD> servers = RegisteredService::Servers();
   EXPECT_EQ(servers.size(), 1u);
-  Connect().Reset();
+  Connect().reset();
   EXPECT_EQ(RegisteredService::Servers(), servers);
 }
 
@@ -374,10 +371,10 @@ TEST_F(ServiceTest, EndsSomeTimeAfterItsLastClientAndIsStartedAgain) {
   ASSERT_EQ(servers.size(), 1u);
   // A client that keeps silent longer than a server waits without one.
   EXPECT_FALSE(WaitUntil([&] { return RegisteredService::Servers() != servers; }, std::chrono::seconds(7)));
-  service.Reset();
+  service.reset();
   EXPECT_TRUE(RegisteredService::WaitForEndOfServers());
   service = Connect();
-  EXPECT_EQ(LogText(*service.Get(), kGeneral, kError, UniqueText(L"again")), S_OK);
+  EXPECT_EQ(LogText(*service, kGeneral, kError, UniqueText(L"again")), S_OK);
 }
 
 TEST_F(ServiceTest, AnIdleServerEndsThoughNobodyEverCame) {

@@ -7,9 +7,11 @@
 
 #include <memory>
 
+#include "Database/SQLite/SQLiteHandles.h"
 #include "LoginProperties/Preferences/PreferenceControls.h"
 #include "LoginProperties/ProfilePage/ProfileControls.h"
 #include "LoginProperties/Timeouts/TimeoutControls.h"
+#include "NetUtilities/Module/Handle.h"
 #include "NetUtilities/Text/Utf8.h"
 #include "tests/support/FileBytes.h"
 #include "tests/support/ServiceLog.h"
@@ -18,11 +20,6 @@
 #include "tests/ui/SheetDriver.h"
 
 namespace {
-
-struct Close {
-  void operator()(void* handle) const { CloseHandle(handle); }
-};
-using Handle = std::unique_ptr<void, Close>;
 
 // Wayline.exe on a database of its own, with what it prints going into a file.
 class Host : public testing::Test {
@@ -42,7 +39,7 @@ class Host : public testing::Test {
     ASSERT_TRUE(
         CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup, &information));
     process.reset(information.hProcess);
-    CloseHandle(information.hThread);
+    const Handle thread(information.hThread);
     sheet.emplace(information.dwThreadId);
   }
 
@@ -70,23 +67,19 @@ class Host : public testing::Test {
 constexpr size_t kPreferencesTab = 1;
 constexpr size_t kTimeoutsTab = 4;
 
-struct CloseDatabase {
-  void operator()(sqlite3* connection) const { sqlite3_close(connection); }
-};
-
 // A connection that lets nobody else read or write the database while it lives.
-std::unique_ptr<sqlite3, CloseDatabase> LockedDatabase(const std::wstring& file) {
+ConnectionHandle LockedDatabase(const std::wstring& file) {
   sqlite3* connection = nullptr;
   EXPECT_EQ(sqlite3_open(ToUtf8(file).c_str(), &connection), SQLITE_OK);
   EXPECT_EQ(sqlite3_exec(connection, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr), SQLITE_OK);
-  return std::unique_ptr<sqlite3, CloseDatabase>(connection);
+  return ConnectionHandle(connection);
 }
 
 // What the database holds for "Automatically connect if password saved" of profile 2004.
 int StoredAutoConnect(const std::wstring& file) {
   sqlite3* opened = nullptr;
   EXPECT_EQ(sqlite3_open(ToUtf8(file).c_str(), &opened), SQLITE_OK);
-  const std::unique_ptr<sqlite3, CloseDatabase> connection(opened);
+  const ConnectionHandle connection(opened);
   int state = 0;
   const auto take = [](void* target, int, char** values, char**) {
     *static_cast<int*>(target) = std::stoi(values[0]);

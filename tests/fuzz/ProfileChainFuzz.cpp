@@ -12,6 +12,7 @@
 #include "Database/Profiles/Profiles.h"
 #include "Database/Profiles/ServiceInfo.h"
 #include "Database/SQLite/SQLiteDatabaseManager.h"
+#include "Database/SQLite/SQLiteHandles.h"
 #include "NetUtilities/Module/Singleton.h"
 #include "NetUtilities/Text/Utf16.h"
 #include "NetUtilities/Text/Utf8.h"
@@ -28,12 +29,10 @@ namespace {
 constexpr uint32_t kIds[] = {2001, 3};
 constexpr size_t kLongestChain = 8;
 
-using Statement = std::unique_ptr<sqlite3_stmt, decltype(&sqlite3_finalize)>;
-
-Statement Prepare(sqlite3* connection, const std::string& sql) {
+StatementHandle Prepare(sqlite3* connection, const std::string& sql) {
   sqlite3_stmt* prepared = nullptr;
   sqlite3_prepare_v2(connection, sql.c_str(), -1, &prepared, nullptr);
-  return {prepared, &sqlite3_finalize};
+  return StatementHandle(prepared);
 }
 
 // What a loader should find: that the chain has no end, a failure, or the text of each column that is stored.
@@ -58,8 +57,8 @@ void ReadRow(sqlite3_stmt* row, Expected& expected) {
 Expected Expect(sqlite3* connection, uint32_t id, const SQLRecord& record) {
   Expected expected;
   expected.columns.resize(record.GetBindings().size());
-  const Statement links = Prepare(connection, "select ProfileId, LinkProfile from Profiles where ProfileId = ?1");
-  const Statement rows = Prepare(
+  const StatementHandle links = Prepare(connection, "select ProfileId, LinkProfile from Profiles where ProfileId = ?1");
+  const StatementHandle rows = Prepare(
       connection, "select " + ToUtf8(ColumnNames(record.GetBindings())) + " from Profiles where ProfileId = ?1");
   std::vector<int> chain;
   for (int current = static_cast<int>(id), parent = 0;;) {
@@ -137,7 +136,8 @@ void CheckProfile(sqlite3* connection, uint32_t id) {
 void CheckService(sqlite3* connection, uint32_t id) {
   const LogCapture log;
   const ServiceRecord record;
-  const Statement rows = Prepare(connection, "select " + ToUtf8(ColumnNames(record.GetBindings())) + " from Services");
+  const StatementHandle rows =
+      Prepare(connection, "select " + ToUtf8(ColumnNames(record.GetBindings())) + " from Services");
   std::optional<std::wstring> displayText;
   int result = SQLITE_MISUSE;
   while ((result = sqlite3_step(rows.get())) == SQLITE_ROW) {

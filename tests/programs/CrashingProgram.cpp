@@ -31,6 +31,7 @@
 #include "NetUtilities/Crash/CrashHandlers.h"
 #include "NetUtilities/Crash/CrashPlatform.h"
 #include "NetUtilities/Log.h"
+#include "NetUtilities/Module/Handle.h"
 #include "NetUtilities/Module/LifetimeTracker.h"
 #include "NetUtilities/Module/SimpleSingleton.h"
 #include "NetUtilities/Text/Utf8.h"
@@ -161,8 +162,7 @@ int wmain(int argc, wchar_t** argv) {
   if (arguments.Has(L"short-dump")) crashPlatform.writeDump = WriteShortDump;
   if (arguments.Has(L"crash-again")) crashPlatform.writeDump = CrashWhileWriting;
   if (arguments.onThread) {
-    const std::unique_ptr<void, decltype(&CloseHandle)> thread(CreateThread(nullptr, 0, Crash, &arguments, 0, nullptr),
-                                                               CloseHandle);
+    const Handle thread(CreateThread(nullptr, 0, Crash, &arguments, 0, nullptr));
     WaitForSingleObject(thread.get(), INFINITE);
   } else {
     Crash(&arguments);

@@ -14,7 +14,7 @@ ClientProcess::ClientProcess(const std::wstring& arguments) {
                      &information) == FALSE) {
     throw std::runtime_error("The client cannot be started.");
   }
-  CloseHandle(information.hThread);
+  const Handle thread(information.hThread);
   process_.reset(information.hProcess);
 }
 

@@ -2,8 +2,9 @@
 
 #include <windows.h>
 
-#include <memory>
 #include <string>
+
+#include "NetUtilities/Module/Handle.h"
 
 /// A process of LoggingClient.exe; see there for its arguments. It ends with this object at the latest.
 class ClientProcess {
@@ -20,9 +21,5 @@ class ClientProcess {
   DWORD WaitForEnd(DWORD limitMilliseconds = 30'000);
 
  private:
-  struct Close {
-    void operator()(void* handle) const { CloseHandle(handle); }
-  };
-
-  std::unique_ptr<void, Close> process_;
+  Handle process_;
 };

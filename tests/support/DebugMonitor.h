@@ -2,9 +2,10 @@
 
 #include <windows.h>
 
-#include <memory>
 #include <optional>
 #include <string>
+
+#include "NetUtilities/Module/Handle.h"
 
 /// Receives what this process sends to the debugger, as a debug monitor does. A message is there as soon as it was
 /// sent; who sends the next one before it was received waits for seconds.
@@ -30,16 +31,9 @@ class DebugMonitor {
     DWORD processId;
     char text[4096 - sizeof(DWORD)];
   };
-  struct Close {
-    void operator()(void* handle) const { CloseHandle(handle); }
-  };
-  struct Unmap {
-    void operator()(const Message* message) const { UnmapViewOfFile(message); }
-  };
-  using Handle = std::unique_ptr<void, Close>;
 
   Handle ready_;
   Handle sent_;
   Handle section_;
-  std::unique_ptr<const Message, Unmap> message_;
+  Owner<const Message*, UnmapViewOfFile> message_;
 };

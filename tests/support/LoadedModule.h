@@ -2,9 +2,9 @@
 
 #include <windows.h>
 
-#include <memory>
 #include <string>
-#include <type_traits>
+
+#include "NetUtilities/Module/Owner.h"
 
 /// A library that is loaded while this lives.
 class LoadedModule {
@@ -20,8 +20,5 @@ class LoadedModule {
   }
 
  private:
-  struct Free {
-    void operator()(HMODULE module) const { FreeLibrary(module); }
-  };
-  std::unique_ptr<std::remove_pointer_t<HMODULE>, Free> module_;
+  Owner<HMODULE, FreeLibrary> module_;
 };

@@ -12,6 +12,7 @@
 #include <optional>
 #include <string_view>
 
+#include "NetUtilities/Module/Handle.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/ThisProgram.h"
 
@@ -21,11 +22,6 @@ namespace {
 constexpr wchar_t kMarker[] = L" --own-process=";
 constexpr char kNote[] = "PAVISE_TEST_NOTE";
 constexpr std::chrono::seconds kLimit(30);
-
-struct Close {
-  void operator()(void* handle) const { CloseHandle(handle); }
-};
-using Handle = std::unique_ptr<void, Close>;
 
 // The number of this process; nothing when it is no process of InOwnProcesses.
 std::optional<int> OwnNumber() {
@@ -70,7 +66,7 @@ class TestProcess {
       return;
     }
     process_.reset(information.hProcess);
-    CloseHandle(information.hThread);
+    const Handle thread(information.hThread);
   }
 
   ~TestProcess() { End(1); }

@@ -2,12 +2,13 @@
 
 #include <windows.h>
 
-#include <memory>
 #include <mutex>
 #include <stop_token>
 #include <string>
 #include <thread>
 #include <vector>
+
+#include "NetUtilities/Module/Handle.h"
 
 /// How a program has ended, and what it printed: UTF-8, lines ended by line feeds alone.
 struct ProgramOutcome {
@@ -37,11 +38,6 @@ class RunningProgram {
   ProgramOutcome WaitForEnd();
 
  private:
-  struct Close {
-    void operator()(void* handle) const { CloseHandle(handle); }
-  };
-  using Handle = std::unique_ptr<void, Close>;
-
   // Reads one of the program's streams on a thread of its own.
   class Stream {
    public:

@@ -4,10 +4,10 @@
 #include <tlhelp32.h>
 
 #include <array>
-#include <memory>
 #include <stdexcept>
-#include <type_traits>
 
+#include "NetUtilities/Module/ComPointer.h"
+#include "NetUtilities/Module/Handle.h"
 #include "NetUtilities/Text/IgnoringCase.h"
 #include "tests/support/ProgramRun.h"
 #include "tests/support/WaitUntil.h"
@@ -17,15 +17,7 @@ namespace {
 
 constexpr wchar_t kProgram[] = L"TraceLogManager.exe";
 
-struct Close {
-  void operator()(void* handle) const { CloseHandle(handle); }
-};
-using Handle = std::unique_ptr<void, Close>;
-
-struct CloseService {
-  void operator()(SC_HANDLE handle) const { CloseServiceHandle(handle); }
-};
-using ServiceHandle = std::unique_ptr<std::remove_pointer_t<SC_HANDLE>, CloseService>;
+using ServiceHandle = Owner<SC_HANDLE, CloseServiceHandle>;
 
 bool IsRegistered() {
   std::array<wchar_t, 39> id{};
@@ -59,10 +51,9 @@ void StopComService() {
 
 bool CanActivate() {
   const HRESULT entered = CoInitializeEx(nullptr, COINIT_MULTITHREADED);
-  IUnknown* object = nullptr;
-  const HRESULT result = CoCreateInstance(CLSID_TraceLogManager, nullptr, CLSCTX_LOCAL_SERVER, IID_IUnknown,
-                                          reinterpret_cast<void**>(&object));
-  if (SUCCEEDED(result)) object->Release();
+  void* object = nullptr;
+  const HRESULT result = CoCreateInstance(CLSID_TraceLogManager, nullptr, CLSCTX_LOCAL_SERVER, IID_IUnknown, &object);
+  ComPointer<IUnknown>(static_cast<IUnknown*>(object)).reset();
   if (SUCCEEDED(entered)) CoUninitialize();
   return SUCCEEDED(result);
 }

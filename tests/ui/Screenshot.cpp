@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <string>
 
+#include "NetUtilities/Module/Handle.h"
 #include "NetUtilities/Text/Utf8.h"
 #include "tests/support/WaitUntil.h"
 
@@ -38,8 +39,8 @@ void TakeScreenshot() {
                       &process)) {
     return;
   }
-  if (process.hThread != nullptr) CloseHandle(process.hThread);
-  if (process.hProcess != nullptr) CloseHandle(process.hProcess);
+  const Handle thread(process.hThread);
+  const Handle started(process.hProcess);
   WaitUntil([&file] {
     std::error_code ignored;
     return std::filesystem::exists(L"Z:" + file, ignored);

@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "Database/Profiles/Profiles.h"
+#include "Database/SQLite/SQLiteHandles.h"
 #include "NetUtilities/Text/Utf16.h"
 #include "tests/Database/SQLite/MemberText.h"
 #include "tests/Database/SQLite/UserDatabase.h"
@@ -90,22 +91,21 @@ constexpr std::array kTexts = {
 class Repeated {
  public:
   Repeated(sqlite3* connection, const std::string& sql) {
-    EXPECT_EQ(sqlite3_prepare_v2(connection, sql.c_str(), -1, &statement_, nullptr), SQLITE_OK)
+    sqlite3_stmt* prepared = nullptr;
+    EXPECT_EQ(sqlite3_prepare_v2(connection, sql.c_str(), -1, &prepared, nullptr), SQLITE_OK)
         << sqlite3_errmsg(connection);
+    statement_.reset(prepared);
   }
-  ~Repeated() { sqlite3_finalize(statement_); }
-  Repeated(const Repeated&) = delete;
-  Repeated& operator=(const Repeated&) = delete;
 
-  sqlite3_stmt* Get() const { return statement_; }
+  sqlite3_stmt* Get() const { return statement_.get(); }
 
   void Run() const {
-    ASSERT_EQ(sqlite3_step(statement_), SQLITE_DONE);
-    sqlite3_reset(statement_);
+    ASSERT_EQ(sqlite3_step(Get()), SQLITE_DONE);
+    sqlite3_reset(Get());
   }
 
  private:
-  sqlite3_stmt* statement_ = nullptr;
+  StatementHandle statement_;
 };
 
 std::span<const ColumnBinding> Columns() {
@@ -317,7 +317,7 @@ class ProfileTrees : public testing::Test {
   }
 
   UserDatabase database_;
-  std::unique_ptr<sqlite3, decltype(&sqlite3_close)> connection_{nullptr, &sqlite3_close};
+  ConnectionHandle connection_;
   std::unique_ptr<Repeated> insert_;
   std::unique_ptr<Repeated> oracle_;
   std::mt19937_64 random_;

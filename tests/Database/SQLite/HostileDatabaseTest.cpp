@@ -9,13 +9,13 @@
 #include <fstream>
 #include <iostream>
 #include <memory>
-#include <optional>
 #include <random>
 #include <string>
 #include <vector>
 
 #include "Database/Profiles/Profiles.h"
 #include "Database/SQLite/MemberBinding.h"
+#include "Database/SQLite/SQLiteHandles.h"
 #include "NetUtilities/Text/Format.h"
 #include "tests/Database/SQLite/UserDatabase.h"
 #include "tests/support/Endurance.h"
@@ -47,13 +47,11 @@ constexpr wchar_t kLoad[] = L"SQLite::LoadHierarchical(";
 constexpr int kEnoughSteps = 5000;
 
 // A connection of somebody else.
-using Connection = std::unique_ptr<sqlite3, decltype(&sqlite3_close)>;
-
-Connection Connect(const std::wstring& file, const char* statements) {
+ConnectionHandle Connect(const std::wstring& file, const char* statements) {
   sqlite3* opened = nullptr;
   sqlite3_open(ToUtf8(file).c_str(), &opened);
   EXPECT_EQ(sqlite3_exec(opened, statements, nullptr, nullptr, nullptr), SQLITE_OK) << sqlite3_errmsg(opened);
-  return {opened, &sqlite3_close};
+  return ConnectionHandle(opened);
 }
 
 class HostileDatabaseTest : public testing::Test {
@@ -369,13 +367,13 @@ TEST_F(HostileDatabaseTest, ReportsALockedDatabaseAndReadsItLater) {
   MakeSample();
   const std::string before = Bytes();
   {
-    const Connection other = Connect(database_.File(), "begin exclusive");
+    const ConnectionHandle other = Connect(database_.File(), "begin exclusive");
     LoadFails(kList, kBusy);
     LoadFails(kList, kBusy);
   }
   LoadSucceeds(2);
   {
-    const Connection other = Connect(database_.File(), "begin exclusive");
+    const ConnectionHandle other = Connect(database_.File(), "begin exclusive");
     LoadFails(kList, kBusy);  // now in the step: the statement can be prepared
   }
   LoadSucceeds(2);
@@ -385,13 +383,13 @@ TEST_F(HostileDatabaseTest, ReportsALockedDatabaseAndReadsItLater) {
 
 TEST_F(HostileDatabaseTest, ReadsWhileAnotherPreparesToWrite) {
   MakeSample();
-  const Connection other = Connect(database_.File(), "begin immediate; update Profiles set Account = 'Changed'");
+  const ConnectionHandle other = Connect(database_.File(), "begin immediate; update Profiles set Account = 'Changed'");
   LoadSucceeds(2);
 }
 
 TEST_F(HostileDatabaseTest, ReportsADatabaseThatAnotherProcessLocks) {
   MakeSample();
-  std::optional<Connection> lock;
+  ConnectionHandle lock;
   if (!IsOwnProcess()) lock = Connect(database_.File(), "begin exclusive");
   InOwnProcess(
       [this] {
@@ -456,9 +454,9 @@ TEST_F(HostileDatabaseTest, LeavesADatabaseWithAWriteAheadLogAsItIs) {
 
 TEST_F(HostileDatabaseTest, ReadsWhatStandsInTheWriteAheadLog) {
   MakeSample("pragma journal_mode = wal");
-  const Connection other = Connect(database_.File(),
-                                   "update Profiles set Name = 'committed' where ProfileId = 2; "
-                                   "begin immediate; update Profiles set Name = 'open' where ProfileId = 2");
+  const ConnectionHandle other = Connect(database_.File(),
+                                         "update Profiles set Name = 'committed' where ProfileId = 2; "
+                                         "begin immediate; update Profiles set Name = 'open' where ProfileId = 2");
   LoadSucceeds(2);
   EXPECT_EQ(profile_.GetName(), L"committed");
   EXPECT_EQ(sqlite3_exec(other.get(), "commit", nullptr, nullptr, nullptr), SQLITE_OK);

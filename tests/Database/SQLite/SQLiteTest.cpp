@@ -5,6 +5,7 @@
 
 #include <iterator>
 
+#include "Database/SQLite/SQLiteHandles.h"
 #include "NetUtilities/Text/Utf8.h"
 #include "tests/Database/SQLite/EveryKind.h"
 #include "tests/support/FakeDatabasePlatform.h"
@@ -54,14 +55,12 @@ class SQLiteTest : public testing::Test {
     EXPECT_EQ(error, nullptr) << error;
   }
 
-  using Connection = std::unique_ptr<sqlite3, decltype(&sqlite3_close)>;
-
   // Nobody else can read as long as the result lives.
-  Connection Lock() const {
+  ConnectionHandle Lock() const {
     sqlite3* other = nullptr;
     sqlite3_open(ToUtf8(folder_.File(L"Test.db")).c_str(), &other);
     EXPECT_EQ(sqlite3_exec(other, "begin exclusive", nullptr, nullptr, nullptr), SQLITE_OK);
-    return {other, &sqlite3_close};
+    return ConnectionHandle(other);
   }
 
   // The record after reading a row in which the column of `kind` holds an SQL expression and most others
@@ -427,7 +426,7 @@ TEST_F(SQLiteTest, CleansUpAfterAKeptStatementThatFails) {
   Run("insert into Samples (Id, Parent) values (1, 0)");
   Sample sample;
   ASSERT_EQ(sqlite_.LoadHierarchical(L"Samples", kCondition, 1, sample), SQLITE_DONE);
-  const Connection other = Lock();
+  const ConnectionHandle other = Lock();
   EXPECT_EQ(sqlite_.LoadHierarchical(L"Samples", kCondition, 1, sample), SQLITE_BUSY);
   ASSERT_THAT(log_.Messages(), SizeIs(2));
   EXPECT_THAT(log_.Messages()[0].text, HasSubstr(L" Error: 5 - database is locked - "));
@@ -444,7 +443,7 @@ TEST_F(SQLiteTest, LeavesNoTransactionBehind) {
   EXPECT_NE(sqlite3_get_autocommit(connection), 0);
   EXPECT_EQ(sqlite_.LoadHierarchical(L"Samples", L"where abs(-9223372036854775808) = @Id", 1, sample), SQLITE_ERROR);
   EXPECT_NE(sqlite3_get_autocommit(connection), 0);
-  const Connection other = Lock();
+  const ConnectionHandle other = Lock();
   EXPECT_EQ(sqlite_.LoadHierarchical(L"Samples", kCondition, 1, sample), SQLITE_BUSY);
   EXPECT_NE(sqlite3_get_autocommit(connection), 0);
 }
@@ -472,7 +471,9 @@ TEST_F(SQLiteTest, BindsIdsBeyond31BitsAsNegative) {
 class WritingDuringALoad {
  public:
   WritingDuringALoad(sqlite3* connection, const std::wstring& file) : connection_(connection) {
-    sqlite3_open(ToUtf8(file).c_str(), &writer_);
+    sqlite3* opened = nullptr;
+    sqlite3_open(ToUtf8(file).c_str(), &opened);
+    writer_.reset(opened);
     sqlite3_trace_v2(
         connection_, SQLITE_TRACE_STMT,
         [](unsigned, void* self, void*, void* text) {
@@ -481,10 +482,7 @@ class WritingDuringALoad {
         },
         this);
   }
-  ~WritingDuringALoad() {
-    sqlite3_trace_v2(connection_, 0, nullptr, nullptr);
-    sqlite3_close(writer_);
-  }
+  ~WritingDuringALoad() { sqlite3_trace_v2(connection_, 0, nullptr, nullptr); }
   WritingDuringALoad(const WritingDuringALoad&) = delete;
   WritingDuringALoad& operator=(const WritingDuringALoad&) = delete;
 
@@ -494,12 +492,12 @@ class WritingDuringALoad {
   // The first statement that reads values follows those that read the chain.
   void OnStatement(std::string_view text) {
     if (written_ || text.find("Name") == text.npos) return;
-    written_ =
-        sqlite3_exec(writer_, "update Samples set Name = 'new', Number = 2", nullptr, nullptr, nullptr) == SQLITE_OK;
+    written_ = sqlite3_exec(writer_.get(), "update Samples set Name = 'new', Number = 2", nullptr, nullptr, nullptr) ==
+               SQLITE_OK;
   }
 
   sqlite3* connection_;
-  sqlite3* writer_ = nullptr;
+  ConnectionHandle writer_;
   bool written_ = false;
 };
 

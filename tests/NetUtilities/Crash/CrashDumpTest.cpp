@@ -20,6 +20,7 @@
 #include "NetUtilities/Crash/CrashHandlers.h"
 #include "NetUtilities/Crash/CrashPlatform.h"
 #include "NetUtilities/Files/ClientVersion.h"
+#include "NetUtilities/Module/Handle.h"
 #include "NetUtilities/Registry/RegistryNames.h"
 #include "NetUtilities/Text/Format.h"
 #include "NetUtilities/Text/IgnoringCase.h"
@@ -46,11 +47,6 @@ using testing::StartsWith;
 
 constexpr DWORD kUncaughtCppException = 0x20474343;  // how the compiler's runtime throws
 constexpr DWORD kSurvived = 7;
-
-struct Close {
-  void operator()(void* handle) const { CloseHandle(handle); }
-};
-using Handle = std::unique_ptr<void, Close>;
 
 // How a run of the crashing program ended.
 struct Outcome {
@@ -338,10 +334,8 @@ class WriteCrashDumpTest : public testing::Test {
   }
 
   static bool CanBeOpened() {
-    HANDLE file = CreateFileW(DumpFile().c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
-                              OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (file != INVALID_HANDLE_VALUE) CloseHandle(file);
-    return file != INVALID_HANDLE_VALUE;
+    return OwnUnlessInvalid(CreateFileW(DumpFile().c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                        OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr)) != nullptr;
   }
 
   // Needs a stack: the record points into itself.

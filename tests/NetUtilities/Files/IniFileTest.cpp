@@ -7,6 +7,7 @@
 #include <atomic>
 #include <memory>
 
+#include "NetUtilities/Module/Handle.h"
 #include "tests/support/InThreads.h"
 #include "tests/support/OwnProcess.h"
 #include "tests/support/TestingIni.h"
@@ -18,9 +19,9 @@ class LockedIni {
  public:
   LockedIni() {
     const auto file = std::filesystem::path(Singleton<PathData>::Get()->GetProgramDataPath()) / kTestingIniFile;
-    handle_.reset(CreateFileW(file.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING,
-                              FILE_ATTRIBUTE_NORMAL, nullptr));
-    EXPECT_NE(handle_.get(), INVALID_HANDLE_VALUE);
+    handle_ = OwnUnlessInvalid(CreateFileW(file.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING,
+                                           FILE_ATTRIBUTE_NORMAL, nullptr));
+    EXPECT_NE(handle_, nullptr);
   }
 
   // Replaces the start of the text.
@@ -30,10 +31,7 @@ class LockedIni {
   }
 
  private:
-  struct Close {
-    void operator()(void* handle) const { CloseHandle(handle); }
-  };
-  std::unique_ptr<void, Close> handle_;
+  Handle handle_;
 };
 
 TEST(IniFile, FindsAValueInTheProgramDataFolder) {

@@ -15,6 +15,7 @@
 
 #include "NetUtilities/Files/PathPlatform.h"
 #include "NetUtilities/Files/WinLogonDesktop.h"
+#include "NetUtilities/Module/Handle.h"
 #include "NetUtilities/Module/OwnModule.h"
 #include "NetUtilities/Registry/RegistryNames.h"
 #include "NetUtilities/Registry/RegistryPlatform.h"
@@ -37,9 +38,8 @@ using testing::ElementsAre;
 path KnownFolder(const KNOWNFOLDERID& id) {
   wchar_t* text = nullptr;
   EXPECT_EQ(SHGetKnownFolderPath(id, 0, nullptr, &text), S_OK);
-  path folder = text;
-  CoTaskMemFree(text);
-  return folder;
+  const TaskMemory<wchar_t> owner(text);
+  return text;
 }
 
 LogCapture::Message Error(const std::wstring& text, LogSource source = LogSource::General) {

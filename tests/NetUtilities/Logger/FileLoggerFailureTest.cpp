@@ -12,6 +12,7 @@
 #include <string>
 #include <vector>
 
+#include "NetUtilities/Module/Handle.h"
 #include "NetUtilities/Module/ModuleThread.h"
 #include "NetUtilities/Registry/RegistryNames.h"
 #include "tests/support/DebugRecorder.h"
@@ -33,11 +34,6 @@ constexpr LogDay kSecondDay{2026, 11, 16};
 
 // What `_wsopen_s` says of every file that it is denied.
 constexpr char kDenied[] = "The given path is a directory, or the file is read-only.";
-
-struct Close {
-  void operator()(void* handle) const { CloseHandle(handle); }
-};
-using Handle = std::unique_ptr<void, Close>;
 
 // Each of these runs in a process of its own, which has not asked for the switch before.
 class FileLoggerDebug : public testing::Test {

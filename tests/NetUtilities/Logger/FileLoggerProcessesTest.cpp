@@ -13,6 +13,7 @@
 #include <utility>
 #include <vector>
 
+#include "NetUtilities/Module/Handle.h"
 #include "tests/support/Endurance.h"
 #include "tests/support/FileLogFiles.h"
 #include "tests/support/OwnProcess.h"
@@ -41,10 +42,6 @@ std::string Line(int process, int thread, int number) {
 
 // Waits until so many processes have come here.
 void Meet(int processes) {
-  struct Close {
-    void operator()(void* handle) const { CloseHandle(handle); }
-  };
-  using Handle = std::unique_ptr<void, Close>;
   const Handle arrivals(CreateSemaphoreW(nullptr, 0, processes, L"PaviseTestArrivals"));
   const Handle allAreHere(CreateEventW(nullptr, TRUE, FALSE, L"PaviseTestAllAreHere"));
   LONG before = 0;

@@ -18,6 +18,7 @@
 #include <utility>
 #include <vector>
 
+#include "NetUtilities/Module/Handle.h"
 #include "NetUtilities/Module/ModuleThread.h"
 #include "tests/support/FileLogFiles.h"
 #include "tests/support/InThreads.h"
@@ -38,17 +39,10 @@ constexpr LogDay kNovember16{2026, 11, 16};
 
 const std::string kBlank = "\r\n";
 
-struct Close {
-  void operator()(void* handle) const {
-    if (handle != INVALID_HANDLE_VALUE) CloseHandle(handle);
-  }
-};
-using Handle = std::unique_ptr<void, Close>;
-
 // A handle on today's file; it lets others do with the file what they want.
 Handle Open(DWORD access) {
   constexpr DWORD kAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-  return Handle(CreateFileW(Of(kNovember15).c_str(), access, kAll, nullptr, OPEN_EXISTING, 0, nullptr));
+  return OwnUnlessInvalid(CreateFileW(Of(kNovember15).c_str(), access, kAll, nullptr, OPEN_EXISTING, 0, nullptr));
 }
 
 // The mutex of all processes; there is one while a logger lives.
@@ -256,13 +250,13 @@ TEST_F(FileLoggerTest, OpensTheFileForAppendingTextAndDeniesWritingToOthers) {
 
 TEST_F(FileLoggerTest, OthersMayReadWhileItWritesButNotWrite) {
   platform->writeFile = [](int file, const void* data, unsigned size) {
-    EXPECT_NE(Open(GENERIC_READ).get(), INVALID_HANDLE_VALUE);
-    EXPECT_EQ(Open(GENERIC_WRITE).get(), INVALID_HANDLE_VALUE);
+    EXPECT_NE(Open(GENERIC_READ), nullptr);
+    EXPECT_EQ(Open(GENERIC_WRITE), nullptr);
     EXPECT_EQ(GetLastError(), DWORD{ERROR_SHARING_VIOLATION});
     return _write(file, data, size);
   };
   logger->Write(L"one\n");
-  EXPECT_NE(Open(GENERIC_WRITE).get(), INVALID_HANDLE_VALUE) << "Between two lines it does not hold the file.";
+  EXPECT_NE(Open(GENERIC_WRITE), nullptr) << "Between two lines it does not hold the file.";
   EXPECT_EQ(TextOf(kNovember15), kByteOrderMark + BeginLog() + "one\r\n");
 }
 

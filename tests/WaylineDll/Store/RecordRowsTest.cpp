@@ -7,6 +7,7 @@
 #include <string>
 
 #include "Database/SQLite/MemberBinding.h"
+#include "Database/SQLite/SQLiteHandles.h"
 
 using testing::IsEmpty;
 
@@ -74,10 +75,7 @@ class RecordRowsTest : public testing::Test {
         "FROM T ORDER BY Id DESC");
   }
 
-  struct Close {
-    void operator()(sqlite3* connection) const { sqlite3_close(connection); }
-  };
-  std::unique_ptr<sqlite3, Close> connection_;
+  ConnectionHandle connection_;
 };
 
 }  // namespace

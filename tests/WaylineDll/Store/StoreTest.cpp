@@ -45,8 +45,8 @@ std::wstring CannotBeUsed(const std::wstring& file, const std::wstring& reason) 
 }
 
 FileLock::FileLock(const std::wstring& file, const char* statements) {
-  sqlite3_open(ToUtf8(file).c_str(), &connection_);
-  EXPECT_EQ(sqlite3_exec(connection_, statements, nullptr, nullptr, nullptr), SQLITE_OK);
+  sqlite3* opened = nullptr;
+  sqlite3_open(ToUtf8(file).c_str(), &opened);
+  connection_.reset(opened);
+  EXPECT_EQ(sqlite3_exec(opened, statements, nullptr, nullptr, nullptr), SQLITE_OK);
 }
-
-FileLock::~FileLock() { sqlite3_close(connection_); }

@@ -5,13 +5,12 @@
 #include <string>
 #include <vector>
 
+#include "Database/SQLite/SQLiteHandles.h"
 #include "tests/support/FakeDatabasePlatform.h"
 #include "tests/support/FileBytes.h"
 #include "tests/support/LogCapture.h"
 #include "tests/support/TemporaryFolder.h"
 #include "WaylineDll/Store/SettingsStore.h"
-
-struct sqlite3;
 
 /// A settings database file of one test, and a second connection to look at it from outside.
 class StoreTest : public testing::Test {
@@ -46,10 +45,7 @@ class FileLock {
  public:
   /// `statements` begin a transaction.
   FileLock(const std::wstring& file, const char* statements);
-  ~FileLock();
-  FileLock(const FileLock&) = delete;
-  FileLock& operator=(const FileLock&) = delete;
 
  private:
-  sqlite3* connection_ = nullptr;
+  ConnectionHandle connection_;
 };
