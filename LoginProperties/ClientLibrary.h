@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "Database/Profiles/PreferenceId.h"
-#include "WaylineDll/LiveState.h"
+#include "WaylineDll/Connection.h"
 #include "WaylineDll/ModuleId.h"
 
 /// How libraries are loaded; tests put others in the place of the platform's functions.

@@ -22,8 +22,8 @@
 #include "Wayline/ProfileChoice.h"
 #include "Wayline/Report.h"
 #include "Wayline/SheetModule.h"
+#include "WaylineDll/ActiveProfile.h"
 #include "WaylineDll/Host.h"
-#include "WaylineDll/LiveState.h"
 
 namespace {
 

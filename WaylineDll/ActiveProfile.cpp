@@ -1,5 +1,6 @@
+#include "WaylineDll/ActiveProfile.h"
+
 #include "NetUtilities/Log.h"
-#include "WaylineDll/LiveState.h"
 #include "WaylineDll/OpenStore.h"
 #include "WaylineDll/Store/SettingsStore.h"
 

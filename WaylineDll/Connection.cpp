@@ -1,7 +1,6 @@
-// The state of the client's connection. The reference client has no network stack of its own, so that it is never
-// connected.
+#include "WaylineDll/Connection.h"
 
-#include "WaylineDll/LiveState.h"
+// The reference client has no network stack of its own, so that it is never connected.
 
 FSMState GetFSMState() { return FSMState::Disconnected; }
 

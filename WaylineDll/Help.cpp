@@ -1,3 +1,5 @@
+#include "WaylineDll/Help.h"
+
 #include <windows.h>
 
 #include <shellapi.h>

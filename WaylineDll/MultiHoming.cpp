@@ -1,6 +1,7 @@
+#include "WaylineDll/MultiHoming.h"
+
 #include "NetUtilities/Registry/RegistryKey.h"
 #include "NetUtilities/Registry/RegistryNames.h"
-#include "WaylineDll/LiveState.h"
 
 bool IsMultiHomingControlAuthorized(bool* on) {
   RegistryKey client;

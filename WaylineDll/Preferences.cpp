@@ -1,5 +1,6 @@
+#include "WaylineDll/Preferences.h"
+
 #include "WaylineDll/OpenStore.h"
-#include "WaylineDll/Records.h"
 #include "WaylineDll/Store/SettingsStore.h"
 
 namespace {

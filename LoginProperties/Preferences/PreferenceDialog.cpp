@@ -13,8 +13,8 @@
 #include "NetUtilities/Text/Format.h"
 #include "WaylineDll/Appearance.h"
 #include "WaylineDll/CertificateAuth.h"
-#include "WaylineDll/LiveState.h"
-#include "WaylineDll/Records.h"
+#include "WaylineDll/MultiHoming.h"
+#include "WaylineDll/Preferences.h"
 
 namespace {
 

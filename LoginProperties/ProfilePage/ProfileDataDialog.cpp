@@ -11,8 +11,8 @@
 #include "LoginProperties/ProfilePage/ProfileSelector.h"
 #include "LoginProperties/SheetLog.h"
 #include "NetUtilities/Registry/RegistryKey.h"
-#include "WaylineDll/Messages.h"
-#include "WaylineDll/Records.h"
+#include "WaylineDll/Help.h"
+#include "WaylineDll/ProxyConfigs.h"
 
 namespace {
 

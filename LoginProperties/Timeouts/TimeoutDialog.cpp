@@ -8,7 +8,8 @@
 #include "LoginProperties/Timeouts/TimeoutControls.h"
 #include "LoginProperties/Timeouts/TimeoutStrings.h"
 #include "NetUtilities/Log.h"
-#include "WaylineDll/LiveState.h"
+#include "WaylineDll/ActiveProfile.h"
+#include "WaylineDll/Help.h"
 #include "WaylineDll/Messages.h"
 #include "WaylineDll/StringDb.h"
 

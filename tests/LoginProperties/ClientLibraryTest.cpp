@@ -6,6 +6,7 @@
 
 #include "NetUtilities/Text/ErrorText.h"
 #include "tests/support/LogCapture.h"
+#include "WaylineDll/ActiveProfile.h"
 #include "WaylineDll/StringDb.h"
 
 namespace {

@@ -1,3 +1,5 @@
+#include "WaylineDll/Help.h"
+
 #include <windows.h>
 
 #include <gtest/gtest.h>
@@ -6,7 +8,6 @@
 #include "tests/support/MessageBoxAnswer.h"
 #include "tests/support/RegisteredService.h"
 #include "tests/support/ServiceLog.h"
-#include "WaylineDll/Messages.h"
 
 namespace {
 

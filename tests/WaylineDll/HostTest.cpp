@@ -3,8 +3,8 @@
 #include <gmock/gmock.h>
 
 #include "tests/support/TemporaryFolder.h"
-#include "WaylineDll/LiveState.h"
-#include "WaylineDll/Records.h"
+#include "WaylineDll/ActiveProfile.h"
+#include "WaylineDll/Preferences.h"
 
 using namespace std::chrono_literals;
 

@@ -1,8 +1,9 @@
+#include "WaylineDll/MultiHoming.h"
+
 #include <gtest/gtest.h>
 
 #include "NetUtilities/Registry/RegistryNames.h"
 #include "tests/support/TestRegistryKey.h"
-#include "WaylineDll/LiveState.h"
 
 namespace {
 

@@ -32,7 +32,7 @@
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/TestingIni.h"
 #include "tests/support/TestRegistryKey.h"
-#include "WaylineDll/LiveState.h"
+#include "WaylineDll/MultiHoming.h"
 
 namespace {
 
