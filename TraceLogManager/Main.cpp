@@ -3,11 +3,11 @@
 
 #include <windows.h>
 
-#include <exception>
 #include <iostream>
 #include <string>
 #include <vector>
 
+#include "NetUtilities/CommandLine/CommandLineProgram.h"
 #include "NetUtilities/CommandLine/Utf8Console.h"
 #include "NetUtilities/Files/PathData.h"
 #include "NetUtilities/Log.h"
@@ -15,7 +15,6 @@
 #include "NetUtilities/Module/Handle.h"
 #include "NetUtilities/Module/Singleton.h"
 #include "NetUtilities/Text/ErrorText.h"
-#include "NetUtilities/Text/Utf8.h"
 #include "TraceLogManager/DailyLogFile.h"
 #include "TraceLogManager/LevelReport.h"
 #include "TraceLogManager/LevelSettings.h"
@@ -25,10 +24,6 @@
 #include "TraceLogManager/ServiceOptions.h"
 
 namespace {
-
-constexpr int kSuccess = 0;
-constexpr int kFailed = 1;
-constexpr int kBadCommandLine = 2;
 
 // While it lives, Ctrl+C does not end the program at once but is seen by WaitFor.
 class Interruption {
@@ -54,13 +49,8 @@ class Interruption {
   inline static Handle pressed_;
 };
 
-int Fail(const std::wstring& sentence) {
-  std::cerr << ToUtf8(sentence) << '\n';
-  return kFailed;
-}
-
 // What failed, why, and what to do about it.
-int Fail(const std::wstring& what, LONG code, const std::wstring& remedy) {
+int FailWithRemedy(const std::wstring& what, LONG code, const std::wstring& remedy) {
   if (code == ERROR_ACCESS_DENIED) return Fail(what + L": access is denied. " + remedy);
   return Fail(what + L"." + ErrorSuffix(code));
 }
@@ -70,8 +60,9 @@ int ChangeRegistration(const ServiceOptions& options) {
   const std::wstring program = Singleton<PathData>::Get()->GetExecutablePath();
   const LONG code = registers ? RegisterService(options.scope, program) : UnregisterService(options.scope);
   if (code == ERROR_SUCCESS) return kSuccess;
-  return Fail(registers ? L"The service cannot be registered" : L"The registration of the service cannot be removed",
-              code, L"Use an administrator's command prompt, or the option --user for the current user alone.");
+  return FailWithRemedy(
+      registers ? L"The service cannot be registered" : L"The registration of the service cannot be removed", code,
+      L"Use an administrator's command prompt, or the option --user for the current user alone.");
 }
 
 int ShowLevels() {
@@ -88,7 +79,7 @@ int ChangeLevels(const ServiceOptions& options) {
     if (code == ERROR_SUCCESS) code = WriteSourceLevel(source, level);
   }
   if (code != ERROR_SUCCESS) {
-    return Fail(L"The level cannot be set", code, L"Use an administrator's command prompt.");
+    return FailWithRemedy(L"The level cannot be set", code, L"Use an administrator's command prompt.");
   }
   return options.show ? ShowLevels() : kSuccess;
 }
@@ -134,14 +125,6 @@ int wmain(int count, wchar_t** arguments) {
     return SUCCEEDED(RunServer()) ? kSuccess : kFailed;
   }
   const Utf8Console console;
-  const ServiceCommandLine commandLine = ParseServiceCommandLine(list);
-  if (commandLine.answer) {
-    (commandLine.answer->isError ? std::cerr : std::cout) << commandLine.answer->text;
-    return commandLine.answer->isError ? kBadCommandLine : kSuccess;
-  }
-  try {
-    return Run(commandLine.options);
-  } catch (const std::exception& exception) {
-    return Fail(L"TraceLogManager failed: " + FromUtf8(exception.what()) + L".");
-  }
+  const CommandLine<ServiceOptions> commandLine = ParseServiceCommandLine(list);
+  return AnswerOrRun(L"TraceLogManager", commandLine.answer, [&] { return Run(commandLine.options); });
 }

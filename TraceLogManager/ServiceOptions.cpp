@@ -3,7 +3,6 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
-#include <iterator>
 #include <string_view>
 
 #include "NetUtilities/Text/IgnoringCase.h"
@@ -44,8 +43,8 @@ CLI::Validator Readable(Read read, const std::string& refusal) {
 
 }  // namespace
 
-ServiceCommandLine ParseServiceCommandLine(const std::vector<std::wstring>& arguments) {
-  ServiceCommandLine commandLine;
+CommandLine<ServiceOptions> ParseServiceCommandLine(const std::vector<std::wstring>& arguments) {
+  CommandLine<ServiceOptions> commandLine;
   ServiceOptions& options = commandLine.options;
   std::string globalLevel;
   std::vector<std::string> sourceLevels;
@@ -54,7 +53,6 @@ ServiceCommandLine ParseServiceCommandLine(const std::vector<std::wstring>& argu
 
   CLI::App app("Logging service of Wayline: COM starts it when a program logs. Here it is set up and watched.",
                "TraceLogManager");
-  app.allow_windows_style_options(false);
   const CLI::Validator isLevel = Readable(LevelAbove0In, "is no level from 1 to 5");
   const CLI::Validator isSource = Readable(SourceIn, "is no source");
   const CLI::Validator isSourceLevel = Readable(SourceLevelIn, "is no source and level, such as Database=5");
@@ -91,21 +89,7 @@ ServiceCommandLine ParseServiceCommandLine(const std::vector<std::wstring>& argu
       "Levels are 1 fatal, 2 error, 3 info, 4 detail, 5 trace. Running programs take up a new one within about a\n"
       "minute. The exit code is 0 unless something failed; then a line on the error output says what.");
 
-  // The parser takes its arguments from the end of the list.
-  std::vector<std::string> reversed;
-  std::transform(arguments.rbegin(), arguments.rend(), std::back_inserter(reversed), ToUtf8);
-  const auto refuse = [&commandLine](const std::string& reason) {
-    commandLine.answer = {"The command line is not understood: " + reason + ".\n", true};
-  };
-  try {
-    app.parse(reversed);
-  } catch (const CLI::CallForHelp&) {
-    commandLine.answer = {app.help(), false};
-  } catch (const CLI::CallForVersion& version) {
-    commandLine.answer = {version.what() + std::string("\n"), false};
-  } catch (const CLI::ParseError& error) {
-    refuse(error.what());
-  }
+  commandLine.answer = ReadArguments(app, arguments);
   if (commandLine.answer) return commandLine;
 
   const std::pair<const CLI::Option*, ServiceOptions::Action> actions[] = {
@@ -117,16 +101,16 @@ ServiceCommandLine ParseServiceCommandLine(const std::vector<std::wstring>& argu
   for (const auto& [option, action] : actions) {
     if (option->count() == 0) continue;
     if (first != nullptr && action != options.action) {
-      refuse(option->get_name() + " excludes " + first->get_name());
+      commandLine.answer = NotUnderstood(option->get_name() + " excludes " + first->get_name());
       return commandLine;
     }
     if (first == nullptr) first = option;
     options.action = action;
   }
   if (first == nullptr) {
-    refuse("It does not say what to do; --help lists what there is");
+    commandLine.answer = NotUnderstood("It does not say what to do; --help lists what there is");
   } else if (forUser->count() > 0 && first != registers && first != unregisters) {
-    refuse("--user requires --register or --unregister");
+    commandLine.answer = NotUnderstood("--user requires --register or --unregister");
   }
   options.show = shows->count() > 0;
   if (forUser->count() > 0) options.scope = RegistrationScope::User;

@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "NetUtilities/CommandLine/CommandLine.h"
 #include "TraceLogManager/LogView.h"
 
 /// Whom the service is registered for.
@@ -32,19 +33,8 @@ struct ServiceOptions {
   LogViewFilter filter;
 };
 
-/// A command line that was read: the options, or a text that answers it at once.
-struct ServiceCommandLine {
-  ServiceOptions options;
-
-  struct Answer {
-    std::string text;      // UTF-8, with its line ends
-    bool isError = false;  // the command line was not understood
-  };
-  std::optional<Answer> answer;
-};
-
 /// Reads the arguments, the program's name left out.
-ServiceCommandLine ParseServiceCommandLine(const std::vector<std::wstring>& arguments);
+CommandLine<ServiceOptions> ParseServiceCommandLine(const std::vector<std::wstring>& arguments);
 
 /// Whether the arguments are those with which COM starts a server.
 bool IsStartedByCom(const std::vector<std::wstring>& arguments);

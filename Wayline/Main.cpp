@@ -4,19 +4,18 @@
 
 #include <objbase.h>
 
-#include <exception>
 #include <iostream>
 #include <string>
 #include <vector>
 
 #include "LoginProperties/LoginPropertiesContext.h"
 #include "LoginProperties/SheetResult.h"
+#include "NetUtilities/CommandLine/CommandLineProgram.h"
 #include "NetUtilities/CommandLine/Utf8Console.h"
 #include "NetUtilities/Files/PathData.h"
 #include "NetUtilities/Logger/Logger.h"
 #include "NetUtilities/Module/Singleton.h"
 #include "NetUtilities/Text/Format.h"
-#include "NetUtilities/Text/Utf8.h"
 #include "Wayline/LogServiceSetup.h"
 #include "Wayline/Options.h"
 #include "Wayline/ProfileChoice.h"
@@ -27,9 +26,6 @@
 
 namespace {
 
-constexpr int kSuccess = 0;
-constexpr int kFailed = 1;
-constexpr int kBadCommandLine = 2;
 
 // The sheet's thread is a COM apartment: the log service and the shell need one.
 class ComApartment {
@@ -60,11 +56,6 @@ class OpenDatabase {
   OpenDatabase(const OpenDatabase&) = delete;
   OpenDatabase& operator=(const OpenDatabase&) = delete;
 };
-
-int Fail(const std::wstring& sentence) {
-  std::cerr << ToUtf8(sentence) << '\n';
-  return kFailed;
-}
 
 // As long as there is a log.
 int LogAndFail(const std::wstring& sentence) {
@@ -132,14 +123,6 @@ int wmain(int count, wchar_t** arguments) {
   UseLogger();
   const Utf8Console console;
   const ComApartment apartment;
-  const CommandLine commandLine = ParseCommandLine({arguments + 1, arguments + count});
-  if (commandLine.answer) {
-    (commandLine.answer->isError ? std::cerr : std::cout) << commandLine.answer->text;
-    return commandLine.answer->isError ? kBadCommandLine : kSuccess;
-  }
-  try {
-    return Run(commandLine.options);
-  } catch (const std::exception& exception) {
-    return Fail(L"Wayline failed: " + FromUtf8(exception.what()) + L".");
-  }
+  const CommandLine<Options> commandLine = ParseCommandLine({arguments + 1, arguments + count});
+  return AnswerOrRun(L"Wayline", commandLine.answer, [&] { return Run(commandLine.options); });
 }

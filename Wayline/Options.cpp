@@ -2,9 +2,6 @@
 
 #include <CLI/CLI.hpp>
 
-#include <algorithm>
-#include <iterator>
-
 #include "NetUtilities/Text/Utf8.h"
 
 namespace {
@@ -13,14 +10,13 @@ constexpr int NumberOf(SheetMode mode) { return static_cast<int>(mode); }
 
 }  // namespace
 
-CommandLine ParseCommandLine(const std::vector<std::wstring>& arguments) {
-  CommandLine commandLine;
+CommandLine<Options> ParseCommandLine(const std::vector<std::wstring>& arguments) {
+  CommandLine<Options> commandLine;
   Options& options = commandLine.options;
   auto mode = static_cast<uint32_t>(options.mode);
   std::string database;
 
   CLI::App app("Shows the login properties sheet on a settings database and saves what the user changes.", "Wayline");
-  app.allow_windows_style_options(false);
   // The parser itself takes an empty number for none.
   const CLI::Validator notEmpty([](const std::string& value) { return std::string(value.empty() ? "no value" : ""); },
                                 "");
@@ -41,18 +37,7 @@ CommandLine ParseCommandLine(const std::vector<std::wstring>& arguments) {
       "were saved, and the saved records. The exit code is 0 unless something failed; then a line on the\n"
       "error output says what.");
 
-  // The parser takes its arguments from the end of the list.
-  std::vector<std::string> reversed;
-  std::transform(arguments.rbegin(), arguments.rend(), std::back_inserter(reversed), ToUtf8);
-  try {
-    app.parse(reversed);
-  } catch (const CLI::CallForHelp&) {
-    commandLine.answer = {app.help(), false};
-  } catch (const CLI::CallForVersion& version) {
-    commandLine.answer = {version.what() + std::string("\n"), false};
-  } catch (const CLI::ParseError& error) {
-    commandLine.answer = {std::string("The command line is not understood: ") + error.what() + ".\n", true};
-  }
+  commandLine.answer = ReadArguments(app, arguments);
   options.mode = SheetMode{mode};
   options.database = FromUtf8(database);
   return commandLine;

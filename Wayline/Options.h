@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "LoginProperties/SheetMode.h"
+#include "NetUtilities/CommandLine/CommandLine.h"
 
 /// What the user asks the program to do.
 struct Options {
@@ -16,16 +17,5 @@ struct Options {
   bool json = false;                // print them as JSON
 };
 
-/// A command line that was read: the options, or a text that answers it at once.
-struct CommandLine {
-  Options options;
-
-  struct Answer {
-    std::string text;      // UTF-8, with its line ends
-    bool isError = false;  // the command line was not understood
-  };
-  std::optional<Answer> answer;
-};
-
 /// Reads the arguments, the program's name left out.
-CommandLine ParseCommandLine(const std::vector<std::wstring>& arguments);
+CommandLine<Options> ParseCommandLine(const std::vector<std::wstring>& arguments);

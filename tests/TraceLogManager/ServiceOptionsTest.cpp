@@ -2,33 +2,22 @@
 
 #include <gmock/gmock.h>
 
+#include "tests/support/ReadCommandLine.h"
+
 using testing::ElementsAre;
-using testing::EndsWith;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Pair;
-using testing::StartsWith;
 
 namespace {
 
 using Action = ServiceOptions::Action;
 
 ServiceOptions Parsed(const std::vector<std::wstring>& arguments) {
-  const ServiceCommandLine commandLine = ParseServiceCommandLine(arguments);
-  EXPECT_FALSE(commandLine.answer) << commandLine.answer->text;
-  return commandLine.options;
+  return Accepted(ParseServiceCommandLine(arguments));
 }
 
-// The one line that says why the arguments are refused.
-std::string Refusal(const std::vector<std::wstring>& arguments) {
-  const ServiceCommandLine commandLine = ParseServiceCommandLine(arguments);
-  if (!commandLine.answer) return "accepted";
-  EXPECT_TRUE(commandLine.answer->isError);
-  EXPECT_EQ(commandLine.answer->text.find('\n'), commandLine.answer->text.size() - 1);
-  EXPECT_THAT(commandLine.answer->text, StartsWith("The command line is not understood: "));
-  EXPECT_THAT(commandLine.answer->text, EndsWith(".\n"));
-  return commandLine.answer->text;
-}
+std::string Refusal(const std::vector<std::wstring>& arguments) { return Refused(ParseServiceCommandLine(arguments)); }
 
 }  // namespace
 
@@ -106,20 +95,16 @@ TEST(ServiceOptions, RefuseWhatTheyDoNotKnow) {
 }
 
 TEST(ServiceOptions, HelpNamesEveryOption) {
-  const ServiceCommandLine commandLine = ParseServiceCommandLine({L"--help"});
-  ASSERT_TRUE(commandLine.answer);
-  EXPECT_FALSE(commandLine.answer->isError);
+  const std::string help = Answered(ParseServiceCommandLine({L"--help"}));
   for (const char* option : {"--register", "--unregister", "--user", "--level", "--source-level", "--show", "--tail",
                              "--source ", "--max-level", "--help", "--version"}) {
-    EXPECT_THAT(commandLine.answer->text, HasSubstr(option));
+    EXPECT_THAT(help, HasSubstr(option));
   }
 }
 
 TEST(ServiceOptions, VersionIsOneLine) {
-  const ServiceCommandLine commandLine = ParseServiceCommandLine({L"--version"});
-  ASSERT_TRUE(commandLine.answer);
-  EXPECT_FALSE(commandLine.answer->isError);
-  EXPECT_THAT(commandLine.answer->text, testing::MatchesRegex("TraceLogManager .+\\..+\\..+\n"));
+  EXPECT_THAT(Answered(ParseServiceCommandLine({L"--version"})),
+              testing::MatchesRegex("TraceLogManager .+\\..+\\..+\n"));
 }
 
 TEST(ServiceOptions, ComStartsAServerWithOneOfTwoWords) {

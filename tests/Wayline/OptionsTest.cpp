@@ -2,28 +2,15 @@
 
 #include <gmock/gmock.h>
 
-using testing::EndsWith;
+#include "tests/support/ReadCommandLine.h"
+
 using testing::HasSubstr;
-using testing::StartsWith;
 
 namespace {
 
-Options Parsed(const std::vector<std::wstring>& arguments) {
-  const CommandLine commandLine = ParseCommandLine(arguments);
-  EXPECT_FALSE(commandLine.answer) << commandLine.answer->text;
-  return commandLine.options;
-}
+Options Parsed(const std::vector<std::wstring>& arguments) { return Accepted(ParseCommandLine(arguments)); }
 
-// The one line that says why the arguments are refused.
-std::string Refusal(const std::vector<std::wstring>& arguments) {
-  const CommandLine commandLine = ParseCommandLine(arguments);
-  if (!commandLine.answer) return "accepted";
-  EXPECT_TRUE(commandLine.answer->isError);
-  EXPECT_EQ(commandLine.answer->text.find('\n'), commandLine.answer->text.size() - 1);
-  EXPECT_THAT(commandLine.answer->text, StartsWith("The command line is not understood: "));
-  EXPECT_THAT(commandLine.answer->text, EndsWith(".\n"));
-  return commandLine.answer->text;
-}
+std::string Refusal(const std::vector<std::wstring>& arguments) { return Refused(ParseCommandLine(arguments)); }
 
 }  // namespace
 
@@ -75,17 +62,12 @@ TEST(Options, RefuseAMissingOrEmptyValue) {
 TEST(Options, TakeJsonOnlyWithTheList) { EXPECT_THAT(Refusal({L"--json"}), HasSubstr("--list")); }
 
 TEST(Options, HelpNamesEveryOption) {
-  const CommandLine commandLine = ParseCommandLine({L"--help"});
-  ASSERT_TRUE(commandLine.answer);
-  EXPECT_FALSE(commandLine.answer->isError);
+  const std::string help = Answered(ParseCommandLine({L"--help"}));
   for (const char* option : {"--mode", "--profile", "--list", "--json", "--database", "--help", "--version"}) {
-    EXPECT_THAT(commandLine.answer->text, HasSubstr(option));
+    EXPECT_THAT(help, HasSubstr(option));
   }
 }
 
 TEST(Options, VersionIsOneLine) {
-  const CommandLine commandLine = ParseCommandLine({L"--version"});
-  ASSERT_TRUE(commandLine.answer);
-  EXPECT_FALSE(commandLine.answer->isError);
-  EXPECT_THAT(commandLine.answer->text, testing::MatchesRegex("Wayline .+\\..+\\..+\n"));
+  EXPECT_THAT(Answered(ParseCommandLine({L"--version"})), testing::MatchesRegex("Wayline .+\\..+\\..+\n"));
 }

@@ -15,8 +15,7 @@ namespace {
 
 using Arguments = std::vector<std::wstring>;
 
-template <typename Answer>
-void CheckAnswer(const Answer& answer) {
+void CheckAnswer(const CommandLineAnswer& answer) {
   Require(answer.text.ends_with('\n'));
   if (answer.isError) Require(answer.text.starts_with("The command line is not understood: "));
 }
@@ -25,7 +24,7 @@ void CheckAnswer(const Answer& answer) {
 auto Count(const Arguments& arguments, std::wstring_view argument) { return std::ranges::count(arguments, argument); }
 
 void CheckService(const Arguments& arguments) {
-  const ServiceCommandLine commandLine = ParseServiceCommandLine(arguments);
+  const CommandLine<ServiceOptions> commandLine = ParseServiceCommandLine(arguments);
   Require(!arguments.empty() || (commandLine.answer && commandLine.answer->isError));
   if (commandLine.answer) {
     CheckAnswer(*commandLine.answer);
@@ -49,7 +48,7 @@ void CheckService(const Arguments& arguments) {
 }
 
 void CheckHost(const Arguments& arguments) {
-  const CommandLine commandLine = ParseCommandLine(arguments);
+  const CommandLine<Options> commandLine = ParseCommandLine(arguments);
   if (commandLine.answer) {
     CheckAnswer(*commandLine.answer);
     return;
