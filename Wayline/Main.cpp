@@ -26,7 +26,6 @@
 
 namespace {
 
-
 // The sheet's thread is a COM apartment: the log service and the shell need one.
 class ComApartment {
  public:

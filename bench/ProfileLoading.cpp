@@ -336,7 +336,9 @@ class KeptStatements {
   }
 
  private:
-  StatementHandle Keep(const std::string& sql) const { return Prepare(connection_.get(), sql, SQLITE_PREPARE_PERSISTENT); }
+  StatementHandle Keep(const std::string& sql) const {
+    return Prepare(connection_.get(), sql, SQLITE_PREPARE_PERSISTENT);
+  }
 
   void FindRow(const StatementHandle& statement, int id) const {
     sqlite3_bind_int(statement.get(), 1, id);

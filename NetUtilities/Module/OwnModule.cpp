@@ -4,7 +4,7 @@
 #include <filesystem>
 
 // The linker's name for the start of the module.
-extern "C" IMAGE_DOS_HEADER __ImageBase;  // NOLINT(bugprone-reserved-identifier)
+extern "C" IMAGE_DOS_HEADER __ImageBase;  // NOLINT(bugprone-reserved-identifier,readability-identifier-naming)
 
 HMODULE OwnModule() { return reinterpret_cast<HMODULE>(&__ImageBase); }
 

@@ -34,19 +34,19 @@ class QueueThread : public std::enable_shared_from_this<QueueThread<Items>> {
     bool AddIfRunning(Add add) {
       bool wake = false;
       {
-        const std::scoped_lock lock(mutex);
-        if (!running) return false;
+        const std::scoped_lock lock(mutex_);
+        if (!running_) return false;
         wake = Append(add);
       }
-      if (wake) wakeUp.NotifyOne();
+      if (wake) wakeUp_.NotifyOne();
       return true;
     }
 
     /// No thread is started any more; one that runs ends when it has delivered all items.
     void Close() {
-      const std::scoped_lock lock(mutex);
-      stopping = true;
-      wakeUp.NotifyAll();
+      const std::scoped_lock lock(mutex_);
+      stopping_ = true;
+      wakeUp_.NotifyAll();
     }
 
    private:
@@ -55,44 +55,44 @@ class QueueThread : public std::enable_shared_from_this<QueueThread<Items>> {
     // To be called under the lock. True when the thread must be woken after it.
     template <typename Add>
     bool Append(Add add) {
-      add(items);
-      return std::exchange(asleep, false);
+      add(items_);
+      return std::exchange(asleep_, false);
     }
 
-    Mutex mutex;
-    Condition wakeUp;
-    Condition progress;  // all items are delivered, or a thread has ended
-    Items items;
-    int holders = 0;
-    int threads = 0;        // those that may still touch the object
-    bool running = false;   // one of them takes items
-    bool delivers = false;  // it has taken some
-    bool asleep = false;    // it must be woken to see a new item
-    bool stopping = false;  // it is to end, and none is to be started
-    bool unable = false;    // it could not begin
+    Mutex mutex_;
+    Condition wakeUp_;
+    Condition progress_;  // all items are delivered, or a thread has ended
+    Items items_;
+    int holders_ = 0;
+    int threads_ = 0;        // those that may still touch the object
+    bool running_ = false;   // one of them takes items
+    bool delivers_ = false;  // it has taken some
+    bool asleep_ = false;    // it must be woken to see a new item
+    bool stopping_ = false;  // it is to end, and none is to be started
+    bool unable_ = false;    // it could not begin
 
     bool MarkStarted() {
-      if (running || stopping || unable) return false;
-      running = true;
-      ++threads;
+      if (running_ || stopping_ || unable_) return false;
+      running_ = true;
+      ++threads_;
       return true;
     }
 
     // False when an item has come since the thread looked last.
     bool MarkEnded() {
-      const std::scoped_lock lock(mutex);
-      if (!items.empty() && !unable) return false;
-      running = false;
-      progress.NotifyAll();
+      const std::scoped_lock lock(mutex_);
+      if (!items_.empty() && !unable_) return false;
+      running_ = false;
+      progress_.NotifyAll();
       return true;
     }
 
-    bool IsBusy() const { return running && (delivers || !items.empty()); }
+    bool IsBusy() const { return running_ && (delivers_ || !items_.empty()); }
 
     void MarkGone() {
-      const std::scoped_lock lock(mutex);
-      --threads;
-      progress.NotifyAll();
+      const std::scoped_lock lock(mutex_);
+      --threads_;
+      progress_.NotifyAll();
     }
 
     // Waits for items and takes all. False when the thread is to end. After an item the thread naps for a while instead
@@ -103,25 +103,25 @@ class QueueThread : public std::enable_shared_from_this<QueueThread<Items>> {
       constexpr int kNaps = 20;
       constexpr auto kLongNap = std::chrono::milliseconds(10);
       constexpr int kLongNaps = 100;
-      std::unique_lock lock(mutex);
-      delivers = false;
-      if (items.empty()) progress.NotifyAll();
-      for (int naps = 0; items.empty(); ++naps) {
-        if (stopping) return false;
+      std::unique_lock lock(mutex_);
+      delivers_ = false;
+      if (items_.empty()) progress_.NotifyAll();
+      for (int naps = 0; items_.empty(); ++naps) {
+        if (stopping_) return false;
         if (naps < kNaps) {
-          wakeUp.WaitFor(lock, kNap);
-        } else if (holders == 0) {
+          wakeUp_.WaitFor(lock, kNap);
+        } else if (holders_ == 0) {
           return false;
         } else if (naps < kNaps + kLongNaps) {
-          wakeUp.WaitFor(lock, kLongNap);
+          wakeUp_.WaitFor(lock, kLongNap);
         } else {
-          asleep = true;
-          wakeUp.Wait(lock);
-          asleep = false;
+          asleep_ = true;
+          wakeUp_.Wait(lock);
+          asleep_ = false;
         }
       }
-      taken.swap(items);
-      delivers = true;
+      taken.swap(items_);
+      delivers_ = true;
       return true;
     }
   };
@@ -133,29 +133,29 @@ class QueueThread : public std::enable_shared_from_this<QueueThread<Items>> {
 
   /// Keeps the thread, once it runs, from ending for want of items.
   void Hold() {
-    const std::scoped_lock lock(queue_->mutex);
-    ++queue_->holders;
+    const std::scoped_lock lock(queue_->mutex_);
+    ++queue_->holders_;
   }
 
   /// Undoes Hold.
   void Release() {
     // Other threads are gone when the process ends, and may have taken the lock with them.
     if (threadPlatform.processEnds()) return;
-    const std::scoped_lock lock(queue_->mutex);
-    --queue_->holders;
-    queue_->wakeUp.NotifyAll();
+    const std::scoped_lock lock(queue_->mutex_);
+    --queue_->holders_;
+    queue_->wakeUp_.NotifyAll();
   }
 
   /// Waits until all items have been delivered, as far as there is a thread that does so, but no longer than `limit`.
   void Flush(std::chrono::milliseconds limit) {
     if (threadPlatform.processEnds()) return;
     const auto end = std::chrono::steady_clock::now() + limit;
-    std::unique_lock lock(queue_->mutex);
-    queue_->wakeUp.NotifyAll();
+    std::unique_lock lock(queue_->mutex_);
+    queue_->wakeUp_.NotifyAll();
     while (queue_->IsBusy()) {
       const auto left = end - std::chrono::steady_clock::now();
       if (left <= left.zero()) return;
-      queue_->progress.WaitFor(lock, left);
+      queue_->progress_.WaitFor(lock, left);
     }
   }
 
@@ -163,17 +163,17 @@ class QueueThread : public std::enable_shared_from_this<QueueThread<Items>> {
   /// stay so.
   void Stop() {
     if (threadPlatform.processEnds()) return;
-    std::unique_lock lock(queue_->mutex);
-    queue_->stopping = true;
-    queue_->wakeUp.NotifyAll();
-    while (queue_->threads != 0) queue_->progress.Wait(lock);
+    std::unique_lock lock(queue_->mutex_);
+    queue_->stopping_ = true;
+    queue_->wakeUp_.NotifyAll();
+    while (queue_->threads_ != 0) queue_->progress_.Wait(lock);
   }
 
  protected:
   /// Starts the thread if it does not run. Returns 0 or the system's error.
   uint32_t StartThread() {
     {
-      const std::scoped_lock lock(queue_->mutex);
+      const std::scoped_lock lock(queue_->mutex_);
       if (!queue_->MarkStarted()) return 0;
     }
     return Start();
@@ -186,31 +186,31 @@ class QueueThread : public std::enable_shared_from_this<QueueThread<Items>> {
     bool wake = false;
     bool start = false;
     {
-      const std::scoped_lock lock(queue_->mutex);
+      const std::scoped_lock lock(queue_->mutex_);
       wake = queue_->Append(add);
       start = mayStart && queue_->MarkStarted();
     }
-    if (wake) queue_->wakeUp.NotifyOne();
+    if (wake) queue_->wakeUp_.NotifyOne();
     return start ? Start() : 0;
   }
 
   /// Takes the items that no thread has delivered. For the end of the object: there are some if no thread could be
   /// started for them.
   Items TakeUndelivered() {
-    const std::scoped_lock lock(queue_->mutex);
-    return std::exchange(queue_->items, {});
+    const std::scoped_lock lock(queue_->mutex_);
+    return std::exchange(queue_->items_, {});
   }
 
   bool IsStopping() const {
-    const std::scoped_lock lock(queue_->mutex);
-    return queue_->stopping;
+    const std::scoped_lock lock(queue_->mutex_);
+    return queue_->stopping_;
   }
 
   // All that the thread does, between its beginning and its end.
   virtual void ThreadBody() {
     if (!BeginThread()) {
-      const std::scoped_lock lock(queue_->mutex);
-      queue_->unable = true;
+      const std::scoped_lock lock(queue_->mutex_);
+      queue_->unable_ = true;
       return;
     }
     for (Items items; queue_->Take(items); items.clear()) Deliver(items);
@@ -232,10 +232,10 @@ class QueueThread : public std::enable_shared_from_this<QueueThread<Items>> {
       queue->MarkGone();
     });
     if (code != 0) {
-      const std::scoped_lock lock(queue_->mutex);
-      queue_->running = false;
-      --queue_->threads;
-      queue_->progress.NotifyAll();
+      const std::scoped_lock lock(queue_->mutex_);
+      queue_->running_ = false;
+      --queue_->threads_;
+      queue_->progress_.NotifyAll();
     }
     return code;
   }

@@ -58,12 +58,12 @@ int CountWrong(int callsPerThread, Check isRight) {
 }
 
 // An object that is easily created twice.
-template <int number>
+template <int Number>
 struct Numbered {
   Numbered() {
     ++created;
     std::this_thread::yield();
-    value = number;
+    value = Number;
   }
   ~Numbered() { ++destroyed; }
   Numbered(const Numbered&) = delete;
@@ -75,23 +75,23 @@ struct Numbered {
 };
 
 // Whether everybody gets the one complete object.
-template <int number>
+template <int Number>
 bool GetsTheOne() {
-  static std::atomic<Numbered<number>*> one = nullptr;
-  const auto object = Singleton<Numbered<number>>::Get();
-  if (!object || object->value != number || !Singleton<Numbered<number>>::Exists()) return false;
-  Numbered<number>* seen = nullptr;
+  static std::atomic<Numbered<Number>*> one = nullptr;
+  const auto object = Singleton<Numbered<Number>>::Get();
+  if (!object || object->value != Number || !Singleton<Numbered<Number>>::Exists()) return false;
+  Numbered<Number>* seen = nullptr;
   return one.compare_exchange_strong(seen, object.get()) || seen == object.get();
 }
 
-template <int... numbers>
-constexpr auto TableOfGets(std::integer_sequence<int, numbers...>) {
-  return std::array{GetsTheOne<numbers>...};
+template <int... Numbers>
+constexpr auto TableOfGets(std::integer_sequence<int, Numbers...>) {
+  return std::array{GetsTheOne<Numbers>...};
 }
 
-template <int... numbers>
-bool AllWereCreatedOnce(std::integer_sequence<int, numbers...>) {
-  return ((Numbered<numbers>::created == 1) && ...);
+template <int... Numbers>
+bool AllWereCreatedOnce(std::integer_sequence<int, Numbers...>) {
+  return ((Numbered<Numbers>::created == 1) && ...);
 }
 
 TEST(Threads, CreateEachSingletonOnce) {
@@ -256,10 +256,10 @@ TEST(Threads, MeetTeardown) {
   InOwnProcess([] {
     constexpr int kTypes = 50;
     constexpr std::make_integer_sequence<int, kTypes> kNumbers;
-    static constexpr auto kGets = []<int... numbers>(std::integer_sequence<int, numbers...>) {
+    static constexpr auto kGets = []<int... Numbers>(std::integer_sequence<int, Numbers...>) {
       return std::array{+[] {
-        const auto object = Singleton<Numbered<numbers>>::Get();
-        EXPECT_TRUE(!object || object->value == numbers);
+        const auto object = Singleton<Numbered<Numbers>>::Get();
+        EXPECT_TRUE(!object || object->value == Numbers);
         return object != nullptr;
       }...};
     }
@@ -284,9 +284,9 @@ TEST(Threads, MeetTeardown) {
     teardown.join();
     EXPECT_EQ(gone, kThreads);
     for (const auto get : kGets) EXPECT_FALSE(get());
-    []<int... numbers>(std::integer_sequence<int, numbers...>) {
-      EXPECT_TRUE(((Numbered<numbers>::created <= 1) && ...)) << "None came a second time.";
-      EXPECT_TRUE(((Numbered<numbers>::created == Numbered<numbers>::destroyed) && ...)) << "None was left over.";
+    []<int... Numbers>(std::integer_sequence<int, Numbers...>) {
+      EXPECT_TRUE(((Numbered<Numbers>::created <= 1) && ...)) << "None came a second time.";
+      EXPECT_TRUE(((Numbered<Numbers>::created == Numbered<Numbers>::destroyed) && ...)) << "None was left over.";
     }
     (kNumbers);
   });
