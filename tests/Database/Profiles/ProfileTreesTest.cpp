@@ -131,8 +131,8 @@ std::string Truncated(const std::string& integer) {
 
 // What SQLite itself makes of a stored value by the rules of a column's kind: the text's number, whatever was stored.
 std::string Converted(ColumnKind kind, const std::string& column) {
-  const std::string text = "cast(" + column + " as text)";
-  const std::string integer = "cast(" + text + " as integer)";
+  std::string text = "cast(" + column + " as text)";
+  std::string integer = "cast(" + text + " as integer)";
   switch (kind) {
     case ColumnKind::Text:
       return text;

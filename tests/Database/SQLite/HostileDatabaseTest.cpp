@@ -27,7 +27,6 @@ using testing::AllOf;
 using testing::AnyOf;
 using testing::Each;
 using testing::ElementsAre;
-using testing::EndsWith;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::SizeIs;

@@ -72,7 +72,7 @@ TEST_F(KeptSwitches, TraceFlagsAreReadAgainAfter11Seconds) {
     const auto ask = [] { IsTraceFlagSet(0); };
     EXPECT_EQ(OpeningsAfter(0, ask), 1);
     user.SetDword(kTraceFlagsValue, 2);
-    for (const ULONGLONG milliseconds : {0, 1, 9'000, 10'000, 10'999}) {
+    for (const ULONGLONG milliseconds : {0u, 1u, 9'000u, 10'000u, 10'999u}) {
       EXPECT_EQ(OpeningsAfter(milliseconds, ask), 1) << milliseconds;
       EXPECT_TRUE(IsTraceFlagSet(0)) << milliseconds;
     }
@@ -89,7 +89,7 @@ TEST_F(KeptSwitches, DebugOutputIsReadAgainAfter11Seconds) {
     const auto ask = [] { IsDebugOutputEnabled(); };
     EXPECT_EQ(OpeningsAfter(0, ask), 1);
     machine.SetDword(kDebugOutputValue, 1);
-    for (const ULONGLONG milliseconds : {9'000, 10'000, 10'999}) {
+    for (const ULONGLONG milliseconds : {9'000u, 10'000u, 10'999u}) {
       EXPECT_EQ(OpeningsAfter(milliseconds, ask), 1) << milliseconds;
       EXPECT_FALSE(IsDebugOutputEnabled());
     }
