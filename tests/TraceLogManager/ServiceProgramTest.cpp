@@ -75,7 +75,11 @@ void Succeeds(const std::vector<std::wstring>& arguments) {
 // Runs a test for a registration of one kind; in the end there is none.
 class RegistrationTest : public testing::TestWithParam<bool> {
  protected:
-  RegistrationTest() { Run(L"--unregister"); }
+  RegistrationTest() {
+    // Other tests may have left one of either kind.
+    Succeeds({L"--unregister"});
+    Succeeds({L"--unregister", L"--user"});
+  }
   ~RegistrationTest() override { Run(L"--unregister"); }
 
   bool ForUser() const { return GetParam(); }
