@@ -16,6 +16,7 @@
 #include <spdlog/async.h>
 #include <spdlog/sinks/null_sink.h>
 #include <spdlog/spdlog.h>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <thread>
@@ -57,6 +58,7 @@ static_assert(kText.size() == kSameText.size());
 
 // Takes the place of the logging service, as the null sink does of a file. While it is shut, messages stay queued.
 std::atomic<bool> shut{false};
+std::atomic<int64_t> delivered{0};
 
 class NullService : public LogService {
  public:
@@ -64,6 +66,7 @@ class NullService : public LogService {
   int32_t GetSourceLevel(uint32_t, uint16_t& level) override { return level = 0, S_OK; }
   int32_t LogMessage(uint32_t, uint16_t, std::wstring_view) override {
     shut.wait(true);
+    ++delivered;
     return S_OK;
   }
 };
@@ -254,6 +257,7 @@ void MeasureMemory() {
 }  // namespace
 
 int main() {  // NOLINT(bugprone-exception-escape): whoever runs it sees how it ends
+  UseLogger();
   logPlatform.connect = ConnectNullService;
   spdlog::init_thread_pool(8'192, 1);
   otherLogger = spdlog::create_async<spdlog::sinks::null_sink_mt>("null");
@@ -266,5 +270,6 @@ int main() {  // NOLINT(bugprone-exception-escape): whoever runs it sees how it 
   otherLogger.reset();
   spdlog::shutdown();
   StopLogger();
+  if (delivered == 0) throw std::runtime_error("No message has reached the service.");
   return 0;
 }

@@ -29,11 +29,8 @@ take_sheet_option() {
   esac
 }
 
-# Installs what is missing and builds the sheet.
-build_sheet() {
-  "$root/scripts/setup"
-  "$root/scripts/build" windows Wayline RuntimeFiles >&2
-}
+# Builds the sheet, and nothing else.
+build_sheet() { "$root/scripts/build" windows Wayline RuntimeFiles >&2; }
 
 # Makes this process the only one that has the settings.
 take_settings() {

@@ -20,7 +20,8 @@ use_prefix() {
   export XDG_CACHE_HOME=$out/cache
 
   mkdir -p "$(dirname "$WINEPREFIX")"
-  exec 9>"$WINEPREFIX.lock"
+  : >>"$WINEPREFIX.lock" || fail "$WINEPREFIX.lock cannot be written."
+  exec 9>>"$WINEPREFIX.lock"
   flock --nonblock 9 || return
 
   trap end_all EXIT
@@ -39,7 +40,7 @@ use_free_prefix() {
 end_all() {
   # A second Ctrl+C must not cut this short.
   trap '' INT TERM HUP
-  "$wineServer" -k 9>&- || true
+  "$wineServer" -k 7>&- 9>&- || true
   local process
   for process in "${helpers[@]}"; do
     kill "$process" 2>/dev/null || true
@@ -48,14 +49,14 @@ end_all() {
 }
 
 # Callers send stdout and stderr into files: Wine takes hold of a terminal that it is given, and its services keep a
-# pipe open. Descriptors 8 and 9 hold locks of prefixes; nothing that may outlive this process inherits them.
-wine() { "$wineLoader" "$@" </dev/null 8>&- 9>&-; }
+# pipe open. Descriptors 7 to 9 hold locks; nothing that may outlive this process inherits them.
+wine() { "$wineLoader" "$@" </dev/null 7>&- 8>&- 9>&-; }
 
 # Starts the X server "$@" on a display that is free, and makes it the screen of what follows. Its own session spares
 # it Ctrl+C: the programs on it go first.
 start_screen() {
   local answer number
-  exec {answer}< <(exec setsid "$@" -displayfd 1 -nolisten tcp 2>"$WINEPREFIX-screen.log" 9>&-)
+  exec {answer}< <(exec setsid "$@" -displayfd 1 -nolisten tcp 2>"$WINEPREFIX-screen.log" 7>&- 9>&-)
   helpers+=($!)
   read -r -t 20 number <&"$answer" || fail "$1 did not start: $(cat "$WINEPREFIX-screen.log")"
   unset XAUTHORITY

@@ -15,6 +15,7 @@
 #include <string>
 #include <string_view>
 
+#include "NetUtilities/Module/Handle.h"
 #include "NetUtilities/Text/Utf8.h"
 #include "tests/support/WaitUntil.h"
 
@@ -29,30 +30,29 @@ class RemoteMemory {
   RemoteMemory(HWND window, size_t size) {
     DWORD id = 0;
     GetWindowThreadProcessId(window, &id);
-    process_ = OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, id);
-    if (process_ != nullptr) {
-      address_ =
-          static_cast<std::byte*>(VirtualAllocEx(process_, nullptr, size, MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE));
+    process_.reset(OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, id));
+    if (process_) {
+      address_ = static_cast<std::byte*>(
+          VirtualAllocEx(process_.get(), nullptr, size, MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE));
     }
   }
   RemoteMemory(const RemoteMemory&) = delete;
   RemoteMemory& operator=(const RemoteMemory&) = delete;
   ~RemoteMemory() {
-    if (address_ != nullptr) VirtualFreeEx(process_, address_, 0, MEM_RELEASE);
-    if (process_ != nullptr) CloseHandle(process_);
+    if (address_ != nullptr) VirtualFreeEx(process_.get(), address_, 0, MEM_RELEASE);
   }
 
   /// Null when there is none.
   std::byte* Address() const { return address_; }
   bool Write(const void* source, size_t size) {
-    return WriteProcessMemory(process_, address_, source, size, nullptr) != 0;
+    return WriteProcessMemory(process_.get(), address_, source, size, nullptr) != 0;
   }
   bool Read(const std::byte* from, void* target, size_t size) {
-    return ReadProcessMemory(process_, from, target, size, nullptr) != 0;
+    return ReadProcessMemory(process_.get(), from, target, size, nullptr) != 0;
   }
 
  private:
-  HANDLE process_ = nullptr;
+  Handle process_;
   std::byte* address_ = nullptr;
 };
 

@@ -4,9 +4,9 @@
 
 #include <commctrl.h>
 
-#include <memory>
 #include <string>
-#include <type_traits>
+
+#include "NetUtilities/Module/Owner.h"
 
 /// A page's tree whose items have state images (Resources/StateImages.h).
 class StateImageTree {
@@ -35,10 +35,6 @@ class StateImageTree {
   void Enable(bool enable) const;
 
  private:
-  struct DestroyImages {
-    void operator()(HIMAGELIST images) const { ImageList_Destroy(images); }
-  };
-
   HWND tree_ = nullptr;
-  std::unique_ptr<std::remove_pointer_t<HIMAGELIST>, DestroyImages> images_;
+  Owner<HIMAGELIST, ImageList_Destroy> images_;
 };

@@ -9,10 +9,10 @@
 #include <vector>
 
 #include "NetUtilities/Log.h"
-#include "NetUtilities/Text/IgnoringCase.h"
 #include "NetUtilities/Text/Utf8.h"
 #include "tests/fuzz/DecimalReference.h"
 #include "tests/fuzz/FuzzInput.h"
+#include "tests/fuzz/LowerAscii.h"
 #include "tests/fuzz/Require.h"
 #include "TraceLogManager/LevelReport.h"
 #include "TraceLogManager/LogFileFormat.h"
@@ -84,7 +84,7 @@ void CheckSource(const std::wstring& text) {
   const std::optional<uint32_t> found = FindSource(text);
   if (found) {
     Require(*found < kLogSourceCount);
-    const bool named = EqualsNoCaseAscii(SourceName(*found), text);
+    const bool named = LowerAscii(SourceName(*found)) == LowerAscii(text);
     Require(named || (text.find_first_not_of(L"0123456789") == std::wstring::npos &&
                       DecimalReference{std::wstring_view(text)}.value == *found));
   } else {

@@ -12,6 +12,7 @@
 #include "NetUtilities/Text/Utf8.h"
 #include "tests/fuzz/DecimalReference.h"
 #include "tests/fuzz/FuzzInput.h"
+#include "tests/fuzz/LowerAscii.h"
 #include "tests/fuzz/Require.h"
 
 namespace {
@@ -20,13 +21,6 @@ void CheckDecimal(const std::u16string& text) {
   const DecimalReference number{std::u16string_view(text)};
   Require(ParseInteger64(text) == number.Clamped<int64_t>());
   Require(ParseInteger32(text) == number.Clamped<int32_t>());
-}
-
-std::wstring LowerAscii(std::wstring text) {
-  for (wchar_t& character : text) {
-    if (character >= L'A' && character <= L'Z') character = static_cast<wchar_t>(character - L'A' + L'a');
-  }
-  return text;
 }
 
 void CheckWords(const std::wstring& text, const std::wstring& needle) {

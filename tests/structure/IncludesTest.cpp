@@ -16,7 +16,18 @@ namespace {
 using testing::IsEmpty;
 using testing::SizeIs;
 
-const std::vector<std::string> kPages = {"Autostart", "General", "Preferences", "Proxy", "Timeouts", "WiFiSwitching"};
+// Folders of LoginProperties that are no page's.
+const std::vector<std::string> kShared = {"ProfilePage", "Resources"};
+
+std::vector<std::string> Pages() {
+  std::vector<std::string> pages;
+  const auto root = std::filesystem::path(PROJECT_ROOT) / "LoginProperties";
+  for (const auto& entry : std::filesystem::directory_iterator(root)) {
+    const std::string name = entry.path().filename().string();
+    if (entry.is_directory() && std::ranges::find(kShared, name) == kShared.end()) pages.push_back(name);
+  }
+  return pages;
+}
 
 // Written by the build, from the description of the service's interface.
 constexpr std::string_view kServiceInterface = "TraceLogManager/TraceLogManager.h";
@@ -53,6 +64,8 @@ TEST(Includes, OfARoomOfNetUtilitiesLeadToItselfAndToThoseBelowIt) {
   ASSERT_THAT(Rooms(), SizeIs(testing::Ge(6u)));
   std::vector<std::string> reachable;
   for (const std::string& room : Rooms()) {
+    // What is for programs alone needs nothing but texts.
+    if (room == "CommandLine") reachable = {"NetUtilities/Text"};
     reachable.push_back("NetUtilities/" + room);
     EXPECT_THAT(Offences("NetUtilities/" + room,
                          [&](const std::string& header) {
@@ -100,10 +113,12 @@ TEST(Includes, OfTheModuleLeadToTheClientsContractAndNoFurther) {
 }
 
 TEST(Includes, OfAPageLeadToNoOtherPage) {
-  for (const std::string& page : kPages) {
+  const std::vector<std::string> pages = Pages();
+  ASSERT_THAT(pages, SizeIs(testing::Ge(6u)));
+  for (const std::string& page : pages) {
     EXPECT_THAT(Offences("LoginProperties/" + page,
-                         [&page](const std::string& header) {
-                           return std::ranges::none_of(kPages, [&](const std::string& other) {
+                         [&](const std::string& header) {
+                           return std::ranges::none_of(pages, [&](const std::string& other) {
                              return other != page && IsBelow(header, "LoginProperties/" + other);
                            });
                          }),
@@ -112,11 +127,21 @@ TEST(Includes, OfAPageLeadToNoOtherPage) {
 }
 
 TEST(Includes, OfWhatPagesShareLeadToNoPage) {
-  EXPECT_THAT(Offences("LoginProperties/ProfilePage",
-                       [](const std::string& header) {
-                         return std::ranges::none_of(kPages, [&](const std::string& page) {
-                           return IsBelow(header, "LoginProperties/" + page);
-                         });
-                       }),
-              IsEmpty());
+  for (const std::string& folder : kShared) {
+    EXPECT_THAT(Offences("LoginProperties/" + folder,
+                         [](const std::string& header) {
+                           return std::ranges::none_of(Pages(), [&](const std::string& page) {
+                             return IsBelow(header, "LoginProperties/" + page);
+                           });
+                         }),
+                IsEmpty());
+  }
+}
+
+TEST(Includes, OfModulesLeadToNoCommandLine) {
+  for (const char* folder : {"Database", "LoginProperties", "WaylineDll"}) {
+    EXPECT_THAT(
+        Offences(folder, [](const std::string& header) { return !IsBelow(header, "NetUtilities/CommandLine"); }),
+        IsEmpty());
+  }
 }

@@ -7,6 +7,7 @@
 #include "LoginProperties/WiFiSwitching/AutoReconnectControls.h"
 #include "tests/support/FileBytes.h"
 #include "tests/support/TemporaryFolder.h"
+#include "tests/ui/SaveContext.h"
 #include "tests/ui/SheetDriver.h"
 #include "WaylineDll/Host.h"
 #include "WaylineDll/Store/RecordRows.h"
@@ -34,15 +35,6 @@ class Saving : public testing::Test {
     context.currentProfile = context.profiles.at(kFollowsDefaults);
   }
 
-  std::vector<RecordChange> Save() {
-    std::vector<RecordChange> changes;
-    EXPECT_EQ(SaveSettings({context.profiles, context.preferences, context.autoStartItems, context.manualConfigs,
-                            context.autoConfigs},
-                           changes),
-              std::nullopt);
-    return changes;
-  }
-
   TemporaryFolder folder;
   std::wstring file = folder.File(L"Wayline.db");
   LoginPropertiesContext context;
@@ -61,7 +53,8 @@ TEST_F(Saving, TimeoutsChosenOnTheSheetAreThereAfterARestart) {
     sheet.PressOk();
     ASSERT_EQ(sheet.Result(), kSheetConfirmed);
   }
-  EXPECT_THAT(Save(), ElementsAre(RecordChange{RecordKind::Profile, kFollowsDefaults, ChangeState::Changed}));
+  EXPECT_THAT(SaveContext(context),
+              ElementsAre(RecordChange{RecordKind::Profile, kFollowsDefaults, ChangeState::Changed}));
 
   CloseSettings();
   ASSERT_EQ(OpenSettings(file), std::nullopt);
@@ -90,7 +83,8 @@ TEST_F(Saving, OfTheOtherProfilesNothingChanges) {
     sheet.PressOk();
     ASSERT_EQ(sheet.Result(), kSheetConfirmed);
   }
-  EXPECT_THAT(Save(), ElementsAre(RecordChange{RecordKind::Profile, kFollowsDefaults, ChangeState::Changed}));
+  EXPECT_THAT(SaveContext(context),
+              ElementsAre(RecordChange{RecordKind::Profile, kFollowsDefaults, ChangeState::Changed}));
   ProfileTable after;
   ASSERT_EQ(LoadProfiles(after), std::nullopt);
   ASSERT_EQ(after.size(), before.size());
@@ -119,7 +113,8 @@ TEST_F(Saving, WiFiSwitchingChosenOnTheSheetIsThereAfterARestart) {
     sheet.PressOk();
     ASSERT_EQ(sheet.Result(), kSheetConfirmed);
   }
-  EXPECT_THAT(Save(), ElementsAre(RecordChange{RecordKind::Profile, kFollowsDefaults, ChangeState::Changed}));
+  EXPECT_THAT(SaveContext(context),
+              ElementsAre(RecordChange{RecordKind::Profile, kFollowsDefaults, ChangeState::Changed}));
 
   CloseSettings();
   ASSERT_EQ(OpenSettings(file), std::nullopt);
@@ -151,7 +146,8 @@ TEST_F(Saving, WiFiSwitchingThatWasOnlyLookedAtWritesNothing) {
     sheet.PressOk();
     ASSERT_EQ(sheet.Result(), kSheetConfirmed);
   }
-  EXPECT_THAT(Save(), ElementsAre(RecordChange{RecordKind::Profile, kFollowsDefaults, ChangeState::Changed}));
+  EXPECT_THAT(SaveContext(context),
+              ElementsAre(RecordChange{RecordKind::Profile, kFollowsDefaults, ChangeState::Changed}));
   CloseSettings();
   EXPECT_EQ(FileBytes(file), before);
 }
@@ -182,7 +178,7 @@ TEST_F(Saving, OkWithoutAnyChangeWritesNothing) {
     sheet.PressOk();
     ASSERT_EQ(sheet.Result(), kSheetConfirmed);
   }
-  for (const RecordChange& change : Save()) ADD_FAILURE() << "saved " << change.id;
+  for (const RecordChange& change : SaveContext(context)) ADD_FAILURE() << "saved " << change.id;
   CloseSettings();
   EXPECT_EQ(FileBytes(file), before);
 }

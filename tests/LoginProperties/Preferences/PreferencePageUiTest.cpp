@@ -19,6 +19,7 @@
 #include "tests/support/TestRegistryKey.h"
 #include "tests/support/TreeItems.h"
 #include "tests/support/WaitUntil.h"
+#include "tests/ui/SaveContext.h"
 #include "tests/ui/SheetDriver.h"
 #include "WaylineDll/Host.h"
 
@@ -155,15 +156,6 @@ class PreferencesUi : public testing::Test {
     ASSERT_TRUE(WaitUntil([&] { return sheet->IsChecked(IDC_OVERRIDE_CHECK) != before; }));
   }
 
-  std::vector<RecordChange> Save() {
-    std::vector<RecordChange> changes;
-    EXPECT_EQ(SaveSettings({context.profiles, context.preferences, context.autoStartItems, context.manualConfigs,
-                            context.autoConfigs},
-                           changes),
-              std::nullopt);
-    return changes;
-  }
-
   // Runs a statement on the file as another program would; the rows of its answer, their columns with spaces between.
   std::set<std::string> Sql(const std::string& statement) const {
     std::set<std::string> rows;
@@ -208,9 +200,9 @@ TEST_F(PreferencesUi, OkSavesExactlyWhatWasChosen) {
   ASSERT_TRUE(WaitUntil([this] { return Image(L"1300") == kOptionOn; }));
   sheet->PressOk();
   ASSERT_EQ(sheet->Result(), kSheetConfirmed);
-  EXPECT_THAT(Save(), ElementsAre(RecordChange{RecordKind::Profile, kWork, ChangeState::Changed},
-                                  RecordChange{RecordKind::Preference, 1014, ChangeState::Changed},
-                                  RecordChange{RecordKind::Preference, 1477, ChangeState::Changed}));
+  EXPECT_THAT(SaveContext(context), ElementsAre(RecordChange{RecordKind::Profile, kWork, ChangeState::Changed},
+                                                RecordChange{RecordKind::Preference, 1014, ChangeState::Changed},
+                                                RecordChange{RecordKind::Preference, 1477, ChangeState::Changed}));
   EXPECT_THAT(Without(Rows(), before), ElementsAre("2001 1014 2 1 0", "2001 1477 1480 1 1"));
   EXPECT_THAT(Without(before, Rows()), IsEmpty());
 
@@ -234,7 +226,7 @@ TEST_F(PreferencesUi, ClickingAnOptionAgainTurnsAllOffButItStaysChosen) {
   EXPECT_THAT(Images(kMtuGroup), ElementsAre(7, 7, 7, 7, 7));
   sheet->PressOk();
   ASSERT_EQ(sheet->Result(), kSheetConfirmed);
-  EXPECT_THAT(Save(), ElementsAre(RecordChange{RecordKind::Preference, 1477, ChangeState::Changed}));
+  EXPECT_THAT(SaveContext(context), ElementsAre(RecordChange{RecordKind::Preference, 1477, ChangeState::Changed}));
   EXPECT_THAT(Without(Rows(), before), ElementsAre("2004 1477 1480 1 1"));
   EXPECT_THAT(Without(before, Rows()), ElementsAre("2004 1477 1478 1 1"));
 }
@@ -281,7 +273,7 @@ TEST_F(PreferencesUi, AnEntryWithoutARecordCannotBeToggled) {
   EXPECT_EQ(Image(kAutoConnect), kCheckOff);
   sheet->PressOk();
   ASSERT_EQ(sheet->Result(), kSheetConfirmed);
-  EXPECT_THAT(Save(), ElementsAre(RecordChange{RecordKind::Preference, 1501, ChangeState::Changed}));
+  EXPECT_THAT(SaveContext(context), ElementsAre(RecordChange{RecordKind::Preference, 1501, ChangeState::Changed}));
   EXPECT_THAT(Without(Rows(), before), ElementsAre("2004 1501 1 1 0"));
 }
 
@@ -304,7 +296,7 @@ TEST_F(PreferencesUi, WhileTheProfileFollowsTheDefaultsTheTreeTakesNoInput) {
   EXPECT_TRUE(IsOpened(kFirstGroup));
   PressOkButton();
   ASSERT_EQ(sheet->Result(), kSheetConfirmed);
-  EXPECT_THAT(Save(), IsEmpty());
+  EXPECT_THAT(SaveContext(context), IsEmpty());
 }
 
 TEST_F(PreferencesUi, TickingTheBoxLetsTheTreeTakeInput) {
@@ -342,7 +334,7 @@ TEST_F(PreferencesUi, AProfileAbove10000SavesThoseOfTheLinkedProfile) {
   ASSERT_TRUE(WaitUntil([this] { return Image(kAutoConnect) == kCheckOn; }));
   sheet->PressOk();
   ASSERT_EQ(sheet->Result(), kSheetConfirmed);
-  EXPECT_THAT(Save(), ElementsAre(RecordChange{RecordKind::Preference, 1014, ChangeState::Changed}));
+  EXPECT_THAT(SaveContext(context), ElementsAre(RecordChange{RecordKind::Preference, 1014, ChangeState::Changed}));
   EXPECT_THAT(Without(Rows(), before), ElementsAre("100 1014 2 1 0"));
   EXPECT_THAT(Without(before, Rows()), ElementsAre("100 1014 1 1 0"));
 }
@@ -389,7 +381,7 @@ TEST_F(PreferencesUi, ASavedCertificateCanBeTurnedDown) {
   ASSERT_TRUE(WaitUntil([this] { return Image(kCertificate) == kCheckOff; }));
   sheet->PressOk();
   ASSERT_EQ(sheet->Result(), kSheetConfirmed);
-  EXPECT_THAT(Save(), ElementsAre(RecordChange{RecordKind::Preference, 1522, ChangeState::Changed}));
+  EXPECT_THAT(SaveContext(context), ElementsAre(RecordChange{RecordKind::Preference, 1522, ChangeState::Changed}));
   EXPECT_THAT(Without(Rows(), before), ElementsAre("2004 1522 1 1 0"));
 }
 
@@ -404,7 +396,7 @@ TEST_F(PreferencesUi, AnotherProfileShowsItsOwnPreferences) {
   EXPECT_EQ(Image(L"700"), kOptionOff) << "what was not saved is dropped";
   sheet->PressOk();
   ASSERT_EQ(sheet->Result(), kSheetConfirmed);
-  EXPECT_THAT(Save(), IsEmpty());
+  EXPECT_THAT(SaveContext(context), IsEmpty());
 }
 
 TEST_F(PreferencesUi, WhatWasChosenIsSavedFromAnotherTabButDroppedByComingBack) {

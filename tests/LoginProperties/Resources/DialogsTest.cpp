@@ -79,8 +79,8 @@ class TextMeasure {
   }
 
  private:
-  HandlePtr<HDC, DeleteDC> dc_;
-  HandlePtr<HFONT, DeleteObject> font_;
+  Owner<HDC, DeleteDC> dc_;
+  Owner<HFONT, DeleteObject> font_;
   HGDIOBJ previous_;
   SIZE base_;
 };

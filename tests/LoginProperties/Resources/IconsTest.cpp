@@ -54,7 +54,7 @@ TEST_P(ModuleIcon, HasAPictureWithTransparencyInEachSize) {
 
 TEST_P(ModuleIcon, IsLoadedInTheSizeThatIsAskedFor) {
   for (const int size : {16, 24, 32, 48}) {
-    const HandlePtr<HICON, DestroyIcon> icon(
+    const Owner<HICON, DestroyIcon> icon(
         static_cast<HICON>(LoadImageW(Module(), MAKEINTRESOURCEW(GetParam().id), IMAGE_ICON, size, size, 0)));
     ASSERT_TRUE(icon) << size;
     ICONINFO info;

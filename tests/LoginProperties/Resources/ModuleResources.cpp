@@ -10,7 +10,7 @@ BOOL CALLBACK AddId(HMODULE, LPCWSTR, LPWSTR name, LONG_PTR ids) {
 }  // namespace
 
 HMODULE Module() {
-  static const HandlePtr<HMODULE, FreeLibrary> module(
+  static const Owner<HMODULE, FreeLibrary> module(
       LoadLibraryExW(L"Pavise.dll", nullptr, LOAD_LIBRARY_AS_DATAFILE | LOAD_LIBRARY_AS_IMAGE_RESOURCE));
   return module.get();
 }

@@ -3,25 +3,14 @@
 #include <windows.h>
 
 #include <cstddef>
-#include <memory>
 #include <set>
 #include <span>
-#include <type_traits>
+
+#include "NetUtilities/Module/Owner.h"
 
 // What lies in the built module, which is loaded as data.
 
-template <auto Free>
-struct Freer {
-  template <typename Handle>
-  void operator()(Handle handle) const {
-    Free(handle);
-  }
-};
-
-/// Owner of a handle that `Free` gives back.
-template <typename Handle, auto Free>
-using HandlePtr = std::unique_ptr<std::remove_pointer_t<Handle>, Freer<Free>>;
-using BitmapPtr = HandlePtr<HBITMAP, DeleteObject>;
+using BitmapPtr = Owner<HBITMAP, DeleteObject>;
 
 /// Null when the module cannot be loaded.
 HMODULE Module();
