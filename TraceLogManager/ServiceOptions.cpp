@@ -41,15 +41,52 @@ CLI::Validator Readable(Read read, const std::string& refusal) {
       [=](const std::string& text) { return read(text) ? std::string() : "\"" + text + "\" " + refusal; }, "");
 }
 
+// The values of options as they are written, each of which has been found readable.
+struct ValueTexts {
+  std::string globalLevel;
+  std::vector<std::string> sourceLevels;
+  std::vector<std::string> sources;
+  std::string maximumLevel;
+};
+
+void ReadValues(const ValueTexts& texts, ServiceOptions& options) {
+  if (!texts.globalLevel.empty()) options.globalLevel = LevelIn(texts.globalLevel);
+  for (const std::string& text : texts.sourceLevels) {
+    if (const auto sourceLevel = SourceLevelIn(text)) options.sourceLevels.push_back(*sourceLevel);
+  }
+  for (const std::string& text : texts.sources) {
+    if (const auto source = SourceIn(text)) options.filter.sources.push_back(*source);
+  }
+  if (const auto level = LevelIn(texts.maximumLevel)) options.filter.maximumLevel = *level;
+}
+
+// An option that says what to do.
+struct ActionOption {
+  const CLI::Option* option;
+  ServiceOptions::Action action;
+};
+
+// Stores what the options that are there say; `first` is the first of them, null when there is none. The answer when
+// they exclude each other.
+std::optional<CommandLineAnswer> ChooseAction(const std::vector<ActionOption>& actions, ServiceOptions::Action& chosen,
+                                              const CLI::Option*& first) {
+  for (const auto& [option, action] : actions) {
+    if (option->count() == 0) continue;
+    if (first != nullptr && action != chosen) {
+      return NotUnderstood(option->get_name() + " excludes " + first->get_name());
+    }
+    if (first == nullptr) first = option;
+    chosen = action;
+  }
+  return std::nullopt;
+}
+
 }  // namespace
 
 CommandLine<ServiceOptions> ParseServiceCommandLine(const std::vector<std::wstring>& arguments) {
   CommandLine<ServiceOptions> commandLine;
   ServiceOptions& options = commandLine.options;
-  std::string globalLevel;
-  std::vector<std::string> sourceLevels;
-  std::vector<std::string> sources;
-  std::string maximumLevel;
+  ValueTexts texts;
 
   CLI::App app("Logging service of Wayline: COM starts it when a program logs. Here it is set up and watched.",
                "TraceLogManager");
@@ -64,23 +101,23 @@ CommandLine<ServiceOptions> ParseServiceCommandLine(const std::vector<std::wstri
   const CLI::Option* const unregisters = addFlag("--unregister", "Undo that");
   const CLI::Option* const forUser = addFlag("--user", "Do either for the current user only");
   const CLI::Option* const setsGlobalLevel =
-      app.add_option("--level", globalLevel, "Set the level of all sources without one of their own: 1 to 5")
+      app.add_option("--level", texts.globalLevel, "Set the level of all sources without one of their own: 1 to 5")
           ->type_name("LEVEL")
           ->check(isLevel);
   const CLI::Option* const setsSourceLevels =
-      app.add_option("--source-level", sourceLevels,
+      app.add_option("--source-level", texts.sourceLevels,
                      "Set the level of a source, given by number or name: 1 to 5, or 0 for the level of all")
           ->type_name("SOURCE=LEVEL")
           ->allow_extra_args(false)
           ->check(isSourceLevel);
   const CLI::Option* const shows = addFlag("--show", "Print all levels, and where today's log file is");
   CLI::Option* const tails = addFlag("--tail", "Print the log while it is written, until Ctrl+C");
-  app.add_option("--source", sources, "Print this source only, given by number or name; can be repeated")
+  app.add_option("--source", texts.sources, "Print this source only, given by number or name; can be repeated")
       ->type_name("SOURCE")
       ->allow_extra_args(false)
       ->check(isSource)
       ->needs(tails);
-  app.add_option("--max-level", maximumLevel, "Print messages up to this level only: 1 to 5")
+  app.add_option("--max-level", texts.maximumLevel, "Print messages up to this level only: 1 to 5")
       ->type_name("LEVEL")
       ->check(isLevel)
       ->needs(tails);
@@ -92,21 +129,15 @@ CommandLine<ServiceOptions> ParseServiceCommandLine(const std::vector<std::wstri
   commandLine.answer = ReadArguments(app, arguments);
   if (commandLine.answer) return commandLine;
 
-  const std::pair<const CLI::Option*, ServiceOptions::Action> actions[] = {
-      {registers, ServiceOptions::Action::Register},     {unregisters, ServiceOptions::Action::Unregister},
-      {setsGlobalLevel, ServiceOptions::Action::Levels}, {setsSourceLevels, ServiceOptions::Action::Levels},
-      {shows, ServiceOptions::Action::Levels},           {tails, ServiceOptions::Action::Tail},
-  };
   const CLI::Option* first = nullptr;
-  for (const auto& [option, action] : actions) {
-    if (option->count() == 0) continue;
-    if (first != nullptr && action != options.action) {
-      commandLine.answer = NotUnderstood(option->get_name() + " excludes " + first->get_name());
-      return commandLine;
-    }
-    if (first == nullptr) first = option;
-    options.action = action;
-  }
+  commandLine.answer = ChooseAction({{registers, ServiceOptions::Action::Register},
+                                     {unregisters, ServiceOptions::Action::Unregister},
+                                     {setsGlobalLevel, ServiceOptions::Action::Levels},
+                                     {setsSourceLevels, ServiceOptions::Action::Levels},
+                                     {shows, ServiceOptions::Action::Levels},
+                                     {tails, ServiceOptions::Action::Tail}},
+                                    options.action, first);
+  if (commandLine.answer) return commandLine;
   if (first == nullptr) {
     commandLine.answer = NotUnderstood("It does not say what to do; --help lists what there is");
   } else if (forUser->count() > 0 && first != registers && first != unregisters) {
@@ -114,10 +145,7 @@ CommandLine<ServiceOptions> ParseServiceCommandLine(const std::vector<std::wstri
   }
   options.show = shows->count() > 0;
   if (forUser->count() > 0) options.scope = RegistrationScope::User;
-  if (!globalLevel.empty()) options.globalLevel = LevelIn(globalLevel);
-  for (const std::string& text : sourceLevels) options.sourceLevels.push_back(*SourceLevelIn(text));
-  for (const std::string& text : sources) options.filter.sources.push_back(*SourceIn(text));
-  if (!maximumLevel.empty()) options.filter.maximumLevel = *LevelIn(maximumLevel);
+  ReadValues(texts, options);
   return commandLine;
 }
 
