@@ -37,8 +37,8 @@ requires std::is_enum_v<Member>
 inline constexpr ColumnKind kKindOf<Member> = kKindOf<std::underlying_type_t<Member>>;
 
 /// Whether a column of this kind can have a member of this type. Keys are numbers of 32 bits.
-template <typename Member, ColumnKind kKind>
-inline constexpr bool kFits = kKindOf<Member> == kKind;
+template <typename Member, ColumnKind Kind>
+inline constexpr bool kFits = kKindOf<Member> == Kind;
 template <typename Member>
 inline constexpr bool kFits<Member, ColumnKind::Key> = kKindOf<Member> == ColumnKind::Integer32;
 template <typename Member>
@@ -57,17 +57,17 @@ constexpr auto& MemberOf(Record& record, Part Class::*part, Rest... rest) {
 }
 
 /// Reads and writes that member in a record of the class that the first pointer names.
-template <auto kFirst, auto... kRest>
+template <auto First, auto... Rest>
 class MemberAccess {
   template <typename Class, typename Part>
   static std::type_identity<Class> ClassOf(Part Class::*);
-  using Record = typename decltype(ClassOf(kFirst))::type;
+  using Record = typename decltype(ClassOf(First))::type;
 
  public:
-  using Member = std::remove_reference_t<decltype(MemberOf(std::declval<Record&>(), kFirst, kRest...))>;
+  using Member = std::remove_reference_t<decltype(MemberOf(std::declval<Record&>(), First, Rest...))>;
 
   static ColumnValue Read(const SQLRecord& record) {
-    const Member& member = MemberOf(static_cast<const Record&>(record), kFirst, kRest...);
+    const Member& member = MemberOf(static_cast<const Record&>(record), First, Rest...);
     if constexpr (std::is_class_v<Member>) {
       return member;
     } else if constexpr (kKindOf<Member> == ColumnKind::Integer32) {
@@ -78,7 +78,7 @@ class MemberAccess {
   }
 
   static void Write(SQLRecord& record, ColumnValue&& value) {
-    Member& member = MemberOf(static_cast<Record&>(record), kFirst, kRest...);
+    Member& member = MemberOf(static_cast<Record&>(record), First, Rest...);
     if constexpr (std::is_class_v<Member>) {
       member = std::get<Member>(std::move(value));
     } else {
@@ -88,23 +88,23 @@ class MemberAccess {
 };
 
 /// Whether a column of this kind can have the member.
-template <ColumnKind kKind, auto... kPath>
-concept BindableAs = kFits<typename MemberAccess<kPath...>::Member, kKind>;
+template <ColumnKind Kind, auto... Path>
+concept BindableAs = kFits<typename MemberAccess<Path...>::Member, Kind>;
 
 /// The kind that the type of the member tells.
-template <auto... kPath>
-inline constexpr ColumnKind kMemberKind = kKindOf<typename MemberAccess<kPath...>::Member>;
+template <auto... Path>
+inline constexpr ColumnKind kMemberKind = kKindOf<typename MemberAccess<Path...>::Member>;
 
 /// Binds a column of a kind that must be said: a key.
-template <ColumnKind kKind, auto... kPath>
-requires BindableAs<kKind, kPath...>
+template <ColumnKind Kind, auto... Path>
+requires BindableAs<Kind, Path...>
 constexpr ColumnBinding BindAs(std::wstring_view name, uint32_t marker = 0) {
-  return {name, kKind, marker, MemberAccess<kPath...>::Read, MemberAccess<kPath...>::Write};
+  return {name, Kind, marker, MemberAccess<Path...>::Read, MemberAccess<Path...>::Write};
 }
 
 /// Binds a column of the kind that the type of its member tells.
-template <auto... kPath>
-requires BindableAs<kMemberKind<kPath...>, kPath...>
+template <auto... Path>
+requires BindableAs<kMemberKind<Path...>, Path...>
 constexpr ColumnBinding Bind(std::wstring_view name, uint32_t marker = 0) {
-  return BindAs<kMemberKind<kPath...>, kPath...>(name, marker);
+  return BindAs<kMemberKind<Path...>, Path...>(name, marker);
 }

@@ -37,20 +37,20 @@ struct Numbers : SQLRecord {
 };
 
 // Whether the code that binds the member compiles.
-template <auto... kPath>
+template <auto... Path>
 concept Binds = requires {
-  Bind<kPath...>(L"Name");
+  Bind<Path...>(L"Name");
 };
-template <ColumnKind kKind, auto... kPath>
+template <ColumnKind Kind, auto... Path>
 concept BindsAs = requires {
-  BindAs<kKind, kPath...>(L"Name");
+  BindAs<Kind, Path...>(L"Name");
 };
 
 // How many of all kinds, and of the numbers that stand for none, the member can be bound as.
-template <auto... kPath>
+template <auto... Path>
 constexpr int CountKinds() {
-  return []<uint32_t... kKinds>(std::integer_sequence<uint32_t, kKinds...>) {
-    return (0 + ... + (BindsAs<ColumnKind{kKinds}, kPath...> ? 1 : 0));
+  return []<uint32_t... Kinds>(std::integer_sequence<uint32_t, Kinds...>) {
+    return (0 + ... + (BindsAs<ColumnKind{Kinds}, Path...> ? 1 : 0));
   }
   (std::make_integer_sequence<uint32_t, 12>());
 }

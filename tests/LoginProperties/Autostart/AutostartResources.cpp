@@ -4,7 +4,7 @@ namespace {
 
 constexpr WORD kProgramIcon = 123;
 
-const ExpectedResources resources({
+const ExpectedResources kResources({
     .dialogs =
         {
             OverridePage("Autostart", 129, L"Autostart", {282, 215}, 1066,

@@ -6,7 +6,7 @@ constexpr WORD kNetworkIcon = 113;
 constexpr WORD kServersIcon = 114;
 constexpr WORD kProfileIcon = 116;
 
-const ExpectedResources resources({
+const ExpectedResources kResources({
     .dialogs =
         {
             Page("General", 131, L"General", {282, 215},

@@ -34,7 +34,6 @@ using testing::Each;
 using testing::ElementsAreArray;
 using testing::Field;
 using testing::IsEmpty;
-using testing::Not;
 using testing::SizeIs;
 
 // Profiles of the sample data.

@@ -2,7 +2,7 @@
 
 namespace {
 
-const ExpectedResources resources({
+const ExpectedResources kResources({
     .dialogs =
         {
             OverridePage("Preferences", 126, L"Preferences", {280, 215}, 1067,

@@ -2,7 +2,7 @@
 
 namespace {
 
-const ExpectedResources resources({
+const ExpectedResources kResources({
     .dialogs =
         {
             OverridePage("Proxy", 127, L"Proxy", {280, 215}, 1066,

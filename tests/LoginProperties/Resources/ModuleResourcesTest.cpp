@@ -22,7 +22,7 @@ using testing::ElementsAre;
 using testing::ElementsAreArray;
 using testing::HasSubstr;
 
-const ExpectedResources ofTheSheet({.strings = {{1037, L"%1 - Login Properties"}}});
+const ExpectedResources kOfTheSheet({.strings = {{1037, L"%1 - Login Properties"}}});
 
 // A block of the string table holds 16 strings, each behind its length; a length of 0 stands for no string. Its own
 // number counts from 1.

@@ -2,7 +2,7 @@
 
 namespace {
 
-const ExpectedResources resources({
+const ExpectedResources kResources({
     .dialogs =
         {
             OverridePage("Timeouts", 130, L"Timeouts", {282, 214}, 1069,

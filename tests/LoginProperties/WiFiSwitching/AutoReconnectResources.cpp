@@ -2,7 +2,7 @@
 
 namespace {
 
-const ExpectedResources resources({
+const ExpectedResources kResources({
     .dialogs =
         {
             OverridePage(
