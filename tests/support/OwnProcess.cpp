@@ -103,7 +103,10 @@ class TestProcess {
 
 bool IsOwnProcess() { return OwnNumber().has_value(); }
 
-std::string OwnProcessNote() { return std::getenv(kNote); }
+std::string OwnProcessNote() {
+  const char* const note = std::getenv(kNote);
+  return note != nullptr ? note : "";
+}
 
 void InOwnProcess(const std::function<void()>& body, const OwnProcess& settings) {
   if (OwnNumber()) {
