@@ -89,16 +89,16 @@ int ShowSheet(const Options& options, ProfileTable profiles) {
   // dropped.
   const INT_PTR result = module.Show(context);
   Failure failure;
-  std::vector<RecordChange> changes;
+  SaveReport report;
   if (result == kSheetConfirmed) {
     failure = SaveSettings(
         {context.profiles, context.preferences, context.autoStartItems, context.manualConfigs, context.autoConfigs},
-        changes);
-    if (!failure) Log(LogLevel::Info, Format(L"Settings saved, records changed: {}", changes.size()));
+        report);
+    if (!failure) Log(LogLevel::Info, Format(L"Settings saved, records changed: {}", report.changes.size()));
   } else if (result == kSheetNotShown) {
     failure = L"The sheet could not be shown.";
   }
-  std::cout << SheetResultJson(result, result == kSheetConfirmed && !failure, changes);
+  std::cout << SheetResultJson(result, result == kSheetConfirmed && !failure, report.changes);
   return failure ? LogAndFail(*failure) : kSuccess;
 }
 

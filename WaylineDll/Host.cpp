@@ -20,13 +20,13 @@ Failure NotOpen() { return L"No settings database is open."; }
 
 SettingsStore* OpenStore() { return openStore.get(); }
 
-Failure OpenSettings(const std::wstring& file) {
+Failure OpenSettings(const std::wstring& file, SettingsAccess access) {
   // The mutex tells who reads the settings first on this machine, and logs. That is for the modules to find
   // out.
   databasePlatform.createInstanceMutex = [](const std::wstring&) { return InstanceMutex{}; };
   CloseSettings();
   auto store = std::make_unique<SettingsStore>();
-  if (Failure failure = store->Open(file)) return failure;
+  if (Failure failure = store->Open(file, access)) return failure;
   openStore = std::move(store);
   logging.emplace();
   return {};
@@ -34,9 +34,15 @@ Failure OpenSettings(const std::wstring& file) {
 
 Failure LoadProfiles(ProfileTable& profiles) { return openStore ? openStore->LoadProfiles(profiles) : NotOpen(); }
 
-Failure SaveSettings(const SettingsTables& tables, std::vector<RecordChange>& changes) {
-  return openStore ? openStore->Save(tables, changes) : NotOpen();
+Failure SaveSettings(const SettingsTables& tables, SaveReport& report) {
+  return openStore ? openStore->Save(tables, report) : NotOpen();
 }
+
+void DiscardChanges() {
+  if (openStore) openStore->DiscardChanges();
+}
+
+std::wstring GetSettingsFile() { return openStore ? openStore->GetFile() : std::wstring(); }
 
 void CloseSettings() {
   openStore.reset();

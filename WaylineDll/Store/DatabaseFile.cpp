@@ -13,6 +13,7 @@
 #include "NetUtilities/Text/Format.h"
 #include "NetUtilities/Text/Utf8.h"
 #include "WaylineDll/Store/EmbeddedSql.h"
+#include "WaylineDll/Store/Failures.h"
 #include "WaylineDll/Store/RecordRows.h"
 #include "WaylineDll/Store/Statement.h"
 #include "WaylineDll/Store/Transaction.h"
@@ -25,17 +26,6 @@ using std::filesystem::perms;
 // As in the schema.
 constexpr int64_t kApplicationId = 0x5741594C;
 constexpr int64_t kVersion = 1;
-
-constexpr std::wstring_view kForeign = L"it is not a settings database of Wayline";
-constexpr std::wstring_view kReadOnly = L"the settings database is read-only";
-
-Failure UseFailure(const std::wstring& file, std::wstring_view reason) {
-  return Format(L"The file \"{}\" cannot be used: {}.", file, reason);
-}
-
-Failure CreateFailure(const std::wstring& file, std::wstring_view reason) {
-  return Format(L"The settings database \"{}\" cannot be created: {}.", file, reason);
-}
 
 std::wstring TextOf(const std::error_code& error) { return FromUtf8(error.message()); }
 
@@ -63,7 +53,7 @@ Failure CheckSchemaVersion(sqlite3* connection, const std::wstring& file) {
   int32_t code = ReadNumber(connection, L"PRAGMA application_id", applicationId);
   if (code == SQLITE_OK) code = ReadNumber(connection, L"PRAGMA user_version", version);
   if (code != SQLITE_OK) return UseFailure(file, connection, code);
-  if (applicationId != kApplicationId) return UseFailure(file, kForeign);
+  if (applicationId != kApplicationId) return UseFailure(file, kForeignFile);
   if (version < kVersion) return UseFailure(file, L"it was made by an older version of Wayline");
   if (version > kVersion) return UseFailure(file, L"it was made by a newer version of Wayline");
   return {};
@@ -100,7 +90,7 @@ bool IsWriteProtected(const std::wstring& file) {
 }
 
 Failure CheckWritable(sqlite3* connection, const std::wstring& file) {
-  if (IsWriteProtected(file) || sqlite3_db_readonly(connection, "main") != 0) return UseFailure(file, kReadOnly);
+  if (IsWriteProtected(file) || sqlite3_db_readonly(connection, "main") != 0) return UseFailure(file, kReadOnlyFile);
   Transaction transaction(connection);
   const int32_t code = transaction.BeginWriting();
   return code == SQLITE_OK ? Failure() : UseFailure(file, connection, code);
@@ -144,11 +134,11 @@ Failure CreateDatabaseFile(const std::wstring& file) {
   return error ? CreateFailure(file, TextOf(error)) : Failure();
 }
 
-Failure CheckDatabaseFile(const std::wstring& file) {
+Failure CheckDatabaseFile(const std::wstring& file, SettingsAccess) {
   std::error_code error;
   const bool isFile = std::filesystem::is_regular_file(path(file), error);
   if (error) return UseFailure(file, TextOf(error));
-  if (!isFile) return UseFailure(file, kForeign);
+  if (!isFile) return UseFailure(file, kForeignFile);
   ConnectionHandle connection;
   const int32_t code = Open(file, SQLITE_OPEN_READWRITE, connection);
   if (code != SQLITE_OK) return UseFailure(file, connection.get(), code);
@@ -170,29 +160,4 @@ Failure CheckProfileChains(sqlite3* connection, const std::wstring& file) {
   if (code != SQLITE_OK) return UseFailure(file, connection, code);
   if (endless == 0) return {};
   return UseFailure(file, Format(L"the settings database is damaged (the links of profile {} have no end)", endless));
-}
-
-Failure UseFailure(const std::wstring& file, sqlite3* connection, int32_t code) {
-  return UseFailure(file, ReasonText(connection, code));
-}
-
-std::wstring ReasonText(sqlite3* connection, int32_t code) {
-  constexpr int32_t kPrimaryCode = 0xFF;
-  switch (code & kPrimaryCode) {
-    case SQLITE_BUSY:
-    case SQLITE_LOCKED:
-      return L"the settings database is in use by another program";
-    case SQLITE_READONLY:
-      return std::wstring(kReadOnly);
-    case SQLITE_FULL:
-      return L"the disk is full";
-    case SQLITE_NOTADB:
-      return std::wstring(kForeign);
-    case SQLITE_CORRUPT:
-      return L"the settings database is damaged";
-    case SQLITE_CANTOPEN:
-      return L"the file is protected, in use, or in a folder that does not exist";
-    default:
-      return FromUtf8(connection != nullptr ? sqlite3_errmsg(connection) : sqlite3_errstr(code));
-  }
 }

@@ -13,6 +13,7 @@
 #include "Database/Profiles/ProfileNames.h"
 #include "NetUtilities/Text/Format.h"
 #include "WaylineDll/Store/DatabaseFile.h"
+#include "WaylineDll/Store/Failures.h"
 #include "WaylineDll/Store/RecordRows.h"
 #include "WaylineDll/Store/Statement.h"
 #include "WaylineDll/Store/Transaction.h"
@@ -37,8 +38,6 @@ RecordColumns ColumnsNamed(const SQLRecord& record, const std::vector<std::wstri
   });
   return named;
 }
-
-Failure SaveFailure(std::wstring_view reason) { return Format(L"Nothing was saved: {}.", reason); }
 
 Failure RecordFailure(std::wstring_view record, std::wstring_view reason) {
   return Format(L"Nothing was saved, because {} could not be stored: {}.", record, reason);
@@ -111,7 +110,7 @@ SettingsStore::~SettingsStore() {
   if (const auto& database = sqlite_.GetDatabase()) database->Close();
 }
 
-Failure SettingsStore::Open(const std::wstring& file) {
+Failure SettingsStore::Open(const std::wstring& file, SettingsAccess access) {
   std::error_code error;
   // SQLite gives some relative names a meaning of their own.
   const path absolute = std::filesystem::absolute(path(file), error);
@@ -120,7 +119,7 @@ Failure SettingsStore::Open(const std::wstring& file) {
   if (!exists && !error) {
     if (Failure failure = CreateDatabaseFile(full)) return failure;
   }
-  if (Failure failure = CheckDatabaseFile(full)) return failure;
+  if (Failure failure = CheckDatabaseFile(full, access)) return failure;
   int32_t code = sqlite_.Open(path(full).parent_path().wstring(), path(full).filename().wstring());
   // The process may have had the file open before, or failed to open it.
   if (sqlite_.GetDatabase() != nullptr) code = sqlite_.GetDatabase()->Open(false, sqlite_.GetPath());
@@ -198,8 +197,8 @@ std::shared_ptr<ConfigSetting> SettingsStore::LoadConfig(uint32_t profileId, boo
   return nullptr;
 }
 
-Failure SettingsStore::Save(const SettingsTables& tables, std::vector<RecordChange>& changes) {
-  changes.clear();
+Failure SettingsStore::Save(const SettingsTables& tables, SaveReport& report) {
+  report = {};
   std::vector<RecordChange> saved = ChangesOf(tables);
   if (saved.empty()) return {};
 
@@ -212,7 +211,7 @@ Failure SettingsStore::Save(const SettingsTables& tables, std::vector<RecordChan
   if (Failure failure = RemoveProfiles(tables.profiles)) return failure;
   code = transaction.Commit();
   if (code != SQLITE_OK) return SaveFailure(ReasonText(Connection(), code));
-  changes = std::move(saved);
+  report.changes = std::move(saved);
   return {};
 }
 

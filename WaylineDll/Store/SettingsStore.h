@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "Database/SQLite/SQLite.h"
+#include "WaylineDll/SettingsAccess.h"
 #include "WaylineDll/SettingsTables.h"
 
 /// Limits of a profile's connections; 0 is none.
@@ -27,9 +28,12 @@ class SettingsStore {
   SettingsStore(const SettingsStore&) = delete;
   SettingsStore& operator=(const SettingsStore&) = delete;
 
-  /// Opens the database for reading and writing; a missing one is created with sample data. A file that
-  /// cannot be used is left as it is. Once only, before everything else.
-  Failure Open(const std::wstring& file);
+  /// Opens the database; a missing one is created with sample data. A file that cannot be used is left as it is. Once
+  /// only, before everything else.
+  Failure Open(const std::wstring& file, SettingsAccess access = SettingsAccess::Edit);
+
+  /// Full path of the database.
+  const std::wstring& GetFile() const { return sqlite_.GetPath(); }
 
   /// Fills the table with all profiles, each with the values in force: those that it inherits included.
   Failure LoadProfiles(ProfileTable& profiles);
@@ -47,9 +51,12 @@ class SettingsStore {
   std::shared_ptr<ConfigSetting> LoadConfig(uint32_t profileId, bool automatic);
 
   /// Stores every record whose change state is not `Unchanged`, all or none of them, and lists them in
-  /// `changes`. A profile stores only the values that were changed: those that it inherits stay inherited. A
+  /// `report`. A profile stores only the values that were changed: those that it inherits stay inherited. A
   /// removed profile takes everything that belongs to it along. The records keep their change states.
-  Failure Save(const SettingsTables& tables, std::vector<RecordChange>& changes);
+  Failure Save(const SettingsTables& tables, SaveReport& report);
+
+  /// Forgets the records that were handed out, and what was changed in them.
+  void DiscardChanges() {}
 
   /// Changes the value of a preference that a profile stores itself; one that it does not store stays so.
   Failure SetPreference(uint32_t profileId, PreferenceId preference, int32_t value);

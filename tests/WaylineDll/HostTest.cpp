@@ -38,8 +38,8 @@ TEST_F(HostTest, WithoutADatabaseNothingIsLoadedOrSaved) {
   const Failure notOpen = L"No settings database is open.";
   ProfileTable profiles;
   EXPECT_EQ(LoadProfiles(profiles), notOpen);
-  std::vector<RecordChange> changes;
-  EXPECT_EQ(SaveSettings({}, changes), notOpen);
+  SaveReport report;
+  EXPECT_EQ(SaveSettings({}, report), notOpen);
 }
 
 TEST_F(HostTest, WithoutADatabaseThereAreNoPreferences) {

@@ -38,9 +38,9 @@ void CheckSaving(SettingsStore& store, const ProfileTable& profiles) {
   changed->SetAccount(changed->GetAccount() + L"!");
   changed->SetState(ChangeState::Changed);
   tables.profiles[profiles.rbegin()->first] = changed;
-  std::vector<RecordChange> changes;
-  const Failure failure = store.Save(tables, changes);
-  Require(changes.size() == (failure ? 0u : 1u));
+  SaveReport report;
+  const Failure failure = store.Save(tables, report);
+  Require(report.changes.size() == (failure ? 0u : 1u));
   ProfileTable again;
   const Failure reading = store.LoadProfiles(again);
   if (failure || reading || DatabaseFuzz::IsExhausted()) return;

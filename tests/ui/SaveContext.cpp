@@ -1,16 +1,17 @@
 #include "tests/ui/SaveContext.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <optional>
 
 #include "WaylineDll/Host.h"
 
 std::vector<RecordChange> SaveContext(const LoginPropertiesContext& context) {
-  std::vector<RecordChange> changes;
+  SaveReport report;
   EXPECT_EQ(SaveSettings({context.profiles, context.preferences, context.autoStartItems, context.manualConfigs,
                           context.autoConfigs},
-                         changes),
+                         report),
             std::nullopt);
-  return changes;
+  EXPECT_THAT(report.lost, testing::IsEmpty());
+  return report.changes;
 }

@@ -392,10 +392,10 @@ class SheetSequence : public testing::Test {
       EXPECT_EQ(StoredPreferences(), preferencesBefore);
       return;
     }
-    std::vector<RecordChange> changes;
+    SaveReport report;
     ASSERT_EQ(SaveSettings({context_.profiles, context_.preferences, context_.autoStartItems, context_.manualConfigs,
                             context_.autoConfigs},
-                           changes),
+                           report),
               std::nullopt);
     EXPECT_EQ(StoredPreferences(), model_->ExpectedRows());
     std::map<uint32_t, Row> expected = profilesBefore;

@@ -28,13 +28,19 @@ enum class RecordKind {
   AutoConfig,
 };
 
-/// A record that was saved.
+/// A record that was written.
 struct RecordChange {
   RecordKind kind;
   uint32_t id;  // its key in its table
   ChangeState state;
 
   bool operator==(const RecordChange&) const = default;
+};
+
+/// What came of saving.
+struct SaveReport {
+  std::vector<RecordChange> changes;  // the records that were written
+  std::vector<std::wstring> lost;     // what could not be saved although the rest was: a sentence for the user each
 };
 
 /// What went wrong, as one English sentence for the user; nothing when all went well.

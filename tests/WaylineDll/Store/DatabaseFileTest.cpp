@@ -5,6 +5,7 @@
 #include <filesystem>
 
 #include "tests/WaylineDll/Store/StoreTest.h"
+#include "WaylineDll/Store/Failures.h"
 
 using std::filesystem::path;
 using std::filesystem::perms;
@@ -16,7 +17,7 @@ class DatabaseFileTest : public StoreTest {
  protected:
   void MakeSample() {
     ASSERT_EQ(CreateDatabaseFile(file_), Failure());
-    ASSERT_EQ(CheckDatabaseFile(file_), Failure());
+    ASSERT_EQ(CheckDatabaseFile(file_, SettingsAccess::Edit), Failure());
   }
 
   std::vector<std::string> FilesInFolder() const {
@@ -64,25 +65,25 @@ TEST_F(DatabaseFileTest, DoesNotCreateInAFolderThatDoesNotExist) {
 TEST_F(DatabaseFileTest, RefusesAFileThatIsNoDatabase) {
   const std::string text(2000, 'x');
   WriteFile(text);
-  EXPECT_UNUSABLE(CheckDatabaseFile(file_), L"it is not a settings database of Wayline");
+  EXPECT_UNUSABLE(CheckDatabaseFile(file_, SettingsAccess::Edit), L"it is not a settings database of Wayline");
   EXPECT_EQ(FileBytes(file_), text);
 }
 
 TEST_F(DatabaseFileTest, RefusesAnEmptyFile) {
   WriteFile("");
-  EXPECT_UNUSABLE(CheckDatabaseFile(file_), L"it is not a settings database of Wayline");
+  EXPECT_UNUSABLE(CheckDatabaseFile(file_, SettingsAccess::Edit), L"it is not a settings database of Wayline");
   EXPECT_EQ(FileBytes(file_), "");
 }
 
 TEST_F(DatabaseFileTest, RefusesAFolder) {
   std::filesystem::create_directory(path(file_));
-  EXPECT_UNUSABLE(CheckDatabaseFile(file_), L"it is not a settings database of Wayline");
+  EXPECT_UNUSABLE(CheckDatabaseFile(file_, SettingsAccess::Edit), L"it is not a settings database of Wayline");
 }
 
 TEST_F(DatabaseFileTest, RefusesTheDatabaseOfAnotherProgram) {
   Sql("CREATE TABLE Songs (Title TEXT)");
   const std::string before = FileBytes(file_);
-  EXPECT_UNUSABLE(CheckDatabaseFile(file_), L"it is not a settings database of Wayline");
+  EXPECT_UNUSABLE(CheckDatabaseFile(file_, SettingsAccess::Edit), L"it is not a settings database of Wayline");
   EXPECT_EQ(FileBytes(file_), before);
 }
 
@@ -90,11 +91,11 @@ TEST_F(DatabaseFileTest, RefusesOtherVersions) {
   MakeSample();
   Sql("PRAGMA user_version = 0");
   const std::string older = FileBytes(file_);
-  EXPECT_UNUSABLE(CheckDatabaseFile(file_), L"it was made by an older version of Wayline");
+  EXPECT_UNUSABLE(CheckDatabaseFile(file_, SettingsAccess::Edit), L"it was made by an older version of Wayline");
   EXPECT_EQ(FileBytes(file_), older);
   Sql("PRAGMA user_version = 2");
   const std::string newer = FileBytes(file_);
-  EXPECT_UNUSABLE(CheckDatabaseFile(file_), L"it was made by a newer version of Wayline");
+  EXPECT_UNUSABLE(CheckDatabaseFile(file_, SettingsAccess::Edit), L"it was made by a newer version of Wayline");
   EXPECT_EQ(FileBytes(file_), newer);
 }
 
@@ -105,8 +106,9 @@ TEST_F(DatabaseFileTest, NamesATableThatIsMissing) {
     MakeSample();
     Sql("DROP TABLE " + table);
     const std::string before = FileBytes(file_);
-    EXPECT_UNUSABLE(CheckDatabaseFile(file_), L"the settings database is incomplete (no such table: " +
-                                                  std::wstring(table.begin(), table.end()) + L")");
+    EXPECT_UNUSABLE(
+        CheckDatabaseFile(file_, SettingsAccess::Edit),
+        L"the settings database is incomplete (no such table: " + std::wstring(table.begin(), table.end()) + L")");
     EXPECT_EQ(FileBytes(file_), before);
   }
 }
@@ -114,16 +116,17 @@ TEST_F(DatabaseFileTest, NamesATableThatIsMissing) {
 TEST_F(DatabaseFileTest, NamesAColumnThatIsMissing) {
   MakeSample();
   Sql("ALTER TABLE Profiles DROP COLUMN WarnTime");
-  EXPECT_UNUSABLE(CheckDatabaseFile(file_), L"the settings database is incomplete (no such column: WarnTime)");
+  EXPECT_UNUSABLE(CheckDatabaseFile(file_, SettingsAccess::Edit),
+                  L"the settings database is incomplete (no such column: WarnTime)");
 }
 
 TEST_F(DatabaseFileTest, RefusesAWriteProtectedFile) {
   MakeSample();
   constexpr perms kWrite = perms::owner_write | perms::group_write | perms::others_write;
   std::filesystem::permissions(path(file_), kWrite, std::filesystem::perm_options::remove);
-  EXPECT_UNUSABLE(CheckDatabaseFile(file_), L"the settings database is read-only");
+  EXPECT_UNUSABLE(CheckDatabaseFile(file_, SettingsAccess::Edit), L"the settings database is read-only");
   std::filesystem::permissions(path(file_), perms::owner_write, std::filesystem::perm_options::add);
-  EXPECT_EQ(CheckDatabaseFile(file_), Failure());
+  EXPECT_EQ(CheckDatabaseFile(file_, SettingsAccess::Edit), Failure());
 }
 
 TEST_F(DatabaseFileTest, RefusesAFileThatAnotherProgramLocks) {
@@ -131,10 +134,12 @@ TEST_F(DatabaseFileTest, RefusesAFileThatAnotherProgramLocks) {
   const std::string before = FileBytes(file_);
   for (const char* lock : {"BEGIN EXCLUSIVE", "BEGIN IMMEDIATE"}) {
     const FileLock otherProgram(file_, lock);
-    EXPECT_UNUSABLE(CheckDatabaseFile(file_), L"the settings database is in use by another program") << lock;
+    EXPECT_UNUSABLE(CheckDatabaseFile(file_, SettingsAccess::Edit),
+                    L"the settings database is in use by another program")
+        << lock;
   }
   EXPECT_EQ(FileBytes(file_), before);
-  EXPECT_EQ(CheckDatabaseFile(file_), Failure());
+  EXPECT_EQ(CheckDatabaseFile(file_, SettingsAccess::Edit), Failure());
 }
 
 TEST_F(DatabaseFileTest, RefusesADamagedFile) {
@@ -143,14 +148,16 @@ TEST_F(DatabaseFileTest, RefusesADamagedFile) {
   const size_t firstPageEnd = 4096;
   std::fill(bytes.begin() + 100, bytes.begin() + firstPageEnd, '\x7f');
   WriteFile(bytes);
-  EXPECT_UNUSABLE(CheckDatabaseFile(file_), L"the settings database is damaged");
+  EXPECT_UNUSABLE(CheckDatabaseFile(file_, SettingsAccess::Edit), L"the settings database is damaged");
   EXPECT_EQ(FileBytes(file_), bytes);
 }
 
 TEST_F(DatabaseFileTest, RefusesLinksThatHaveNoEnd) {
   MakeSample();
   Sql("DROP TRIGGER ProfileUpdateKeepsChains; UPDATE Profiles SET LinkProfile = 2001 WHERE ProfileId = 1");
-  EXPECT_UNUSABLE(CheckDatabaseFile(file_), L"the settings database is damaged (the links of profile 1 have no end)");
+  EXPECT_UNUSABLE(CheckDatabaseFile(file_, SettingsAccess::Edit),
+                  L"the settings database is damaged (the links of profile 1 have no end)");
   Sql("UPDATE Profiles SET LinkProfile = 7 WHERE ProfileId = 1");
-  EXPECT_UNUSABLE(CheckDatabaseFile(file_), L"the settings database is damaged (the links of profile 1 have no end)");
+  EXPECT_UNUSABLE(CheckDatabaseFile(file_, SettingsAccess::Edit),
+                  L"the settings database is damaged (the links of profile 1 have no end)");
 }

@@ -38,19 +38,19 @@ class SettingsStoreTest : public StoreTest {
     return *profile;
   }
 
-  void SaveSucceeds() { ASSERT_EQ(store_.Save(tables_, changes_), Failure()); }
+  void SaveSucceeds() { ASSERT_EQ(store_.Save(tables_, report_), Failure()); }
 
   // Saving fails with this sentence, lists no changes and leaves the file byte for byte as it is.
   void SaveFails(const std::wstring& sentence) {
     const std::string before = FileBytes(file_);
-    EXPECT_EQ(store_.Save(tables_, changes_), Failure(sentence));
-    EXPECT_THAT(changes_, IsEmpty());
+    EXPECT_EQ(store_.Save(tables_, report_), Failure(sentence));
+    EXPECT_THAT(report_.changes, IsEmpty());
     EXPECT_EQ(FileBytes(file_), before);
     EXPECT_NE(sqlite3_get_autocommit(StoreConnection()), 0) << "a transaction is still open";
   }
 
   SettingsTables tables_;
-  std::vector<RecordChange> changes_;
+  SaveReport report_;
 };
 
 }  // namespace
@@ -159,7 +159,7 @@ TEST_F(SettingsStoreTest, AnInheritedPreferenceThatIsChangedIsStoredForTheProfil
   const std::string before = Sql(kAll);
   tables_.preferences.at(PreferenceId::AutoConnect)->SetValue(Preference::kOn);
   SaveSucceeds();
-  EXPECT_THAT(changes_, ElementsAre(RecordChange{RecordKind::Preference, 1014, ChangeState::Changed}));
+  EXPECT_THAT(report_.changes, ElementsAre(RecordChange{RecordKind::Preference, 1014, ChangeState::Changed}));
   EXPECT_EQ(Sql("SELECT PreferenceId, State, Visible, IPSecRequired FROM Preferences WHERE ProfileId = 2001"),
             "1014|2|1|0");
   Sql("DELETE FROM Preferences WHERE ProfileId = 2001");
@@ -215,7 +215,7 @@ TEST_F(SettingsStoreTest, SavingNothingTouchesNothing) {
   ProfileOf(2001).SetDurationTime(60s);  // without a change state
   const std::string before = FileBytes(file_);
   SaveSucceeds();
-  EXPECT_THAT(changes_, IsEmpty());
+  EXPECT_THAT(report_.changes, IsEmpty());
   EXPECT_EQ(FileBytes(file_), before);
 }
 
@@ -226,7 +226,7 @@ TEST_F(SettingsStoreTest, AChangedProfileStoresOnlyWhatWasChanged) {
   ProfileOf(2001).SetState(ChangeState::Changed);
   SaveSucceeds();
   EXPECT_EQ(Sql(kTimeouts), "0|7200|NULL|NULL|NULL|NULL");
-  EXPECT_THAT(changes_, ElementsAre(RecordChange{RecordKind::Profile, 2001, ChangeState::Changed}));
+  EXPECT_THAT(report_.changes, ElementsAre(RecordChange{RecordKind::Profile, 2001, ChangeState::Changed}));
 
   ProfileTable reloaded;
   ASSERT_EQ(store_.LoadProfiles(reloaded), Failure());
@@ -268,13 +268,13 @@ TEST_F(SettingsStoreTest, ARenamedProfileStoresItsOtherChangesToo) {
   ProfileOf(2001).SetState(ChangeState::Changed);
   SaveSucceeds();
   EXPECT_EQ(Sql("SELECT Name, WarnTime FROM Profiles WHERE ProfileId = 2001"), "Z\xc3\xbcrich \xe2\x82\xac|-60");
-  EXPECT_THAT(changes_, ElementsAre(RecordChange{RecordKind::Profile, 2001, ChangeState::Renamed}));
+  EXPECT_THAT(report_.changes, ElementsAre(RecordChange{RecordKind::Profile, 2001, ChangeState::Renamed}));
 }
 
 TEST_F(SettingsStoreTest, ARenamingToTheSameNameIsListedAndStoresNothing) {
   ProfileOf(2001).SetState(ChangeState::Renamed);
   SaveSucceeds();
-  EXPECT_THAT(changes_, SizeIs(1));
+  EXPECT_THAT(report_.changes, SizeIs(1));
   EXPECT_EQ(Sql(kTimeouts), "NULL|NULL|NULL|NULL|NULL|NULL");
 }
 
@@ -285,7 +285,7 @@ TEST_F(SettingsStoreTest, ANewProfileStoresWhatDiffersFromItsDefaults) {
   EXPECT_EQ(Sql("SELECT Name, LinkProfile, UserId, Account, DurationTime, STValidUnits FROM Profiles "
                 "WHERE ProfileId = 3000"),
             "New|100|new.sample|NULL|NULL|NULL");
-  EXPECT_THAT(changes_, ElementsAre(RecordChange{RecordKind::Profile, 3000, ChangeState::New}));
+  EXPECT_THAT(report_.changes, ElementsAre(RecordChange{RecordKind::Profile, 3000, ChangeState::New}));
 }
 
 TEST_F(SettingsStoreTest, ANewProfileStoresItsNameEvenIfItsDefaultsHaveTheSame) {
@@ -329,7 +329,7 @@ TEST_F(SettingsStoreTest, ARemovedProfileTakesItsRowsAlong) {
 TEST_F(SettingsStoreTest, ANewProfileThatWasRemovedAgainIsNotMissed) {
   AddProfile(3000, 100).SetState(ChangeState::Removed);
   SaveSucceeds();
-  EXPECT_THAT(changes_, ElementsAre(RecordChange{RecordKind::Profile, 3000, ChangeState::Removed}));
+  EXPECT_THAT(report_.changes, ElementsAre(RecordChange{RecordKind::Profile, 3000, ChangeState::Removed}));
   EXPECT_EQ(Sql("SELECT count(*) FROM Profiles WHERE ProfileId = 3000"), "0");
 }
 
@@ -373,11 +373,11 @@ TEST_F(SettingsStoreTest, StoresTheOtherTablesByTheirChangeStates) {
   tables_.autoConfigs[2005] = nullptr;
 
   SaveSucceeds();
-  EXPECT_THAT(changes_, ElementsAre(RecordChange{RecordKind::Preference, 1014, ChangeState::Changed},
-                                    RecordChange{RecordKind::AutoStartItem, 1, ChangeState::Removed},
-                                    RecordChange{RecordKind::AutoStartItem, 500, ChangeState::New},
-                                    RecordChange{RecordKind::ManualConfig, 2001, ChangeState::Changed},
-                                    RecordChange{RecordKind::AutoConfig, 2004, ChangeState::Removed}));
+  EXPECT_THAT(report_.changes, ElementsAre(RecordChange{RecordKind::Preference, 1014, ChangeState::Changed},
+                                           RecordChange{RecordKind::AutoStartItem, 1, ChangeState::Removed},
+                                           RecordChange{RecordKind::AutoStartItem, 500, ChangeState::New},
+                                           RecordChange{RecordKind::ManualConfig, 2001, ChangeState::Changed},
+                                           RecordChange{RecordKind::AutoConfig, 2004, ChangeState::Removed}));
   EXPECT_EQ(Sql("SELECT PreferenceId, State, Visible FROM Preferences WHERE ProfileId = 2001"), "1014|2|1");
   EXPECT_EQ(Sql("SELECT count(*) FROM Preferences WHERE ProfileId = 0"), "0");
   EXPECT_EQ(Sql("SELECT Name, Phase FROM AutoStart WHERE Id = 500"), "Clock|300");

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "WaylineDll/SettingsTables.h"
+
+struct sqlite3;
+
+// The sentences in which the store tells people what went wrong. A reason is the end of a sentence, without its stop.
+
+inline constexpr std::wstring_view kForeignFile = L"it is not a settings database of Wayline";
+inline constexpr std::wstring_view kReadOnlyFile = L"the settings database is read-only";
+
+/// A file that exists cannot be used.
+Failure UseFailure(const std::wstring& file, std::wstring_view reason);
+
+/// The same for the reason that a SQLite result code tells. `connection` is the one that failed, or null.
+Failure UseFailure(const std::wstring& file, sqlite3* connection, int32_t code);
+
+/// A new file cannot be made.
+Failure CreateFailure(const std::wstring& file, std::wstring_view reason);
+
+/// All that was to be saved is as it was.
+Failure SaveFailure(std::wstring_view reason);
+
+/// The reason for a SQLite result code. `connection` is the one that failed, or null.
+std::wstring ReasonText(sqlite3* connection, int32_t code);
