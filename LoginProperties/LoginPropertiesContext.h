@@ -26,7 +26,7 @@ struct LoginPropertiesContext {
   ProfileTable profiles;        // every login profile known to the client
   PreferenceTable preferences;  // of the profile that the Preferences page shows
   AutoStartTable autoStartItems;
-  ConfigTable manualConfigs;  // filled as pages ask; null where there is none
+  ConfigTable manualConfigs;  // filled as pages ask; null where none could be read
   ConfigTable autoConfigs;
 };
 

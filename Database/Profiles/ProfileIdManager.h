@@ -1,17 +1,23 @@
 #pragma once
 
 #include <cstdint>
+#include <set>
+
+/// Up to this id profiles are defaults, which an administrator makes and login profiles are linked to.
+inline constexpr uint32_t kLastDefaultsId = 2000;
 
 /// Hands out ids for new profiles. Reached through Singleton<ProfileIdManager>; used by one thread.
 class ProfileIdManager {
  public:
-  /// One more than the last id.
-  uint32_t NextId() { return ++last_; }
+  /// An id above those of defaults and below 10000, which asks for an id and is none: one more than the last one that
+  /// is in use or was handed out, and when those are used up the first that is free. 0 when none is left.
+  uint32_t NextId();
 
-  /// Sets the last id in use; whoever owns the profiles does so before the first new one is made. Ids must not reach
-  /// 10000, which asks for an id and is none: beyond 9998 it is at least 10000 that counts as used.
-  void SetLast(uint32_t last) { last_ = last; }
+  /// Tells which ids are in use; all that were handed out before are forgotten. Whoever owns the profiles does so
+  /// before the first new one is made.
+  void SetUsed(std::set<uint32_t> ids);
 
  private:
-  uint32_t last_ = 0;
+  std::set<uint32_t> used_;
+  uint32_t last_ = kLastDefaultsId;
 };

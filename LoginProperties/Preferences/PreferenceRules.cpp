@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "Database/Profiles/PageOverrides.h"
+
 namespace {
 
 // Its entries keep their states, whatever is loaded.
@@ -46,8 +48,7 @@ std::optional<uint8_t> HexDigit(wchar_t digit) {
 }  // namespace
 
 uint32_t ProfileToLoad(const Profile& edited) {
-  constexpr uint32_t kLastWithPreferencesOfItsOwn = 10000;
-  const bool hasItsOwn = !edited.GetDefaultPreferences() && edited.GetProfileId() <= kLastWithPreferencesOfItsOwn;
+  const bool hasItsOwn = !edited.GetDefaultPreferences() && CanOwnPreferences(edited.GetProfileId());
   return hasItsOwn ? edited.GetProfileId() : edited.GetLinkProfile();
 }
 

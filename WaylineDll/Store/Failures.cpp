@@ -15,6 +15,10 @@ Failure CreateFailure(const std::wstring& file, std::wstring_view reason) {
 
 Failure SaveFailure(std::wstring_view reason) { return Format(L"Nothing was saved: {}.", reason); }
 
+Failure RowFailure(std::wstring_view record, std::wstring_view reason) {
+  return Format(L"Nothing was saved, because {} could not be stored: {}.", record, reason);
+}
+
 Failure UseFailure(const std::wstring& file, sqlite3* connection, int32_t code) {
   return UseFailure(file, ReasonText(connection, code));
 }
@@ -39,3 +43,5 @@ std::wstring ReasonText(sqlite3* connection, int32_t code) {
       return FromUtf8(connection != nullptr ? sqlite3_errmsg(connection) : sqlite3_errstr(code));
   }
 }
+
+std::wstring ReasonText(sqlite3* connection) { return ReasonText(connection, sqlite3_errcode(connection)); }

@@ -12,6 +12,7 @@ struct sqlite3;
 
 inline constexpr std::wstring_view kForeignFile = L"it is not a settings database of Wayline";
 inline constexpr std::wstring_view kReadOnlyFile = L"the settings database is read-only";
+inline constexpr std::wstring_view kNoProfileIdLeft = L"there are as many login profiles as there can be";
 
 /// A file that exists cannot be used.
 Failure UseFailure(const std::wstring& file, std::wstring_view reason);
@@ -25,5 +26,11 @@ Failure CreateFailure(const std::wstring& file, std::wstring_view reason);
 /// All that was to be saved is as it was.
 Failure SaveFailure(std::wstring_view reason);
 
+/// The same because of one record.
+Failure RowFailure(std::wstring_view record, std::wstring_view reason);
+
 /// The reason for a SQLite result code. `connection` is the one that failed, or null.
 std::wstring ReasonText(sqlite3* connection, int32_t code);
+
+/// The reason for the last failure of a connection.
+std::wstring ReasonText(sqlite3* connection);

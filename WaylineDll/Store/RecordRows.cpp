@@ -2,7 +2,9 @@
 
 #include <sqlite3.h>
 
+#include <algorithm>
 #include <initializer_list>
+#include <iterator>
 #include <span>
 #include <string>
 #include <variant>
@@ -33,65 +35,62 @@ std::wstring Assignments(Columns columns, std::wstring_view separator) {
   return text;
 }
 
-// The values of a record's columns for the parameters of a statement.
-struct RowValues {
-  const SQLRecord& record;
-  Columns columns;
-  bool newKeyForZero = false;
-};
+// "A = ?, B = ifnull(B, ?)" for columns that get a value, and those that get it where they have none.
+std::wstring UpdateAssignments(Columns columns, Columns pinned) {
+  std::wstring text = Assignments(columns, L", ");
+  for (const ColumnBinding& column : pinned) {
+    if (!text.empty()) text += L", ";
+    text += Format(L"{} = ifnull({}, ?)", column.name, column.name);
+  }
+  return text;
+}
 
 // Prepares `sql`, binds the values to its parameters in order, and runs it.
-int32_t Run(sqlite3* connection, std::wstring_view sql, std::initializer_list<RowValues> parts) {
+int32_t Run(sqlite3* connection, std::wstring_view sql, std::initializer_list<const RecordColumns*> parts) {
   Statement statement;
   int32_t code = statement.Prepare(connection, sql);
-  int parameter = 1;
-  for (const RowValues& part : parts) {
-    for (const ColumnBinding& column : part.columns) {
-      if (code != SQLITE_OK) return code;
-      const ColumnValue value = column.read(part.record);
-      const bool leaveNull = part.newKeyForZero && column.kind == ColumnKind::Key && value == ColumnValue(int64_t{0});
-      if (!leaveNull) code = BindValue(statement, parameter, column.kind, value);
-      ++parameter;
+  int parameter = 0;
+  for (const RecordColumns* part : parts) {
+    for (const ColumnBinding& column : part->columns) {
+      if (code == SQLITE_OK) code = BindValue(statement, ++parameter, column.kind, column.read(part->record));
     }
   }
   if (code == SQLITE_OK) code = statement.Step();
   return code == SQLITE_DONE ? SQLITE_OK : code;
 }
 
-std::wstring InsertStatement(std::wstring_view verb, std::wstring_view table, Columns columns) {
-  std::wstring parameters;
-  for (size_t index = 0; index < columns.size(); ++index) parameters += index == 0 ? L"?" : L", ?";
-  return Format(L"{} INTO {} ({}) VALUES ({})", verb, table, ColumnNames(columns), parameters);
-}
-
 }  // namespace
+
+RecordColumns ColumnsNamed(const SQLRecord& record, std::span<const std::wstring_view> names) {
+  RecordColumns named = {record, {}};
+  std::ranges::copy_if(record.GetBindings(), std::back_inserter(named.columns), [names](const ColumnBinding& column) {
+    return std::ranges::find(names, column.name) != names.end();
+  });
+  return named;
+}
 
 RecordColumns DifferingColumns(const SQLRecord& record, const SQLRecord& other) {
   RecordColumns differing = {record, {}};
-  for (const ColumnBinding& column : record.GetBindings()) {
-    if (column.read(record) != column.read(other)) differing.columns.push_back(column);
-  }
+  std::ranges::copy_if(record.GetBindings(), std::back_inserter(differing.columns),
+                       [&](const ColumnBinding& column) { return column.read(record) != column.read(other); });
   return differing;
 }
 
 int32_t InsertRow(sqlite3* connection, std::wstring_view table, const RecordColumns& columns) {
-  return Run(connection, InsertStatement(L"INSERT", table, columns.columns), {{columns.record, columns.columns}});
-}
-
-int32_t ReplaceRow(sqlite3* connection, std::wstring_view table, const SQLRecord& record) {
-  const Columns columns = record.GetBindings();
-  return Run(connection, InsertStatement(L"INSERT OR REPLACE", table, columns), {{record, columns, true}});
+  std::wstring parameters;
+  for (size_t index = 0; index < columns.columns.size(); ++index) parameters += index == 0 ? L"?" : L", ?";
+  return Run(connection, Format(L"INSERT INTO {} ({}) VALUES ({})", table, ColumnNames(columns.columns), parameters),
+             {&columns});
 }
 
 int32_t UpdateRow(sqlite3* connection, std::wstring_view table, const RecordColumns& columns,
-                  const RecordColumns& keys) {
+                  const RecordColumns& pinned, const RecordColumns& keys) {
   return Run(connection,
-             Format(L"UPDATE {} SET {} WHERE {}", table, Assignments(columns.columns, L", "),
+             Format(L"UPDATE {} SET {} WHERE {}", table, UpdateAssignments(columns.columns, pinned.columns),
                     Assignments(keys.columns, L" AND ")),
-             {{columns.record, columns.columns}, {keys.record, keys.columns}});
+             {&columns, &pinned, &keys});
 }
 
 int32_t DeleteRow(sqlite3* connection, std::wstring_view table, const RecordColumns& keys) {
-  return Run(connection, Format(L"DELETE FROM {} WHERE {}", table, Assignments(keys.columns, L" AND ")),
-             {{keys.record, keys.columns}});
+  return Run(connection, Format(L"DELETE FROM {} WHERE {}", table, Assignments(keys.columns, L" AND ")), {&keys});
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -17,19 +18,19 @@ struct RecordColumns {
   std::vector<ColumnBinding> columns;
 };
 
+/// The columns of `record` that have these names, in the order of its columns.
+RecordColumns ColumnsNamed(const SQLRecord& record, std::span<const std::wstring_view> names);
+
 /// The columns of `record` whose values differ from those of `other`, a record of the same class.
 RecordColumns DifferingColumns(const SQLRecord& record, const SQLRecord& other);
 
 /// Adds a row with these columns; the others are NULL. Fails when a row with its key exists.
 int32_t InsertRow(sqlite3* connection, std::wstring_view table, const RecordColumns& columns);
 
-/// Adds a row with all columns of a record, or takes the place of a row with the same key. A key column
-/// (ColumnKind::Key) with value 0 gets a new key.
-int32_t ReplaceRow(sqlite3* connection, std::wstring_view table, const SQLRecord& record);
-
-/// Changes these columns of the rows where all `keys` have their values. At least one column.
+/// Changes these columns of the rows where all `keys` have their values, and those of `pinned` where they are NULL. At
+/// least one column.
 int32_t UpdateRow(sqlite3* connection, std::wstring_view table, const RecordColumns& columns,
-                  const RecordColumns& keys);
+                  const RecordColumns& pinned, const RecordColumns& keys);
 
 /// Removes the rows where all `keys` have their values, if there are any.
 int32_t DeleteRow(sqlite3* connection, std::wstring_view table, const RecordColumns& keys);

@@ -2,19 +2,23 @@
 
 #include <sqlite3.h>
 
-#include <algorithm>
+#include <array>
 #include <filesystem>
-#include <iterator>
-#include <ranges>
+#include <set>
 #include <string_view>
 #include <system_error>
 #include <utility>
 
+#include "Database/Profiles/ProfileIdManager.h"
 #include "Database/Profiles/ProfileNames.h"
+#include "NetUtilities/Log.h"
+#include "NetUtilities/Module/Singleton.h"
 #include "NetUtilities/Text/Format.h"
 #include "WaylineDll/Store/DatabaseFile.h"
 #include "WaylineDll/Store/Failures.h"
+#include "WaylineDll/Store/RecordLoader.h"
 #include "WaylineDll/Store/RecordRows.h"
+#include "WaylineDll/Store/Saving.h"
 #include "WaylineDll/Store/Statement.h"
 #include "WaylineDll/Store/Transaction.h"
 
@@ -22,49 +26,7 @@ namespace {
 
 using std::filesystem::path;
 
-bool IsWritten(ChangeState state) {
-  return state == ChangeState::New || state == ChangeState::Changed || state == ChangeState::Renamed;
-}
-
-// Columns that a profile always stores itself: what identifies it, and its link.
-bool IsNeverInherited(const ColumnBinding& column) {
-  return column.marker != 0 || column.kind == ColumnKind::ParentKey;
-}
-
-RecordColumns ColumnsNamed(const SQLRecord& record, const std::vector<std::wstring_view>& names) {
-  RecordColumns named = {record, {}};
-  std::ranges::copy_if(record.GetBindings(), std::back_inserter(named.columns), [&names](const ColumnBinding& column) {
-    return std::ranges::find(names, column.name) != names.end();
-  });
-  return named;
-}
-
-Failure RecordFailure(std::wstring_view record, std::wstring_view reason) {
-  return Format(L"Nothing was saved, because {} could not be stored: {}.", record, reason);
-}
-
-Failure ProfileFailure(uint32_t id, std::wstring_view reason) {
-  return RecordFailure(Format(L"profile {}", id), reason);
-}
-
-// The changed records of a table, in the order of their keys.
-template <typename Table>
-void AppendChanges(RecordKind kind, const Table& table, std::vector<RecordChange>& changes) {
-  for (const auto& [key, record] : table) {
-    if (record == nullptr || record->GetState() == ChangeState::Unchanged) continue;
-    changes.push_back({kind, static_cast<uint32_t>(key), record->GetState()});
-  }
-}
-
-std::vector<RecordChange> ChangesOf(const SettingsTables& tables) {
-  std::vector<RecordChange> changes;
-  AppendChanges(RecordKind::Profile, tables.profiles, changes);
-  AppendChanges(RecordKind::Preference, tables.preferences, changes);
-  AppendChanges(RecordKind::AutoStartItem, tables.autoStartItems, changes);
-  AppendChanges(RecordKind::ManualConfig, tables.manualConfigs, changes);
-  AppendChanges(RecordKind::AutoConfig, tables.autoConfigs, changes);
-  return changes;
-}
+constexpr std::wstring_view kNotLoaded = L"the login profiles have not been loaded";
 
 // Whether the links of one profile come to an end; loading it would go on for ever otherwise.
 bool ChainEnds(sqlite3* connection, uint32_t id) {
@@ -77,30 +39,10 @@ bool ChainEnds(sqlite3* connection, uint32_t id) {
          statement.BindInteger(1, id) == SQLITE_OK && statement.Step() == SQLITE_ROW;
 }
 
-// Where records that inherit nothing are stored, and how a failure names one.
-struct RowTable {
-  std::wstring_view name;
-  std::vector<std::wstring_view> keys;
-  std::wstring_view recordName;
-};
-
-const RowTable kPreferenceRows = {kPreferenceTable, {L"ProfileId", L"PreferenceId"}, L"preference"};
-const RowTable kAutoStartRows = {kAutoStartTable, {L"Id"}, L"autostart entry"};
-const RowTable kConfigRows = {kConfigSettingTable, {L"ProfileId", L"Automatic"}, L"the proxy configuration of profile"};
-
-template <typename Table>
-Failure WriteRows(sqlite3* connection, const RowTable& rows, const Table& records) {
-  for (const auto& [key, record] : records) {
-    if (record == nullptr || record->GetState() == ChangeState::Unchanged) continue;
-    // A changed record may not be stored yet: it can be the copy of another profile's.
-    const int32_t code = record->GetState() == ChangeState::Removed
-                             ? DeleteRow(connection, rows.name, ColumnsNamed(*record, rows.keys))
-                             : ReplaceRow(connection, rows.name, *record);
-    if (code != SQLITE_OK) {
-      return RecordFailure(Format(L"{} {}", rows.recordName, static_cast<uint32_t>(key)), ReasonText(connection, code));
-    }
-  }
-  return {};
+// The records of a list that was loaded.
+template <typename List, typename Table>
+void CopyRecords(const List& list, Table& table) {
+  for (const auto& [id, loaded] : list) table.try_emplace(id, loaded.record);
 }
 
 }  // namespace
@@ -131,107 +73,182 @@ Failure SettingsStore::Open(const std::wstring& file, SettingsAccess access) {
 Failure SettingsStore::LoadProfiles(ProfileTable& profiles) {
   Transaction transaction(Connection());
   int32_t code = transaction.BeginReading();
-  if (code != SQLITE_OK) return UseFailure(sqlite_.GetPath(), Connection(), code);
-  if (Failure failure = CheckProfileChains(Connection(), sqlite_.GetPath())) return failure;
-  ProfileTable loaded;
-  Statement ids;
-  code = ids.Prepare(Connection(), L"SELECT ProfileId FROM Profiles");
-  while (code == SQLITE_OK && (code = ids.Step()) == SQLITE_ROW) {
-    const auto id = static_cast<uint32_t>(ids.Integer(0));
-    code = LoadProfile(id, *(loaded[id] = std::make_shared<Profile>(0)));
+  if (code != SQLITE_OK) return UseFailure(GetFile(), Connection(), code);
+  if (Failure failure = CheckProfileChains(Connection(), GetFile())) return failure;
+  ProfileTable table;
+  LoadedRecords loaded;
+  std::set<uint32_t> ids;
+  Statement rows;
+  code = rows.Prepare(Connection(), L"SELECT ProfileId FROM Profiles");
+  while (code == SQLITE_OK && (code = rows.Step()) == SQLITE_ROW) {
+    const auto id = static_cast<uint32_t>(rows.Integer(0));
+    Profile& values = loaded.profiles.emplace(id, Profile(0)).first->second;
+    code = LoadProfile(id, values);
+    table.emplace(id, std::make_shared<Profile>(values));
+    ids.insert(id);
   }
-  if (code != SQLITE_DONE) return UseFailure(sqlite_.GetPath(), Connection(), code);
-  profiles = std::move(loaded);
+  if (code != SQLITE_DONE) return UseFailure(GetFile(), Connection(), code);
+  profiles = std::move(table);
+  loaded_ = std::move(loaded);
+  if (const auto manager = Singleton<ProfileIdManager>::Get()) manager->SetUsed(std::move(ids));
   return {};
 }
 
+Failure SettingsStore::CreateProfile(std::shared_ptr<Profile>& profile) {
+  profile.reset();
+  const auto created = std::make_shared<Profile>(Profile::kNewId);
+  const uint32_t id = created->GetProfileId();
+  if (id == 0 || !loaded_) return Format(L"No login profile can be made: {}.", loaded_ ? kNoProfileIdLeft : kNotLoaded);
+  const uint32_t defaults = FindDefaultsForNew();
+  if (defaults != 0) *created = loaded_->profiles.at(defaults);
+  created->Columns().profileId = id;
+  created->Columns().linkProfile = defaults;
+  created->SetName({});
+  loaded_->created[id] = created;
+  profile = created;
+  return {};
+}
+
+uint32_t SettingsStore::FindDefaultsForNew() {
+  const auto& profiles = loaded_->profiles;
+  const auto active = profiles.find(GetActiveProfileId());
+  const uint32_t link = active != profiles.end() ? active->second.GetLinkProfile() : 0;
+  if (link != 0 && link <= kLastDefaultsId && profiles.contains(link)) return link;
+  return !profiles.empty() && profiles.begin()->first <= kLastDefaultsId ? profiles.begin()->first : 0;
+}
+
 bool SettingsStore::LoadPreferences(uint32_t profileId, PreferenceTable& preferences) {
-  // The nearest come first. Links that have no end lead no further than there are profiles.
-  return ReadPreferences(
-      L"join (with recursive Chain(Id, Distance) as ("
-      L"select @ProfileId, 0 "
-      L"union all select LinkProfile, Distance + 1 from Profiles join Chain on ProfileId = Id "
-      L"where LinkProfile <> 0 and Distance < (select count(*) from Profiles)) "
-      L"select Id, Distance from Chain) on ProfileId = Id order by Distance;",
-      profileId, preferences);
+  preferences.clear();
+  LoadedRecords fresh;
+  const LoadedPreferences* const list = FindPreferences(loaded_ ? *loaded_ : fresh, profileId);
+  if (list != nullptr) CopyRecords(*list, preferences);
+  return list != nullptr;
 }
 
 bool SettingsStore::LoadOwnPreferences(uint32_t profileId, PreferenceTable& preferences) {
-  return ReadPreferences(L"where ProfileId = @ProfileId;", profileId, preferences);
-}
-
-bool SettingsStore::ReadPreferences(std::wstring_view selection, uint32_t profileId, PreferenceTable& preferences) {
   preferences.clear();
-  SQLContext context;
-  int32_t code = sqlite_.Execute(
-      context,
-      Format(L"select {} from {} {}", ColumnNames(Preference().GetBindings()), kPreferenceRows.name, selection),
-      {static_cast<int32_t>(profileId)});
-  for (; code == SQLITE_ROW; code = context.Step()) {
-    Preference row;
-    sqlite_.ReadData(context, &row);
-    PreferenceFields fields = row.Fields();
-    fields.profileId = profileId;
-    preferences.try_emplace(fields.preferenceId, std::make_shared<Preference>(fields));
-  }
-  if (code != SQLITE_DONE) {
-    sqlite_.ReportError(code);
-    preferences.clear();
+  LoadedRecords fresh;
+  const LoadedPreferences* const list = FindPreferences(loaded_ ? *loaded_ : fresh, profileId);
+  if (list == nullptr) return false;
+  for (const auto& [id, loaded] : *list) {
+    if (loaded.stored || loaded.record->GetState() != ChangeState::Unchanged) preferences.emplace(id, loaded.record);
   }
   return !preferences.empty();
 }
 
+bool SettingsStore::LoadAutoStart(uint32_t profileId, AutoStartTable& items) {
+  items.clear();
+  LoadedRecords fresh;
+  const LoadedAutoStart* const list = FindAutoStart(loaded_ ? *loaded_ : fresh, profileId);
+  if (list != nullptr) CopyRecords(*list, items);
+  return list != nullptr;
+}
+
 std::shared_ptr<ConfigSetting> SettingsStore::LoadConfig(uint32_t profileId, bool automatic) {
-  auto config = std::make_shared<ConfigSetting>();
-  SQLContext context;
-  const int32_t code =
-      sqlite_.Execute(context,
-                      Format(L"select {} from {} where ProfileId = @ProfileId and Automatic = @Automatic;",
-                             ColumnNames(config->GetBindings()), kConfigRows.name),
-                      {static_cast<int32_t>(profileId), automatic ? 1 : 0});
-  if (code == SQLITE_ROW) {
-    sqlite_.ReadData(context, config.get());
-    return config;
+  LoadedRecords fresh;
+  LoadedConfigs& configs = (loaded_ ? *loaded_ : fresh).configs;
+  auto found = configs.find({profileId, automatic});
+  if (found == configs.end()) {
+    auto loaded = RecordLoader(sqlite_).LoadConfig(profileId, automatic);
+    if (!loaded) return nullptr;
+    found = configs.emplace(std::pair(profileId, automatic), std::move(*loaded)).first;
   }
-  if (code != SQLITE_DONE) sqlite_.ReportError(code);
-  return nullptr;
+  return found->second.record;
+}
+
+// Null when they cannot be read.
+const LoadedPreferences* SettingsStore::FindPreferences(LoadedRecords& records, uint32_t profileId) {
+  auto found = records.preferences.find(profileId);
+  if (found == records.preferences.end()) {
+    auto loaded = RecordLoader(sqlite_).LoadPreferences(profileId, FirstOfChain(profileId));
+    if (!loaded) return nullptr;
+    found = records.preferences.emplace(profileId, std::move(*loaded)).first;
+  }
+  return &found->second;
+}
+
+// Null when they cannot be read.
+const LoadedAutoStart* SettingsStore::FindAutoStart(LoadedRecords& records, uint32_t profileId) {
+  auto found = records.autoStartItems.find(profileId);
+  if (found == records.autoStartItems.end()) {
+    auto loaded = RecordLoader(sqlite_).LoadAutoStart(profileId, FirstOfChain(profileId), records.nextCopyId);
+    if (!loaded) return nullptr;
+    found = records.autoStartItems.emplace(profileId, std::move(*loaded)).first;
+  }
+  return &found->second;
+}
+
+// A profile that is not stored yet inherits from the one that it is to be linked to.
+uint32_t SettingsStore::FirstOfChain(uint32_t profileId) const {
+  if (!loaded_) return profileId;
+  const auto found = loaded_->created.find(profileId);
+  const auto created = found != loaded_->created.end() ? found->second.lock() : nullptr;
+  return created ? created->GetLinkProfile() : profileId;
 }
 
 Failure SettingsStore::Save(const SettingsTables& tables, SaveReport& report) {
   report = {};
-  std::vector<RecordChange> saved = ChangesOf(tables);
-  if (saved.empty()) return {};
-
-  Transaction transaction(Connection());
-  int32_t code = transaction.BeginWriting();
-  if (code != SQLITE_OK) return SaveFailure(ReasonText(Connection(), code));
-  if (Failure failure = CheckProfileChains(Connection(), sqlite_.GetPath())) return failure;
-  if (Failure failure = WriteProfiles(tables.profiles)) return failure;
-  if (Failure failure = WriteOthers(tables)) return failure;
-  if (Failure failure = RemoveProfiles(tables.profiles)) return failure;
-  code = transaction.Commit();
-  if (code != SQLITE_OK) return SaveFailure(ReasonText(Connection(), code));
-  report.changes = std::move(saved);
+  LoadedRecords fresh;
+  LoadedRecords& records = loaded_ ? *loaded_ : fresh;
+  const ListsToPin lists = FindListsToPin(tables.profiles, records);
+  for (const uint32_t id : lists.preferences) {
+    if (FindPreferences(records, id) == nullptr) return SaveFailure(ReasonText(Connection()));
+  }
+  for (const uint32_t id : lists.autoStartItems) {
+    if (FindAutoStart(records, id) == nullptr) return SaveFailure(ReasonText(Connection()));
+  }
+  const auto nameOf = [&](uint32_t id) {
+    if (const auto found = tables.profiles.find(id); found != tables.profiles.end() && found->second) {
+      return found->second->GetName();
+    }
+    const auto found = records.profiles.find(id);
+    return found != records.profiles.end() ? found->second.GetName() : std::to_wstring(id);
+  };
+  std::vector<RowChange> plan = PlanSaving(tables, records);
+  if (!plan.empty()) {
+    if (Failure failure = WritePlan(sqlite_, std::move(plan), nameOf, report)) return failure;
+  }
+  DiscardChanges();
   return {};
 }
 
 Failure SettingsStore::SetPreference(uint32_t profileId, PreferenceId preference, int32_t value) {
-  const Preference record({.preferenceId = preference, .profileId = profileId, .state = value});
-  const int32_t code = UpdateRow(Connection(), kPreferenceRows.name, ColumnsNamed(record, {L"State"}),
-                                 ColumnsNamed(record, kPreferenceRows.keys));
-  return code == SQLITE_OK
-             ? Failure()
-             : RecordFailure(Format(L"{} {}", kPreferenceRows.recordName, static_cast<int32_t>(preference)),
-                             ReasonText(Connection(), code));
+  constexpr std::array<std::wstring_view, 1> kValue = {L"State"};
+  constexpr std::array<std::wstring_view, 2> kKeys = {L"ProfileId", L"PreferenceId"};
+  const auto failure = [this](int32_t code) { return SaveFailure(ReasonText(Connection(), code)); };
+  Transaction transaction(Connection());
+  int32_t code = transaction.BeginWriting();
+  if (code != SQLITE_OK) return failure(code);
+  const auto preferences = RecordLoader(sqlite_).LoadPreferences(profileId, profileId);
+  if (!preferences) return SaveFailure(ReasonText(Connection()));
+  const auto found = preferences->find(preference);
+  PreferenceFields fields = found != preferences->end() ? found->second.values.Fields() : PreferenceFields{};
+  fields.preferenceId = preference;
+  fields.profileId = profileId;
+  fields.state = value;
+  const Preference record(fields);
+  const bool stored = found != preferences->end() && found->second.stored;
+  code = stored ? UpdateRow(Connection(), kPreferenceTable, ColumnsNamed(record, kValue), {record, {}},
+                            ColumnsNamed(record, kKeys))
+                : InsertRow(Connection(), kPreferenceTable,
+                            {record, {record.GetBindings().begin(), record.GetBindings().end()}});
+  if (code == SQLITE_OK) code = transaction.Commit();
+  return code == SQLITE_OK ? Failure() : failure(code);
 }
 
 uint32_t SettingsStore::GetActiveProfileId() {
   Statement statement;
-  if (statement.Prepare(Connection(), L"SELECT Value FROM ClientState WHERE Name = 'ActiveProfile'") != SQLITE_OK ||
-      statement.Step() != SQLITE_ROW) {
-    return 0;
+  int32_t code = statement.Prepare(Connection(), L"SELECT Value FROM ClientState WHERE Name = 'ActiveProfile'");
+  if (code == SQLITE_OK) code = statement.Step();
+  if (code == SQLITE_ROW) {
+    activeProfileId_ = static_cast<uint32_t>(statement.Integer(0));
+  } else if (code == SQLITE_DONE) {
+    activeProfileId_ = 0;
+  } else {
+    Log(LogSource::Database, LogLevel::Error,
+        Format(L"The active profile cannot be read: {}", ReasonText(Connection(), code)));
   }
-  return static_cast<uint32_t>(statement.Integer(0));
+  return activeProfileId_;
 }
 
 ProfileTimeouts SettingsStore::GetActiveTimeouts() {
@@ -247,64 +264,4 @@ sqlite3* SettingsStore::Connection() const { return sqlite_.GetDatabase()->GetCo
 int32_t SettingsStore::LoadProfile(uint32_t id, Profile& profile) {
   const int32_t code = sqlite_.LoadHierarchical(kProfileTable, L"where ProfileId = @ProfileId", id, profile);
   return code == SQLITE_DONE ? SQLITE_OK : code;
-}
-
-Failure SettingsStore::WriteProfiles(const ProfileTable& profiles) {
-  // What a profile inherits is what its defaults said when it was loaded. So all stored values are read
-  // before the first of them changes; otherwise changed defaults would make the profiles that follow them
-  // store the old ones.
-  std::vector<std::pair<const Profile*, Profile>> updates;
-  for (const auto& [id, profile] : profiles) {
-    if (profile == nullptr || !IsWritten(profile->GetState())) continue;
-    if (profile->GetState() == ChangeState::New) {
-      if (Failure failure = InsertProfile(*profile)) return failure;
-      continue;
-    }
-    Profile stored(0);
-    const int32_t code = LoadProfile(id, stored);
-    if (code != SQLITE_OK) return ProfileFailure(id, ReasonText(Connection(), code));
-    if (stored.GetProfileId() != id) return ProfileFailure(id, L"it no longer exists");
-    updates.emplace_back(profile.get(), stored);
-  }
-  for (const auto& [profile, stored] : updates) {
-    if (Failure failure = UpdateProfile(*profile, stored)) return failure;
-  }
-  return {};
-}
-
-Failure SettingsStore::InsertProfile(const Profile& profile) {
-  Profile inherited(0);
-  int32_t code = LoadProfile(profile.GetLinkProfile(), inherited);
-  if (code == SQLITE_OK) {
-    RecordColumns columns = {profile, {}};
-    std::ranges::copy_if(profile.GetBindings(), std::back_inserter(columns.columns), IsNeverInherited);
-    std::ranges::remove_copy_if(DifferingColumns(profile, inherited).columns, std::back_inserter(columns.columns),
-                                IsNeverInherited);
-    code = InsertRow(Connection(), kProfileTable, columns);
-  }
-  return code == SQLITE_OK ? Failure() : ProfileFailure(profile.GetProfileId(), ReasonText(Connection(), code));
-}
-
-Failure SettingsStore::UpdateProfile(const Profile& profile, const Profile& stored) {
-  const RecordColumns changed = DifferingColumns(profile, stored);
-  if (changed.columns.empty()) return {};
-  const int32_t code = UpdateRow(Connection(), kProfileTable, changed, ColumnsNamed(stored, {L"ProfileId"}));
-  return code == SQLITE_OK ? Failure() : ProfileFailure(stored.GetProfileId(), ReasonText(Connection(), code));
-}
-
-Failure SettingsStore::RemoveProfiles(const ProfileTable& profiles) {
-  // The last made first: profiles are linked to those that were there before them.
-  for (const auto& [id, profile] : std::views::reverse(profiles)) {
-    if (profile == nullptr || profile->GetState() != ChangeState::Removed) continue;
-    const int32_t code = DeleteRow(Connection(), kProfileTable, ColumnsNamed(*profile, {L"ProfileId"}));
-    if (code != SQLITE_OK) return ProfileFailure(id, ReasonText(Connection(), code));
-  }
-  return {};
-}
-
-Failure SettingsStore::WriteOthers(const SettingsTables& tables) {
-  if (Failure failure = WriteRows(Connection(), kPreferenceRows, tables.preferences)) return failure;
-  if (Failure failure = WriteRows(Connection(), kAutoStartRows, tables.autoStartItems)) return failure;
-  if (Failure failure = WriteRows(Connection(), kConfigRows, tables.manualConfigs)) return failure;
-  return WriteRows(Connection(), kConfigRows, tables.autoConfigs);
 }

@@ -3,13 +3,13 @@
 #include <chrono>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
-#include <string_view>
-#include <vector>
 
 #include "Database/SQLite/SQLite.h"
 #include "WaylineDll/SettingsAccess.h"
 #include "WaylineDll/SettingsTables.h"
+#include "WaylineDll/Store/LoadedRecords.h"
 
 /// Limits of a profile's connections; 0 is none.
 struct ProfileTimeouts {
@@ -35,33 +35,45 @@ class SettingsStore {
   /// Full path of the database.
   const std::wstring& GetFile() const { return sqlite_.GetPath(); }
 
-  /// Fills the table with all profiles, each with the values in force: those that it inherits included.
+  /// Fills the table with all profiles, each with the values in force: those that it inherits included. From now on,
+  /// until the changes are saved or discarded, the same records are handed out for the same rows.
   Failure LoadProfiles(ProfileTable& profiles);
 
-  /// Fills the table with the preferences in force for a profile: those that it stores itself, and for the others those
-  /// of the nearest profile along its links. All are records of this profile, so that one that is changed is stored as
-  /// its own. False, and an empty table, when there are none or they cannot be read, which is logged.
+  /// Makes a profile that is not stored yet, with an id of its own and the values in force of the defaults that the
+  /// active profile follows, or else the first there are. Needs the profiles to have been loaded.
+  Failure CreateProfile(std::shared_ptr<Profile>& profile);
+
+  // The loading operations return false, with an empty table or null, when reading fails, which is logged. The records
+  // are the profile's own: one that is changed is stored as its own, whether it was inherited or not.
+
+  /// Fills the table with a record for every preference, with the value in force for the profile.
   bool LoadPreferences(uint32_t profileId, PreferenceTable& preferences);
 
-  /// As above with nothing but what the profile stores itself.
+  /// As above, without the preferences that the profile neither stores itself nor has had changed. False also when
+  /// there are none.
   bool LoadOwnPreferences(uint32_t profileId, PreferenceTable& preferences);
 
-  /// The proxy configuration that a profile stores itself: the one that the client found, or the one that the
-  /// user entered. Null when there is none or it cannot be read, which is logged.
+  /// Fills the table with the autostart entries in force for the profile: its own, else copies of those of its
+  /// defaults.
+  bool LoadAutoStart(uint32_t profileId, AutoStartTable& items);
+
+  /// The proxy configuration of a profile: the one that the client found, or the one that the user entered. Empty where
+  /// there is none.
   std::shared_ptr<ConfigSetting> LoadConfig(uint32_t profileId, bool automatic);
 
-  /// Stores every record whose change state is not `Unchanged`, all or none of them, and lists them in
-  /// `report`. A profile stores only the values that were changed: those that it inherits stay inherited. A
-  /// removed profile takes everything that belongs to it along. The records keep their change states.
+  /// Stores what has changed, all or nothing: the records of `tables` and those that were handed out, compared with
+  /// what they were loaded as. What others have stored meanwhile stays where the user has not changed the same value.
+  /// Then the records handed out are forgotten; after a failure they are not.
   Failure Save(const SettingsTables& tables, SaveReport& report);
 
   /// Forgets the records that were handed out, and what was changed in them.
-  void DiscardChanges() {}
+  void DiscardChanges() { loaded_.reset(); }
 
-  /// Changes the value of a preference that a profile stores itself; one that it does not store stays so.
+  /// Stores the value of a preference as the profile's own.
   Failure SetPreference(uint32_t profileId, PreferenceId preference, int32_t value);
 
-  /// Id of the profile that the client uses; 0 when there is none or it cannot be read.
+  /// Id of the profile that the client uses; 0 when there is none. The last that was read when it cannot be read, which
+  /// is logged.
   uint32_t GetActiveProfileId();
 
   /// The administrator's limits in force for the active profile; none when it cannot be read.
@@ -70,12 +82,12 @@ class SettingsStore {
  private:
   sqlite3* Connection() const;
   int32_t LoadProfile(uint32_t id, Profile& profile);
-  bool ReadPreferences(std::wstring_view selection, uint32_t profileId, PreferenceTable& preferences);
-  Failure WriteProfiles(const ProfileTable& profiles);
-  Failure InsertProfile(const Profile& profile);
-  Failure UpdateProfile(const Profile& profile, const Profile& stored);
-  Failure RemoveProfiles(const ProfileTable& profiles);
-  Failure WriteOthers(const SettingsTables& tables);
+  uint32_t FirstOfChain(uint32_t profileId) const;
+  const LoadedPreferences* FindPreferences(LoadedRecords& records, uint32_t profileId);
+  const LoadedAutoStart* FindAutoStart(LoadedRecords& records, uint32_t profileId);
+  uint32_t FindDefaultsForNew();
 
+  std::optional<LoadedRecords> loaded_;  // from the loading of the profiles until they are saved or discarded
+  uint32_t activeProfileId_ = 0;         // when it was last read
   SQLite sqlite_;
 };

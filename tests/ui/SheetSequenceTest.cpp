@@ -55,9 +55,7 @@ class Model {
  public:
   Model(const ProfileTable& profiles, PreferenceRows rows) : rows_(std::move(rows)) {
     for (const auto& [id, profile] : profiles) profiles_[id] = profile->Columns();
-    for (const PreferenceGroup& group : tree_) {
-      for (const PreferenceEntry& entry : group.entries) shown_[static_cast<int32_t>(entry.id)] = entry.state;
-    }
+    before_ = profiles_;
   }
 
   ProfileColumns& Chosen() { return profiles_.at(chosen); }
@@ -68,19 +66,19 @@ class Model {
   bool Hotspot() { return Automatic() && (OwnWiFi() ? Chosen().overrideASWiFiMode : Chosen().smAutoSwitchWiFiMode); }
   bool OwnDetails() { return OwnWiFi() && Hotspot(); }
 
-  // The tree is filled anew, and what was not saved is forgotten.
+  // The tree is filled anew, with what was toggled before.
   void FillTree() {
     loaded_ =
         OwnPreferences() && chosen <= kLastWithOwnPreferences ? chosen : static_cast<uint32_t>(Chosen().linkProfile);
-    table_ = InForce(loaded_);
-    touched_.clear();
+    if (!tables_.contains(loaded_)) tables_[loaded_] = InForce(loaded_);
+    shown_.clear();
     for (const PreferenceGroup& group : tree_) {
       for (const PreferenceEntry& entry : group.entries) {
         const auto id = static_cast<int32_t>(entry.id);
         if (group.kind == GroupKind::Choice) {
-          shown_[id] = table_[static_cast<int32_t>(group.id)] == id ? Preference::kOn : Preference::kOff;
-        } else if (table_.contains(id)) {
-          shown_[id] = table_[id];
+          shown_[id] = Table().at(static_cast<int32_t>(group.id)) == id ? Preference::kOn : Preference::kOff;
+        } else {
+          shown_[id] = Table().at(id);
         }
       }
     }
@@ -95,10 +93,10 @@ class Model {
       const bool wasOn = shown_[id] == Preference::kOn;
       for (const PreferenceEntry& entry : group.entries) shown_[static_cast<int32_t>(entry.id)] = Preference::kOff;
       if (!wasOn) shown_[id] = Preference::kOn;
-      Store(static_cast<int32_t>(group.id), id);
-    } else if (table_.contains(id)) {
-      shown_[id] = table_[id] == Preference::kOn ? Preference::kOff : Preference::kOn;
-      Store(id, shown_[id]);
+      Table()[static_cast<int32_t>(group.id)] = id;
+    } else {
+      shown_[id] = Table()[id] == Preference::kOn ? Preference::kOff : Preference::kOn;
+      Table()[id] = shown_[id];
     }
   }
 
@@ -115,24 +113,48 @@ class Model {
     return images;
   }
 
-  // The rows that saving should leave.
+  // The rows that saving should leave: what was toggled, and all of a profile that has made them its own.
   PreferenceRows ExpectedRows() const {
     PreferenceRows rows = rows_;
-    for (const auto& [id, state] : touched_) rows[loaded_][id] = state;
+    for (const auto& [id, columns] : profiles_) {
+      const auto table = tables_.find(id);
+      States own = rows.contains(id) ? rows.at(id) : States();
+      const States inForce = InForce(id);
+      bool isPinned = before_.at(id).defaultPreferences;
+      if (table != tables_.end()) {
+        for (const auto& [preference, state] : table->second) {
+          if (state == inForce.at(preference)) continue;
+          own[preference] = state;
+          isPinned = true;
+        }
+      }
+      if (isPinned && !columns.defaultPreferences && id <= kLastWithOwnPreferences) {
+        own.insert(inForce.begin(), inForce.end());
+      }
+      if (!own.empty()) rows[id] = own;
+    }
     return rows;
   }
 
   uint32_t chosen = 0;
 
  private:
-  // A profile's own, and for the rest those of the profile that it is linked to.
+  // A profile's own, for the rest those of the profile that it is linked to, and what nobody stores as it is built in.
   States InForce(uint32_t id) const {
     States states;
     for (; id != 0; id = static_cast<uint32_t>(profiles_.at(id).linkProfile)) {
       if (const auto own = rows_.find(id); own != rows_.end()) states.insert(own->second.begin(), own->second.end());
     }
+    for (const PreferenceGroup& group : MakePreferenceTree(true)) {
+      if (group.kind == GroupKind::Choice) states.try_emplace(static_cast<int32_t>(group.id), 0);
+      if (group.kind == GroupKind::Choice) continue;
+      for (const PreferenceEntry& entry : group.entries)
+        states.try_emplace(static_cast<int32_t>(entry.id), entry.state);
+    }
     return states;
   }
+
+  States& Table() { return tables_.at(loaded_); }
 
   const PreferenceGroup& GroupOf(int32_t id) const {
     for (const PreferenceGroup& group : tree_) {
@@ -143,19 +165,13 @@ class Model {
     throw std::out_of_range("no such entry");
   }
 
-  void Store(int32_t id, int32_t state) {
-    if (!table_.contains(id)) return;
-    table_[id] = state;
-    touched_[id] = state;
-  }
-
   const PreferenceTree tree_ = MakePreferenceTree(false);
   std::map<uint32_t, ProfileColumns> profiles_;
+  std::map<uint32_t, ProfileColumns> before_;
   PreferenceRows rows_;
-  uint32_t loaded_ = 0;  // the profile whose preferences the tree shows
-  States table_;
+  uint32_t loaded_ = 0;    // the profile whose preferences the tree shows
+  PreferenceRows tables_;  // of the profiles whose preferences were shown, as the user has them now
   States shown_;
-  States touched_;
 };
 
 class SheetSequence : public testing::Test {
@@ -403,19 +419,27 @@ class SheetSequence : public testing::Test {
     EXPECT_EQ(StoredProfiles(), expected);
   }
 
-  // Puts what differs between the two into the row; the rest goes on to be stored or inherited as it is.
+  // Puts what differs between the two into the row; the rest goes on to be stored or inherited as it is, unless the
+  // profile overrides a page of which something differs.
   static void Apply(const ProfileColumns& before, const ProfileColumns& after, Row& row) {
-    const auto apply = [&](const char* name, auto member) {
-      if (before.*member != after.*member) row[name] = std::to_string(after.*member);
+    const auto differs = [&](auto member) { return before.*member != after.*member; };
+    const auto set = [&](const char* name, auto member) { row[name] = std::to_string(after.*member); };
+    if (differs(&ProfileColumns::defaultPreferences)) set("DefaultPreferences", &ProfileColumns::defaultPreferences);
+
+    const auto onWiFi = [](auto action) {
+      action("OverrideAutoReconnectDefaults", &ProfileColumns::overrideAutoReconnectDefaults);
+      action("OverrideARMode", &ProfileColumns::overrideARMode);
+      action("OverrideASWiFiMode", &ProfileColumns::overrideASWiFiMode);
+      action("OverridePromptUserToSwitch", &ProfileColumns::overridePromptUserToSwitch);
+      action("OverrideSwitchInterval", &ProfileColumns::overrideSwitchInterval);
+      action("OverrideSignalStrength", &ProfileColumns::overrideSignalStrength);
+      action("AdvancedAutoReconnectSettings", &ProfileColumns::advancedAutoReconnectSettings);
     };
-    apply("DefaultPreferences", &ProfileColumns::defaultPreferences);
-    apply("OverrideAutoReconnectDefaults", &ProfileColumns::overrideAutoReconnectDefaults);
-    apply("OverrideARMode", &ProfileColumns::overrideARMode);
-    apply("OverrideASWiFiMode", &ProfileColumns::overrideASWiFiMode);
-    apply("OverridePromptUserToSwitch", &ProfileColumns::overridePromptUserToSwitch);
-    apply("OverrideSwitchInterval", &ProfileColumns::overrideSwitchInterval);
-    apply("OverrideSignalStrength", &ProfileColumns::overrideSignalStrength);
-    apply("AdvancedAutoReconnectSettings", &ProfileColumns::advancedAutoReconnectSettings);
+    bool pins = false;
+    onWiFi([&](const char*, auto member) { pins |= differs(member) && after.overrideAutoReconnectDefaults; });
+    onWiFi([&](const char* name, auto member) {
+      if (differs(member) || (pins && row[name] == "NULL")) set(name, member);
+    });
   }
 
   TemporaryFolder folder_;

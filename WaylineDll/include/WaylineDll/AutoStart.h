@@ -9,7 +9,9 @@
 // The loading operations return false when nothing could be read, and then leave the table empty. The records are
 // shared.
 
-/// The autostart entries in force for a profile.
+/// The autostart entries in force for a profile: its own, else copies of those of the nearest profile along its links
+/// which has any, with numbers of their own. Once one is changed, or the profile overrides its defaults, the whole list
+/// is saved as the profile's own.
 WAYLINE_API bool GetAutoStart(uint32_t profileId, AutoStartTable& items);
 
 /// The user's own autostart entries of a profile.

@@ -286,7 +286,7 @@ TEST(Profile, FollowsTheDefaultsOfEveryPageAtFirst) {
 }
 
 TEST(Profile, TakesConsecutiveNewIds) {
-  Singleton<ProfileIdManager>::Get()->SetLast(2004);
+  Singleton<ProfileIdManager>::Get()->SetUsed({2004});
   EXPECT_EQ(Profile(10000).GetProfileId(), 2005u);
   EXPECT_EQ(Profile(10000).GetProfileId(), 2006u);
   EXPECT_EQ(Profile(9999).GetProfileId(), 9999u);

@@ -304,10 +304,10 @@ TEST_F(PreferencePage, OverridingShowsTheProfilesOwnAndFollowingTheDefaultsAgain
   ClickOverride();
   EXPECT_TRUE(Current().GetDefaultPreferences());
   EXPECT_FALSE(IsTreeEnabled());
-  EXPECT_THAT(Images(L"VPN MTU Size"), ElementsAreArray({7, 7, 8, 7, 7})) << "what was not saved is dropped";
+  EXPECT_THAT(Images(L"VPN MTU Size"), ElementsAreArray({7, 7, 8, 7, 7})) << "those of the defaults";
 }
 
-TEST_F(PreferencePage, ChoosingAProfileShowsItAndDropsWhatWasNotSaved) {
+TEST_F(PreferencePage, ChoosingAProfileShowsItAndToggledOptionsAreThereAgain) {
   Open(kOverrides);
   Toggle(L"700");
   Choose(kFollowsField);
@@ -316,8 +316,8 @@ TEST_F(PreferencePage, ChoosingAProfileShowsItAndDropsWhatWasNotSaved) {
   EXPECT_EQ(Image(L"1300"), kOptionOn);
   Choose(kOverrides);
   EXPECT_TRUE(IsTreeEnabled());
-  EXPECT_EQ(Image(kDefaultMtu), kOptionOn);
-  EXPECT_EQ(Stored(PreferenceId::VpnMtu).GetState(), ChangeState::Unchanged);
+  EXPECT_EQ(Image(L"700"), kOptionOn);
+  EXPECT_EQ(Stored(PreferenceId::VpnMtu).GetState(), ChangeState::Changed);
 }
 
 TEST_F(PreferencePage, WithoutAProfileHasNoTree) {

@@ -10,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "Database/Profiles/BuiltInPreferences.h"
 #include "LoginProperties/Preferences/PreferenceControls.h"
 #include "LoginProperties/ProfilePage/ProfileControls.h"
 #include "NetUtilities/Registry/RegistryNames.h"
@@ -27,6 +28,8 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::IsSupersetOf;
+using testing::SizeIs;
 
 // Profiles of the sample data.
 constexpr uint32_t kWork = 2001;    // follows the defaults of id 1
@@ -203,13 +206,16 @@ TEST_F(PreferencesUi, OkSavesExactlyWhatWasChosen) {
   EXPECT_THAT(SaveContext(context), ElementsAre(RecordChange{RecordKind::Profile, kWork, ChangeState::Changed},
                                                 RecordChange{RecordKind::Preference, 1014, ChangeState::Changed},
                                                 RecordChange{RecordKind::Preference, 1477, ChangeState::Changed}));
-  EXPECT_THAT(Without(Rows(), before), ElementsAre("2001 1014 2 1 0", "2001 1477 1480 1 1"));
+  // The others are the profile's own too from now on, as they were shown.
+  const auto added = Without(Rows(), before);
+  EXPECT_THAT(added, SizeIs(BuiltInPreferences().size()));
+  EXPECT_THAT(added, IsSupersetOf({"2001 1014 2 1 0", "2001 1477 1480 1 1", "2001 1501 1 1 0"}));
   EXPECT_THAT(Without(before, Rows()), IsEmpty());
 
   OpenOn(kWork);
   EXPECT_TRUE(sheet->IsChecked(IDC_OVERRIDE_CHECK));
   EXPECT_EQ(Image(kAutoConnect), kCheckOn);
-  EXPECT_EQ(Image(kTray), kCheckOff) << "inherited";
+  EXPECT_EQ(Image(kTray), kCheckOff) << "as it was inherited";
   EXPECT_THAT(Images(kMtuGroup), ElementsAre(7, 7, 8, 7, 7));
 }
 
@@ -262,19 +268,17 @@ TEST_F(PreferencesUi, AClickBesideAnEntryDoesNothing) {
   EXPECT_EQ(Image(kAutoConnect), kCheckOn);
 }
 
-TEST_F(PreferencesUi, AnEntryWithoutARecordCannotBeToggled) {
+TEST_F(PreferencesUi, AnEntryThatNobodyStoresIsBuiltInAndCanBeToggled) {
   Sql("DELETE FROM Preferences WHERE PreferenceId = 1014");
   const auto before = Rows();
   OpenOn(kOffice);
   ASSERT_EQ(Image(kAutoConnect), kCheckOff);
   Press(kAutoConnect, TreeItemPart::Label);
-  Press(kTray, TreeItemPart::Label);
-  ASSERT_TRUE(WaitUntil([this] { return Image(kTray) == kCheckOff; }));
-  EXPECT_EQ(Image(kAutoConnect), kCheckOff);
+  ASSERT_TRUE(WaitUntil([this] { return Image(kAutoConnect) == kCheckOn; }));
   sheet->PressOk();
   ASSERT_EQ(sheet->Result(), kSheetConfirmed);
-  EXPECT_THAT(SaveContext(context), ElementsAre(RecordChange{RecordKind::Preference, 1501, ChangeState::Changed}));
-  EXPECT_THAT(Without(Rows(), before), ElementsAre("2004 1501 1 1 0"));
+  EXPECT_THAT(SaveContext(context), ElementsAre(RecordChange{RecordKind::Preference, 1014, ChangeState::Changed}));
+  EXPECT_THAT(Without(Rows(), before), ElementsAre("2004 1014 2 1 0"));
 }
 
 TEST_F(PreferencesUi, WhileTheProfileFollowsTheDefaultsTheTreeTakesNoInput) {
@@ -385,7 +389,7 @@ TEST_F(PreferencesUi, ASavedCertificateCanBeTurnedDown) {
   EXPECT_THAT(Without(Rows(), before), ElementsAre("2004 1522 1 1 0"));
 }
 
-TEST_F(PreferencesUi, AnotherProfileShowsItsOwnPreferences) {
+TEST_F(PreferencesUi, AnotherProfileShowsItsOwnPreferencesAndTogglesAreThereAgain) {
   OpenOn(kOffice);
   Press(L"700", TreeItemPart::Label);
   ASSERT_TRUE(WaitUntil([this] { return Image(L"700") == kOptionOn; }));
@@ -393,13 +397,27 @@ TEST_F(PreferencesUi, AnotherProfileShowsItsOwnPreferences) {
   EXPECT_EQ(Image(L"1300"), kOptionOn);
   EXPECT_FALSE(sheet->IsEnabled(IDC_PREFERENCE_TREE));
   sheet->Pick(IDC_PROFILE_COMBO, L"Z\u00fcrich Office");
-  EXPECT_EQ(Image(L"700"), kOptionOff) << "what was not saved is dropped";
+  EXPECT_EQ(Image(L"700"), kOptionOn);
+  sheet->Pick(IDC_PROFILE_COMBO, L"Work 2");
   sheet->PressOk();
   ASSERT_EQ(sheet->Result(), kSheetConfirmed);
-  EXPECT_THAT(SaveContext(context), IsEmpty());
+  EXPECT_THAT(SaveContext(context), ElementsAre(RecordChange{RecordKind::Preference, 1477, ChangeState::Changed}))
+      << "also of a profile that was not shown last";
 }
 
-TEST_F(PreferencesUi, WhatWasChosenIsSavedFromAnotherTabButDroppedByComingBack) {
+TEST_F(PreferencesUi, CancelDropsTheTogglesOfAllProfiles) {
+  OpenOn(kOffice);
+  Press(L"700", TreeItemPart::Label);
+  ASSERT_TRUE(WaitUntil([this] { return Image(L"700") == kOptionOn; }));
+  sheet->Pick(IDC_PROFILE_COMBO, L"Work 2");
+  sheet->PressCancel();
+  DiscardChanges();
+  Open();
+  sheet->Pick(IDC_PROFILE_COMBO, L"Z\u00fcrich Office");
+  EXPECT_EQ(Image(L"700"), kOptionOff);
+}
+
+TEST_F(PreferencesUi, WhatWasChosenIsSavedFromAnotherTabAndAfterComingBack) {
   for (const bool comesBack : {false, true}) {
     OpenOn(kOffice);
     Press(kAutoConnect, TreeItemPart::Label);
@@ -408,8 +426,7 @@ TEST_F(PreferencesUi, WhatWasChosenIsSavedFromAnotherTabButDroppedByComingBack) 
     if (comesBack) sheet->SelectTab(L"Preferences");
     sheet->PressOk();
     ASSERT_EQ(sheet->Result(), kSheetConfirmed);
-    EXPECT_EQ(context.preferences.at(PreferenceId::AutoConnect)->GetState(),
-              comesBack ? ChangeState::Unchanged : ChangeState::Changed);
+    EXPECT_EQ(context.preferences.at(PreferenceId::AutoConnect)->GetState(), ChangeState::Changed);
   }
 }
 

@@ -2,6 +2,10 @@
 
 #include <gmock/gmock.h>
 
+#include <map>
+
+#include "Database/Profiles/BuiltInPreferences.h"
+
 namespace {
 
 using testing::Each;
@@ -77,4 +81,19 @@ TEST(PreferenceTree, IsOffAtFirstExceptForTheSavedCertificate) {
     }
   }
   EXPECT_THAT(on, ElementsAre(PreferenceId::UseSavedCertificate));
+}
+
+TEST(PreferenceTree, ShowsEveryPreferenceThatTheClientHasInItsBuiltInState) {
+  std::map<PreferenceId, int32_t> shown;
+  for (const PreferenceGroup& group : MakePreferenceTree(true)) {
+    if (group.kind == GroupKind::Choice) {
+      shown[group.id] = 0;
+      for (const PreferenceEntry& entry : group.entries) EXPECT_EQ(entry.state, Preference::kOff);
+    } else {
+      for (const PreferenceEntry& entry : group.entries) shown[entry.id] = entry.state;
+    }
+  }
+  std::map<PreferenceId, int32_t> builtIn;
+  for (const BuiltInPreference& preference : BuiltInPreferences()) builtIn[preference.id] = preference.value;
+  EXPECT_EQ(shown, builtIn);
 }

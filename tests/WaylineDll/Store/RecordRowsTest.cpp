@@ -128,20 +128,19 @@ TEST_F(RecordRowsTest, InsertNeverOverwrites) {
   EXPECT_EQ(Row("SELECT Small FROM T"), "0");
 }
 
-TEST_F(RecordRowsTest, ReplaceTakesThePlaceOfARow) {
+TEST_F(RecordRowsTest, UpdatePinsOnlyWhereThereIsNoValue) {
   SampleRecord record;
   record.id = 5;
-  ASSERT_EQ(ReplaceRow(connection_.get(), L"T", record), SQLITE_OK);
-  record.small = 9;
-  ASSERT_EQ(ReplaceRow(connection_.get(), L"T", record), SQLITE_OK);
-  EXPECT_EQ(Row("SELECT count(*) || ',' || Small FROM T"), "1,9");
-}
-
-TEST_F(RecordRowsTest, ReplaceGivesARecordWithoutKeyANewOne) {
-  SampleRecord record;
-  ASSERT_EQ(ReplaceRow(connection_.get(), L"T", record), SQLITE_OK);
-  ASSERT_EQ(ReplaceRow(connection_.get(), L"T", record), SQLITE_OK);
-  EXPECT_EQ(Row("SELECT group_concat(Id) FROM T"), "1,2");
+  record.small = 1;
+  ASSERT_EQ(InsertRow(connection_.get(), L"T", DifferingColumns(record, SampleRecord())), SQLITE_OK);
+  record.small = 2;
+  record.large = 3;
+  record.flag = true;
+  const auto columns = record.GetBindings();
+  const RecordColumns keys = {record, {columns[0]}};
+  ASSERT_EQ(UpdateRow(connection_.get(), L"T", {record, {columns[6]}}, {record, {columns[4], columns[5]}}, keys),
+            SQLITE_OK);
+  EXPECT_EQ(Stored(), "5,NULL,NULL,NULL,1,3,1,NULL,NULL");
 }
 
 TEST_F(RecordRowsTest, UpdateAndDeleteOnlyWhereAllKeysMatch) {
@@ -155,7 +154,7 @@ TEST_F(RecordRowsTest, UpdateAndDeleteOnlyWhereAllKeysMatch) {
   record.small = 8;
   const auto columns = record.GetBindings();
   const RecordColumns keys = {record, {columns[0], columns[1]}};
-  EXPECT_EQ(UpdateRow(connection_.get(), L"T", {record, {columns[4]}}, keys), SQLITE_OK);
+  EXPECT_EQ(UpdateRow(connection_.get(), L"T", {record, {columns[4]}}, {record, {}}, keys), SQLITE_OK);
   EXPECT_EQ(Row("SELECT group_concat(Small) FROM T"), "8,0,0");
   EXPECT_EQ(DeleteRow(connection_.get(), L"T", keys), SQLITE_OK);
   EXPECT_EQ(Row("SELECT group_concat(Id) FROM T"), "2,3");

@@ -2,55 +2,24 @@
 
 #include <sqlite3.h>
 
-#include <filesystem>
-
+#include "Database/Profiles/BuiltInPreferences.h"
 #include "tests/WaylineDll/Store/StoreTest.h"
 
 using namespace std::chrono_literals;
-using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
 
 namespace {
 
-constexpr char kTimeouts[] =
-    "SELECT DefaultTimeouts, DurationTime, ThresholdOnOff, ThresholdBytes, ThresholdTimeOut, WarnTime FROM "
-    "Profiles "
-    "WHERE ProfileId = 2001";
-
-class SettingsStoreTest : public StoreTest {
+class SettingsStoreTest : public LoadedStoreTest {
  protected:
-  void SetUp() override {
-    OpenSample();
-    ASSERT_EQ(store_.LoadProfiles(tables_.profiles), Failure());
+  static void ExpectBuiltIn(const PreferenceTable& preferences) {
+    ASSERT_EQ(preferences.size(), BuiltInPreferences().size());
+    for (const BuiltInPreference& builtIn : BuiltInPreferences()) {
+      EXPECT_EQ(preferences.at(builtIn.id)->GetValue(), builtIn.value);
+      EXPECT_EQ(preferences.at(builtIn.id)->GetState(), ChangeState::Unchanged);
+    }
   }
-
-  Profile& ProfileOf(uint32_t id) { return *tables_.profiles.at(id); }
-
-  // A new profile as the client makes one: it starts with what its defaults say.
-  Profile& AddProfile(uint32_t id, uint32_t parent) {
-    const auto profile = std::make_shared<Profile>(ProfileOf(parent));
-    profile->Columns().profileId = id;
-    profile->Columns().linkProfile = parent;
-    profile->SetName(L"New");
-    profile->SetState(ChangeState::New);
-    tables_.profiles[id] = profile;
-    return *profile;
-  }
-
-  void SaveSucceeds() { ASSERT_EQ(store_.Save(tables_, report_), Failure()); }
-
-  // Saving fails with this sentence, lists no changes and leaves the file byte for byte as it is.
-  void SaveFails(const std::wstring& sentence) {
-    const std::string before = FileBytes(file_);
-    EXPECT_EQ(store_.Save(tables_, report_), Failure(sentence));
-    EXPECT_THAT(report_.changes, IsEmpty());
-    EXPECT_EQ(FileBytes(file_), before);
-    EXPECT_NE(sqlite3_get_autocommit(StoreConnection()), 0) << "a transaction is still open";
-  }
-
-  SettingsTables tables_;
-  SaveReport report_;
 };
 
 }  // namespace
@@ -123,7 +92,6 @@ TEST_F(SettingsStoreTest, LoadsTheTwoProxyConfigurationsOfAProfile) {
   ASSERT_NE(entered, nullptr);
   EXPECT_FALSE(entered->fields.automatic);
   EXPECT_EQ(entered->fields.proxyExceptions, L"intranet.example.net;192.0.2.0");
-  EXPECT_EQ(store_.LoadConfig(2001, false), nullptr);
 }
 
 TEST_F(SettingsStoreTest, LoadsThePreferencesThatAProfileStores) {
@@ -153,19 +121,6 @@ TEST_F(SettingsStoreTest, PreferencesThatAProfileDoesNotStoreAreThoseOfTheNeares
   for (const auto& [id, preference] : preferences) EXPECT_EQ(preference->Fields().profileId, 2003u);
 }
 
-TEST_F(SettingsStoreTest, AnInheritedPreferenceThatIsChangedIsStoredForTheProfileAlone) {
-  const char* const kAll = "SELECT count(*), sum(State) FROM Preferences";
-  ASSERT_TRUE(store_.LoadPreferences(2001, tables_.preferences));
-  const std::string before = Sql(kAll);
-  tables_.preferences.at(PreferenceId::AutoConnect)->SetValue(Preference::kOn);
-  SaveSucceeds();
-  EXPECT_THAT(report_.changes, ElementsAre(RecordChange{RecordKind::Preference, 1014, ChangeState::Changed}));
-  EXPECT_EQ(Sql("SELECT PreferenceId, State, Visible, IPSecRequired FROM Preferences WHERE ProfileId = 2001"),
-            "1014|2|1|0");
-  Sql("DELETE FROM Preferences WHERE ProfileId = 2001");
-  EXPECT_EQ(Sql(kAll), before);
-}
-
 TEST_F(SettingsStoreTest, OwnPreferencesAreOnlyThoseThatAProfileStores) {
   PreferenceTable preferences;
   EXPECT_TRUE(store_.LoadOwnPreferences(10001, preferences));
@@ -175,10 +130,10 @@ TEST_F(SettingsStoreTest, OwnPreferencesAreOnlyThoseThatAProfileStores) {
   EXPECT_THAT(preferences, IsEmpty());
 }
 
-TEST_F(SettingsStoreTest, AnUnknownProfileHasNoPreferences) {
+TEST_F(SettingsStoreTest, AnUnknownProfileHasThePreferencesThatAreBuiltIn) {
   PreferenceTable preferences = {{PreferenceId::AutoConnect, nullptr}};
-  EXPECT_FALSE(store_.LoadPreferences(4711, preferences));
-  EXPECT_THAT(preferences, IsEmpty());
+  EXPECT_TRUE(store_.LoadPreferences(4711, preferences));
+  ExpectBuiltIn(preferences);
   EXPECT_THAT(log_.Messages(), IsEmpty());
 }
 
@@ -211,258 +166,6 @@ TEST_F(SettingsStoreTest, PreferencesThatAnotherProgramLocksAreLoggedAndNotThere
   EXPECT_THAT(ToUtf8(log_.Messages()[0].text), testing::HasSubstr("5 - database is locked"));
 }
 
-TEST_F(SettingsStoreTest, SavingNothingTouchesNothing) {
-  ProfileOf(2001).SetDurationTime(60s);  // without a change state
-  const std::string before = FileBytes(file_);
-  SaveSucceeds();
-  EXPECT_THAT(report_.changes, IsEmpty());
-  EXPECT_EQ(FileBytes(file_), before);
-}
-
-TEST_F(SettingsStoreTest, AChangedProfileStoresOnlyWhatWasChanged) {
-  ASSERT_EQ(Sql(kTimeouts), "NULL|NULL|NULL|NULL|NULL|NULL");
-  ProfileOf(2001).SetDefaultTimeouts(false);
-  ProfileOf(2001).SetDurationTime(7200s);
-  ProfileOf(2001).SetState(ChangeState::Changed);
-  SaveSucceeds();
-  EXPECT_EQ(Sql(kTimeouts), "0|7200|NULL|NULL|NULL|NULL");
-  EXPECT_THAT(report_.changes, ElementsAre(RecordChange{RecordKind::Profile, 2001, ChangeState::Changed}));
-
-  ProfileTable reloaded;
-  ASSERT_EQ(store_.LoadProfiles(reloaded), Failure());
-  EXPECT_EQ(reloaded.at(2001)->GetDurationTime(), 7200s);
-  EXPECT_EQ(reloaded.at(2001)->GetState(), ChangeState::Unchanged);
-}
-
-TEST_F(SettingsStoreTest, UntouchedValuesGoOnInheriting) {
-  ProfileOf(2001).SetDurationTime(7200s);
-  ProfileOf(2001).SetState(ChangeState::Changed);
-  SaveSucceeds();
-  Sql("UPDATE Profiles SET WarnTime = 120, DurationTime = 60 WHERE ProfileId = 1");
-  ProfileTable reloaded;
-  ASSERT_EQ(store_.LoadProfiles(reloaded), Failure());
-  EXPECT_EQ(reloaded.at(2001)->GetWarnTime(), 120s);
-  EXPECT_EQ(reloaded.at(2001)->GetDurationTime(), 7200s);
-}
-
-TEST_F(SettingsStoreTest, AStoredValueCanGoBackToTheInheritedOne) {
-  ProfileOf(2002).SetDurationTime(ProfileOf(100).GetDurationTime());
-  ProfileOf(2002).SetState(ChangeState::Changed);
-  SaveSucceeds();
-  EXPECT_EQ(Sql("SELECT DurationTime FROM Profiles WHERE ProfileId = 2002"), "1800");
-}
-
-TEST_F(SettingsStoreTest, ProfilesKeepInheritingWhenTheirDefaultsAreSavedWithThem) {
-  ProfileOf(1).SetWarnTime(120s);
-  ProfileOf(1).SetState(ChangeState::Changed);
-  ProfileOf(2001).SetDurationTime(7200s);  // its warning time is still the one of before
-  ProfileOf(2001).SetState(ChangeState::Changed);
-  SaveSucceeds();
-  EXPECT_EQ(Sql(kTimeouts), "NULL|7200|NULL|NULL|NULL|NULL");
-}
-
-TEST_F(SettingsStoreTest, ARenamedProfileStoresItsOtherChangesToo) {
-  ProfileOf(2001).SetName(L"Z\u00fcrich \u20ac");
-  ProfileOf(2001).SetState(ChangeState::Renamed);
-  ProfileOf(2001).SetWarnTime(-60s);
-  ProfileOf(2001).SetState(ChangeState::Changed);
-  SaveSucceeds();
-  EXPECT_EQ(Sql("SELECT Name, WarnTime FROM Profiles WHERE ProfileId = 2001"), "Z\xc3\xbcrich \xe2\x82\xac|-60");
-  EXPECT_THAT(report_.changes, ElementsAre(RecordChange{RecordKind::Profile, 2001, ChangeState::Renamed}));
-}
-
-TEST_F(SettingsStoreTest, ARenamingToTheSameNameIsListedAndStoresNothing) {
-  ProfileOf(2001).SetState(ChangeState::Renamed);
-  SaveSucceeds();
-  EXPECT_THAT(report_.changes, SizeIs(1));
-  EXPECT_EQ(Sql(kTimeouts), "NULL|NULL|NULL|NULL|NULL|NULL");
-}
-
-TEST_F(SettingsStoreTest, ANewProfileStoresWhatDiffersFromItsDefaults) {
-  Profile& profile = AddProfile(3000, 100);
-  profile.SetUserId(L"new.sample");
-  SaveSucceeds();
-  EXPECT_EQ(Sql("SELECT Name, LinkProfile, UserId, Account, DurationTime, STValidUnits FROM Profiles "
-                "WHERE ProfileId = 3000"),
-            "New|100|new.sample|NULL|NULL|NULL");
-  EXPECT_THAT(report_.changes, ElementsAre(RecordChange{RecordKind::Profile, 3000, ChangeState::New}));
-}
-
-TEST_F(SettingsStoreTest, ANewProfileStoresItsNameEvenIfItsDefaultsHaveTheSame) {
-  AddProfile(3000, 100).SetName(L"Field Service");
-  SaveSucceeds();
-  EXPECT_EQ(Sql("SELECT Name FROM Profiles WHERE ProfileId = 3000"), "Field Service");
-}
-
-TEST_F(SettingsStoreTest, ANewProfileWithoutDefaultsStoresWhatDiffersFromThoseOfTheClient) {
-  const auto profile = std::make_shared<Profile>(3000);
-  profile->SetName(L"Root");
-  profile->SetWarnTime(30s);
-  profile->SetState(ChangeState::New);
-  tables_.profiles[3000] = profile;
-  SaveSucceeds();
-  EXPECT_EQ(Sql("SELECT LinkProfile, WarnTime, DurationTime FROM Profiles WHERE ProfileId = 3000"), "0|30|NULL");
-}
-
-TEST_F(SettingsStoreTest, ANewProfileCanFollowAnotherNewOne) {
-  AddProfile(3000, 100).SetWarnTime(31s);
-  AddProfile(3001, 3000).SetDurationTime(61s);
-  SaveSucceeds();
-  EXPECT_EQ(Sql("SELECT LinkProfile, WarnTime, DurationTime FROM Profiles WHERE ProfileId = 3001"), "3000|NULL|61");
-}
-
-TEST_F(SettingsStoreTest, ARemovedProfileTakesItsRowsAlong) {
-  ProfileOf(2004).SetState(ChangeState::Removed);
-  // Changed before the profile was removed.
-  PreferenceFields preference;
-  preference.preferenceId = PreferenceId::AutoConnect;
-  preference.profileId = 2004;
-  tables_.preferences[preference.preferenceId] = std::make_shared<Preference>(preference);
-  tables_.preferences[preference.preferenceId]->SetValue(Preference::kOn);
-  SaveSucceeds();
-  EXPECT_EQ(Sql("SELECT count(*) FROM Profiles WHERE ProfileId = 2004"), "0");
-  for (const std::string table : {"Preferences", "AutoStart", "ConfigSettings"}) {
-    EXPECT_EQ(Sql("SELECT count(*) FROM " + table + " WHERE ProfileId = 2004"), "0") << table;
-  }
-}
-
-TEST_F(SettingsStoreTest, ANewProfileThatWasRemovedAgainIsNotMissed) {
-  AddProfile(3000, 100).SetState(ChangeState::Removed);
-  SaveSucceeds();
-  EXPECT_THAT(report_.changes, ElementsAre(RecordChange{RecordKind::Profile, 3000, ChangeState::Removed}));
-  EXPECT_EQ(Sql("SELECT count(*) FROM Profiles WHERE ProfileId = 3000"), "0");
-}
-
-TEST_F(SettingsStoreTest, DefaultsCanBeRemovedWithTheProfilesThatFollowThem) {
-  for (const uint32_t id : {100u, 2002u, 10001u}) ProfileOf(id).SetState(ChangeState::Removed);
-  SaveSucceeds();
-  EXPECT_EQ(Sql("SELECT count(*) FROM Profiles"), "6");
-}
-
-TEST_F(SettingsStoreTest, StoresTheOtherTablesByTheirChangeStates) {
-  PreferenceFields preference;
-  preference.preferenceId = PreferenceId::AutoConnect;
-  preference.profileId = 2001;
-  preference.visible = true;
-  tables_.preferences[preference.preferenceId] = std::make_shared<Preference>(preference);
-  tables_.preferences[preference.preferenceId]->SetValue(Preference::kOn);
-  tables_.preferences[PreferenceId::PreferIPv6] = std::make_shared<Preference>();  // unchanged
-
-  const auto program = std::make_shared<AutoStartItem>();
-  program->fields.id = 500;
-  program->fields.profileId = 2001;
-  program->fields.phase = 300;
-  program->fields.name = L"Clock";
-  program->SetState(ChangeState::New);
-  tables_.autoStartItems[500] = program;
-  const auto removed = std::make_shared<AutoStartItem>();
-  removed->fields.id = 1;
-  removed->SetState(ChangeState::Removed);
-  tables_.autoStartItems[1] = removed;
-
-  const auto manual = std::make_shared<ConfigSetting>();
-  manual->fields.profileId = 2001;
-  manual->fields.manualProxy = L"proxy.example.org:1";
-  manual->SetState(ChangeState::Changed);
-  tables_.manualConfigs[2001] = manual;
-  const auto automatic = std::make_shared<ConfigSetting>();
-  automatic->fields.profileId = 2004;
-  automatic->fields.automatic = true;
-  automatic->SetState(ChangeState::Removed);
-  tables_.autoConfigs[2004] = automatic;
-  tables_.autoConfigs[2005] = nullptr;
-
-  SaveSucceeds();
-  EXPECT_THAT(report_.changes, ElementsAre(RecordChange{RecordKind::Preference, 1014, ChangeState::Changed},
-                                           RecordChange{RecordKind::AutoStartItem, 1, ChangeState::Removed},
-                                           RecordChange{RecordKind::AutoStartItem, 500, ChangeState::New},
-                                           RecordChange{RecordKind::ManualConfig, 2001, ChangeState::Changed},
-                                           RecordChange{RecordKind::AutoConfig, 2004, ChangeState::Removed}));
-  EXPECT_EQ(Sql("SELECT PreferenceId, State, Visible FROM Preferences WHERE ProfileId = 2001"), "1014|2|1");
-  EXPECT_EQ(Sql("SELECT count(*) FROM Preferences WHERE ProfileId = 0"), "0");
-  EXPECT_EQ(Sql("SELECT Name, Phase FROM AutoStart WHERE Id = 500"), "Clock|300");
-  EXPECT_EQ(Sql("SELECT count(*) FROM AutoStart WHERE Id = 1"), "0");
-  EXPECT_EQ(Sql("SELECT ManualProxy FROM ConfigSettings WHERE ProfileId = 2001 AND Automatic = 0"),
-            "proxy.example.org:1");
-  EXPECT_EQ(Sql("SELECT group_concat(Automatic) FROM ConfigSettings WHERE ProfileId = 2004"), "0");
-}
-
-TEST_F(SettingsStoreTest, ARecordThatNoLongerExistsSavesNothing) {
-  Sql("DELETE FROM Profiles WHERE ProfileId = 2002");
-  ProfileOf(2001).SetName(L"Other");
-  ProfileOf(2001).SetState(ChangeState::Renamed);
-  ProfileOf(2002).SetState(ChangeState::Changed);
-  SaveFails(L"Nothing was saved, because profile 2002 could not be stored: it no longer exists.");
-}
-
-TEST_F(SettingsStoreTest, AConstraintRollsEverythingBack) {
-  AddProfile(3000, 100);
-  ProfileOf(2001).SetName(L"Other");
-  ProfileOf(2001).SetState(ChangeState::Renamed);
-  ProfileOf(1).SetState(ChangeState::Removed);
-  SaveFails(L"Nothing was saved, because profile 1 could not be stored: other profiles are linked to it.");
-  EXPECT_EQ(Sql("SELECT count(*) FROM Profiles WHERE ProfileId = 3000 OR Name = 'Other'"), "0");
-}
-
-TEST_F(SettingsStoreTest, ANewProfileWhoseIdIsTakenSavesNothing) {
-  AddProfile(2001, 100);
-  SaveFails(
-      L"Nothing was saved, because profile 2001 could not be stored: UNIQUE constraint failed: "
-      L"Profiles.ProfileId.");
-}
-
-TEST_F(SettingsStoreTest, AFailureInALaterTableRollsTheProfilesBack) {
-  ProfileOf(2001).SetName(L"Other");
-  ProfileOf(2001).SetState(ChangeState::Renamed);
-  Sql("DROP TABLE AutoStart");
-  tables_.autoStartItems[500] = std::make_shared<AutoStartItem>();
-  tables_.autoStartItems[500]->SetState(ChangeState::New);
-  SaveFails(L"Nothing was saved, because autostart entry 500 could not be stored: no such table: AutoStart.");
-}
-
-TEST_F(SettingsStoreTest, AFullDiskRollsEverythingBack) {
-  Sql("VACUUM");
-  // No page may be added to those that the file has.
-  ASSERT_EQ(sqlite3_exec(StoreConnection(), "PRAGMA max_page_count = 1", nullptr, nullptr, nullptr), SQLITE_OK);
-  ProfileOf(2001).SetAccount(L"small");
-  ProfileOf(2001).SetState(ChangeState::Changed);
-  ProfileOf(2002).SetAccount(std::wstring(100'000, L'x'));
-  ProfileOf(2002).SetState(ChangeState::Changed);
-  SaveFails(L"Nothing was saved, because profile 2002 could not be stored: the disk is full.");
-  EXPECT_EQ(Sql("SELECT Account FROM Profiles WHERE ProfileId = 2001"), "NULL");
-}
-
-TEST_F(SettingsStoreTest, AFileThatAnotherProgramWritesIsNotSaved) {
-  ProfileOf(2001).SetAccount(L"other");
-  ProfileOf(2001).SetState(ChangeState::Changed);
-  {
-    const FileLock otherProgram(file_, "BEGIN IMMEDIATE");
-    SaveFails(L"Nothing was saved: the settings database is in use by another program.");
-  }
-  SaveSucceeds();
-}
-
-TEST_F(SettingsStoreTest, AFileThatAnotherProgramReadsCannotBeCommitted) {
-  ProfileOf(2001).SetAccount(L"other");
-  ProfileOf(2001).SetState(ChangeState::Changed);
-  const FileLock otherProgram(file_, "BEGIN; SELECT * FROM Profiles");
-  SaveFails(L"Nothing was saved: the settings database is in use by another program.");
-}
-
-TEST_F(SettingsStoreTest, AReadOnlyConnectionSavesNothing) {
-  ProfileOf(2001).SetAccount(L"other");
-  ProfileOf(2001).SetState(ChangeState::Changed);
-  ASSERT_EQ(sqlite3_exec(StoreConnection(), "PRAGMA query_only = 1", nullptr, nullptr, nullptr), SQLITE_OK);
-  SaveFails(L"Nothing was saved: the settings database is read-only.");
-}
-
-TEST_F(SettingsStoreTest, LinksThatHaveNoEndAreNotSavedTo) {
-  Sql("DROP TRIGGER ProfileUpdateKeepsChains; UPDATE Profiles SET LinkProfile = 2001 WHERE ProfileId = 1");
-  ProfileOf(2001).SetState(ChangeState::Changed);
-  SaveFails(L"The file \"" + file_ +
-            L"\" cannot be used: the settings database is damaged (the links of profile 1 have no end).");
-}
-
 TEST_F(SettingsStoreTest, SetPreferenceChangesWhatTheProfileStores) {
   OpenSample();
   const std::string otherRows =
@@ -475,9 +178,203 @@ TEST_F(SettingsStoreTest, SetPreferenceChangesWhatTheProfileStores) {
   EXPECT_EQ(Sql(otherRows), before);
 }
 
-TEST_F(SettingsStoreTest, SetPreferenceAddsNoRow) {
-  OpenSample();
-  const std::string before = Sql("SELECT count(*) FROM Preferences");
-  EXPECT_EQ(store_.SetPreference(2001, PreferenceId{1014}, Preference::kOn), std::nullopt);
-  EXPECT_EQ(Sql("SELECT count(*) FROM Preferences"), before);
+TEST_F(SettingsStoreTest, SetPreferenceStoresAnInheritedOneAsTheProfilesOwn) {
+  EXPECT_EQ(store_.SetPreference(2001, PreferenceId::UdpEncapsulation, Preference::kOff), std::nullopt);
+  EXPECT_EQ(Sql("SELECT PreferenceId, State, Visible, IPSecRequired FROM Preferences WHERE ProfileId = 2001"),
+            "1044|1|1|1");
+  EXPECT_EQ(Sql("SELECT State FROM Preferences WHERE ProfileId = 1 AND PreferenceId = 1044"), "2");
+}
+
+TEST_F(SettingsStoreTest, SetPreferenceSaysWhyItFails) {
+  const FileLock otherProgram(file_, "BEGIN IMMEDIATE");
+  EXPECT_EQ(store_.SetPreference(2001, PreferenceId::AutoConnect, Preference::kOn),
+            Failure(L"Nothing was saved: the settings database is in use by another program."));
+}
+
+TEST_F(SettingsStoreTest, HandsOutTheSameRecordsUntilTheyAreSavedOrDiscarded) {
+  PreferenceTable first;
+  ASSERT_TRUE(store_.LoadPreferences(2004, first));
+  first.at(PreferenceId::AutoConnect)->SetValue(Preference::kOff);
+  PreferenceTable other;
+  ASSERT_TRUE(store_.LoadPreferences(2001, other));
+  PreferenceTable again;
+  ASSERT_TRUE(store_.LoadPreferences(2004, again));
+  EXPECT_EQ(again, first);
+  EXPECT_EQ(store_.LoadConfig(2004, false), store_.LoadConfig(2004, false));
+  AutoStartTable items;
+  AutoStartTable sameItems;
+  ASSERT_TRUE(store_.LoadAutoStart(2004, items));
+  ASSERT_TRUE(store_.LoadAutoStart(2004, sameItems));
+  EXPECT_EQ(items, sameItems);
+
+  store_.DiscardChanges();
+  ASSERT_TRUE(store_.LoadPreferences(2004, again));
+  EXPECT_EQ(again.at(PreferenceId::AutoConnect)->GetValue(), Preference::kOn);
+  PreferenceTable fresh;
+  ASSERT_TRUE(store_.LoadPreferences(2004, fresh));
+  EXPECT_NE(fresh, again) << "nobody edits them";
+}
+
+TEST_F(SettingsStoreTest, LoadingTheProfilesAgainForgetsWhatWasChanged) {
+  PreferenceTable preferences;
+  ASSERT_TRUE(store_.LoadPreferences(2004, preferences));
+  preferences.at(PreferenceId::AutoConnect)->SetValue(Preference::kOff);
+  ASSERT_EQ(store_.LoadProfiles(tables_.profiles), Failure());
+  ASSERT_TRUE(store_.LoadPreferences(2004, preferences));
+  EXPECT_EQ(preferences.at(PreferenceId::AutoConnect)->GetValue(), Preference::kOn);
+}
+
+TEST_F(SettingsStoreTest, APreferenceThatNobodyStoresIsBuiltIn) {
+  Sql("DELETE FROM Preferences WHERE PreferenceId IN (1522, 1477, 1014)");
+  PreferenceTable preferences;
+  ASSERT_TRUE(store_.LoadPreferences(2001, preferences));
+  EXPECT_THAT(preferences, SizeIs(27));
+  EXPECT_EQ(preferences.at(PreferenceId::UseSavedCertificate)->GetValue(), Preference::kOn);
+  EXPECT_EQ(preferences.at(PreferenceId::VpnMtu)->GetValue(), 0);
+  EXPECT_EQ(preferences.at(PreferenceId::AutoConnect)->GetValue(), Preference::kOff);
+  EXPECT_EQ(preferences.at(PreferenceId::AutoConnect)->Fields().profileId, 2001u);
+  EXPECT_TRUE(preferences.at(PreferenceId::AutoConnect)->Fields().visible);
+}
+
+TEST_F(SettingsStoreTest, AChangedPreferenceCountsAsTheUsersOwn) {
+  PreferenceTable preferences;
+  ASSERT_TRUE(store_.LoadPreferences(2001, preferences));
+  preferences.at(PreferenceId::AutoConnect)->SetValue(Preference::kOn);
+  PreferenceTable own;
+  ASSERT_TRUE(store_.LoadOwnPreferences(2001, own));
+  EXPECT_THAT(own, SizeIs(1));
+  EXPECT_EQ(own.at(PreferenceId::AutoConnect), preferences.at(PreferenceId::AutoConnect));
+}
+
+TEST_F(SettingsStoreTest, AProfileWithoutProxyConfigurationHasAnEmptyOne) {
+  for (const bool automatic : {false, true}) {
+    const auto config = store_.LoadConfig(2003, automatic);
+    ASSERT_NE(config, nullptr);
+    EXPECT_EQ(config->fields.profileId, 2003);
+    EXPECT_EQ(config->fields.automatic, automatic);
+    EXPECT_EQ(config->fields.manualProxy, L"");
+    EXPECT_EQ(config->GetState(), ChangeState::Unchanged);
+  }
+  EXPECT_THAT(log_.Messages(), IsEmpty());
+}
+
+TEST_F(SettingsStoreTest, AProxyConfigurationThatCannotBeReadIsLoggedAndNull) {
+  Sql("DROP TABLE ConfigSettings");
+  EXPECT_EQ(store_.LoadConfig(2004, false), nullptr);
+  EXPECT_FALSE(log_.Messages().empty());
+}
+
+TEST_F(SettingsStoreTest, AnAutostartListIsTheProfilesOwnOrACopyOfThatOfItsDefaults) {
+  AutoStartTable own;
+  ASSERT_TRUE(store_.LoadAutoStart(2004, own));
+  EXPECT_THAT(own, SizeIs(8));
+  EXPECT_EQ(own.begin()->second->fields.profileId, 2004);
+
+  AutoStartTable copied;
+  ASSERT_TRUE(store_.LoadAutoStart(2003, copied));
+  EXPECT_THAT(copied, SizeIs(5));
+  std::vector<std::wstring> programs;
+  for (const auto& [id, item] : copied) {
+    EXPECT_EQ(item->fields.profileId, 2003);
+    EXPECT_EQ(static_cast<uint32_t>(item->fields.id), id);
+    EXPECT_FALSE(own.contains(id));
+    if (item->fields.recordType == AutoStartRecordType::Program) programs.push_back(item->fields.name);
+  }
+  EXPECT_THAT(programs, testing::ElementsAre(L"Clean up"));
+
+  AutoStartTable others;
+  ASSERT_TRUE(store_.LoadAutoStart(2001, others));
+  for (const auto& [id, item] : others) EXPECT_FALSE(copied.contains(id)) << "each has numbers of its own";
+}
+
+TEST_F(SettingsStoreTest, AnAutostartListThatCannotBeReadIsLoggedAndNotThere) {
+  Sql("DROP TABLE AutoStart");
+  AutoStartTable items = {{1, nullptr}};
+  EXPECT_FALSE(store_.LoadAutoStart(2004, items));
+  EXPECT_THAT(items, IsEmpty());
+  EXPECT_FALSE(log_.Messages().empty());
+}
+
+TEST_F(SettingsStoreTest, AnActiveProfileThatCannotBeReadIsLoggedAndStaysTheLastKnown) {
+  ASSERT_EQ(store_.GetActiveProfileId(), 2001u);
+  {
+    const FileLock otherProgram(file_, "BEGIN EXCLUSIVE");
+    EXPECT_EQ(store_.GetActiveProfileId(), 2001u);
+  }
+  ASSERT_THAT(log_.Messages(), SizeIs(1));
+  EXPECT_EQ(log_.Messages()[0].text,
+            L"The active profile cannot be read: the settings database is in use by another program");
+  Sql("DELETE FROM ClientState");
+  EXPECT_EQ(store_.GetActiveProfileId(), 0u);
+}
+
+TEST_F(SettingsStoreTest, ANewProfileStartsWithWhatIsInForceForItsDefaults) {
+  std::shared_ptr<Profile> created;
+  ASSERT_EQ(store_.CreateProfile(created), Failure());
+  EXPECT_EQ(created->GetProfileId(), 2006u) << "10001 is above those that have preferences of their own";
+  EXPECT_EQ(created->GetLinkProfile(), 1u) << "as the active profile";
+  EXPECT_EQ(created->GetName(), L"");
+  EXPECT_EQ(created->GetDurationTime(), 14400s);
+  EXPECT_EQ(created->GetSMIdleTime(), 3600s);
+  EXPECT_EQ(created->GetState(), ChangeState::Unchanged);
+  std::shared_ptr<Profile> second;
+  ASSERT_EQ(store_.CreateProfile(second), Failure());
+  EXPECT_EQ(second->GetProfileId(), 2007u);
+}
+
+TEST_F(SettingsStoreTest, ANewProfileFollowsTheFirstDefaultsWhereTheActiveProfileHasNone) {
+  for (const char* active : {"DELETE FROM ClientState", "INSERT INTO ClientState VALUES ('ActiveProfile', '4711')",
+                             "UPDATE ClientState SET Value = '1' WHERE Name = 'ActiveProfile'"}) {
+    Sql(active);
+    std::shared_ptr<Profile> created;
+    ASSERT_EQ(store_.CreateProfile(created), Failure());
+    EXPECT_EQ(created->GetLinkProfile(), 1u) << active;
+  }
+}
+
+TEST_F(SettingsStoreTest, ANewProfileWithoutAnyDefaultsStartsWithThoseOfTheClient) {
+  Sql("DELETE FROM Profiles WHERE ProfileId > 2000; DELETE FROM Profiles WHERE ProfileId = 2000;"
+      "DELETE FROM Profiles");
+  ASSERT_EQ(store_.LoadProfiles(tables_.profiles), Failure());
+  ASSERT_THAT(tables_.profiles, IsEmpty());
+  std::shared_ptr<Profile> created;
+  ASSERT_EQ(store_.CreateProfile(created), Failure());
+  EXPECT_EQ(created->GetProfileId(), 2001u);
+  EXPECT_EQ(created->GetLinkProfile(), 0u);
+  EXPECT_EQ(created->GetDurationTime(), 0s);
+}
+
+TEST_F(SettingsStoreTest, ANewProfileNeedsAnIdAndTheOthers) {
+  Sql("WITH RECURSIVE Id(N) AS (SELECT 2006 UNION ALL SELECT N + 1 FROM Id WHERE N < 9998)"
+      "INSERT INTO Profiles (ProfileId, Name) SELECT N, 'x' FROM Id");
+  ASSERT_EQ(store_.LoadProfiles(tables_.profiles), Failure());
+  std::shared_ptr<Profile> created;
+  ASSERT_EQ(store_.CreateProfile(created), Failure());
+  EXPECT_EQ(created->GetProfileId(), 9999u);
+  EXPECT_EQ(store_.CreateProfile(created),
+            Failure(L"No login profile can be made: there are as many login profiles as there can be."));
+  EXPECT_EQ(created, nullptr);
+  Sql("DELETE FROM Profiles WHERE ProfileId = 3000");
+  ASSERT_EQ(store_.LoadProfiles(tables_.profiles), Failure());
+  ASSERT_EQ(store_.CreateProfile(created), Failure());
+  EXPECT_EQ(created->GetProfileId(), 9999u);
+  ASSERT_EQ(store_.CreateProfile(created), Failure());
+  EXPECT_EQ(created->GetProfileId(), 3000u) << "a free one";
+  store_.DiscardChanges();
+  EXPECT_EQ(store_.CreateProfile(created),
+            Failure(L"No login profile can be made: the login profiles have not been loaded."));
+}
+
+TEST_F(SettingsStoreTest, ANewProfileHasThePreferencesAndEntriesOfTheDefaultsThatItFollows) {
+  std::shared_ptr<Profile> created;
+  ASSERT_EQ(store_.CreateProfile(created), Failure());
+  created->Columns().linkProfile = 100;
+  PreferenceTable preferences;
+  ASSERT_TRUE(store_.LoadPreferences(2006, preferences));
+  EXPECT_EQ(preferences.at(PreferenceId::VpnMtu)->GetValue(), 1480);
+  EXPECT_EQ(preferences.at(PreferenceId::VpnMtu)->Fields().profileId, 2006u);
+  AutoStartTable items;
+  ASSERT_TRUE(store_.LoadAutoStart(2006, items));
+  EXPECT_THAT(items, SizeIs(5));
+  EXPECT_EQ(items.begin()->second->fields.profileId, 2006);
 }

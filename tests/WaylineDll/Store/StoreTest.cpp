@@ -2,6 +2,7 @@
 
 #include <sqlite3.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 
@@ -38,6 +39,48 @@ sqlite3* StoreTest::StoreConnection() const {
 
 void StoreTest::WriteFile(const std::string& bytes) const {
   std::ofstream(std::filesystem::path(file_), std::ios::binary) << bytes;
+}
+
+void LoadedStoreTest::SetUp() {
+  OpenSample();
+  ASSERT_EQ(store_.LoadProfiles(tables_.profiles), Failure());
+}
+
+Profile& LoadedStoreTest::AddProfile(uint32_t id, uint32_t parent) {
+  const auto profile = std::make_shared<Profile>(ProfileOf(parent));
+  profile->Columns().profileId = id;
+  profile->Columns().linkProfile = parent;
+  profile->SetName(L"New");
+  profile->SetState(ChangeState::New);
+  tables_.profiles[id] = profile;
+  return *profile;
+}
+
+std::shared_ptr<Preference> LoadedStoreTest::PreferenceOf(uint32_t profileId, PreferenceId id) {
+  PreferenceTable preferences;
+  EXPECT_TRUE(store_.LoadPreferences(profileId, preferences));
+  return preferences.at(id);
+}
+
+std::shared_ptr<AutoStartItem> LoadedStoreTest::AutoStartOf(uint32_t profileId, const std::wstring& name) {
+  AutoStartTable items;
+  EXPECT_TRUE(store_.LoadAutoStart(profileId, items));
+  const auto found = std::ranges::find_if(items, [&](const auto& item) { return item.second->fields.name == name; });
+  EXPECT_NE(found, items.end()) << ToUtf8(name);
+  return found->second;
+}
+
+void LoadedStoreTest::SaveSucceeds() {
+  ASSERT_EQ(store_.Save(tables_, report_), Failure());
+  EXPECT_THAT(report_.lost, testing::IsEmpty());
+}
+
+void LoadedStoreTest::SaveFails(const std::wstring& sentence) {
+  const std::string before = FileBytes(file_);
+  EXPECT_EQ(store_.Save(tables_, report_), Failure(sentence));
+  EXPECT_THAT(report_.changes, testing::IsEmpty());
+  EXPECT_TRUE(FileBytes(file_) == before) << "the file has changed";
+  EXPECT_NE(sqlite3_get_autocommit(StoreConnection()), 0) << "a transaction is still open";
 }
 
 std::wstring CannotBeUsed(const std::wstring& file, const std::wstring& reason) {

@@ -34,6 +34,30 @@ class StoreTest : public testing::Test {
   SettingsStore store_;
 };
 
+/// The same with its records loaded, as the client has them while a sheet is open.
+class LoadedStoreTest : public StoreTest {
+ protected:
+  void SetUp() override;
+
+  Profile& ProfileOf(uint32_t id) { return *tables_.profiles.at(id); }
+
+  /// A new profile with the values in force of the one that it follows.
+  Profile& AddProfile(uint32_t id, uint32_t parent);
+
+  /// A record of a profile's list, as the store hands it out.
+  std::shared_ptr<Preference> PreferenceOf(uint32_t profileId, PreferenceId id);
+  std::shared_ptr<AutoStartItem> AutoStartOf(uint32_t profileId, const std::wstring& name);
+
+  /// Saves, which succeeds and loses nothing.
+  void SaveSucceeds();
+
+  /// Saving fails with this sentence, lists no changes and leaves the file byte for byte as it is.
+  void SaveFails(const std::wstring& sentence);
+
+  SettingsTables tables_;
+  SaveReport report_;
+};
+
 /// The sentence for a file that cannot be used.
 std::wstring CannotBeUsed(const std::wstring& file, const std::wstring& reason);
 

@@ -1,0 +1,97 @@
+#include "WaylineDll/Store/RecordLoader.h"
+
+#include <sqlite3.h>
+
+#include <algorithm>
+#include <memory>
+#include <utility>
+
+#include "Database/Profiles/BuiltInPreferences.h"
+#include "Database/Profiles/ProfileNames.h"
+#include "NetUtilities/Text/Format.h"
+
+namespace {
+
+// A profile and those that it is linked to, the nearest first. Links that have no end lead no further than there are
+// profiles.
+constexpr std::wstring_view kChain =
+    L"with recursive Chain(Id, Distance) as ("
+    L"select @ProfileId, 0 "
+    L"union all select LinkProfile, Distance + 1 from Profiles join Chain on ProfileId = Id "
+    L"where LinkProfile <> 0 and Distance < (select count(*) from Profiles)) ";
+
+template <typename Record>
+LoadedRecord<Record> Loaded(const Record& values, bool stored) {
+  return {std::make_shared<Record>(values), values, stored};
+}
+
+}  // namespace
+
+std::optional<LoadedPreferences> RecordLoader::LoadPreferences(uint32_t profileId, uint32_t firstId) const {
+  LoadedPreferences preferences;
+  SQLContext context;
+  int32_t code = sqlite_.Execute(context,
+                                 Format(L"select {} from {} join ({}select Id, Distance from Chain) on ProfileId = Id "
+                                        L"order by Distance;",
+                                        ColumnNames(Preference().GetBindings()), kPreferenceTable, kChain),
+                                 {static_cast<int32_t>(firstId)});
+  for (; code == SQLITE_ROW; code = context.Step()) {
+    Preference row;
+    sqlite_.ReadData(context, &row);
+    PreferenceFields fields = row.Fields();
+    const bool stored = fields.profileId == profileId;
+    fields.profileId = profileId;
+    preferences.try_emplace(fields.preferenceId, Loaded(Preference(fields), stored));
+  }
+  if (code != SQLITE_DONE) {
+    sqlite_.ReportError(code);
+    return std::nullopt;
+  }
+  for (const BuiltInPreference& builtIn : BuiltInPreferences()) {
+    const PreferenceFields fields = {
+        .preferenceId = builtIn.id, .profileId = profileId, .state = builtIn.value, .visible = true};
+    preferences.try_emplace(builtIn.id, Loaded(Preference(fields), false));
+  }
+  return preferences;
+}
+
+std::optional<LoadedAutoStart> RecordLoader::LoadAutoStart(uint32_t profileId, uint32_t firstId,
+                                                           uint32_t& nextId) const {
+  LoadedAutoStart items;
+  SQLContext context;
+  int32_t code = sqlite_.Execute(
+      context,
+      Format(L"select {} from {} where ProfileId = ({}select Id from Chain where exists (select 1 from {} where "
+             L"ProfileId = Chain.Id) order by Distance limit 1) order by Phase, ItemOrder, Id;",
+             ColumnNames(AutoStartItem().GetBindings()), kAutoStartTable, kChain, kAutoStartTable),
+      {static_cast<int32_t>(firstId)});
+  for (; code == SQLITE_ROW; code = context.Step()) {
+    AutoStartItem row;
+    sqlite_.ReadData(context, &row);
+    const bool stored = row.fields.profileId == static_cast<int32_t>(profileId);
+    if (!stored) {
+      row.fields.profileId = static_cast<int32_t>(profileId);
+      row.fields.id = static_cast<int32_t>(nextId++);
+    }
+    items.try_emplace(static_cast<uint32_t>(row.fields.id), Loaded(row, stored));
+  }
+  if (code == SQLITE_DONE) return items;
+  sqlite_.ReportError(code);
+  return std::nullopt;
+}
+
+std::optional<LoadedRecord<ConfigSetting>> RecordLoader::LoadConfig(uint32_t profileId, bool automatic) const {
+  ConfigSetting config;
+  config.fields.profileId = static_cast<int32_t>(profileId);
+  config.fields.automatic = automatic;
+  SQLContext context;
+  const int32_t code =
+      sqlite_.Execute(context,
+                      Format(L"select {} from {} where ProfileId = @ProfileId and Automatic = @Automatic;",
+                             ColumnNames(config.GetBindings()), kConfigSettingTable),
+                      {static_cast<int32_t>(profileId), automatic ? 1 : 0});
+  if (code == SQLITE_ROW) sqlite_.ReadData(context, &config);
+  if (code == SQLITE_ROW || code == SQLITE_DONE) return Loaded(config, code == SQLITE_ROW);
+  sqlite_.ReportError(code);
+  return std::nullopt;
+}

@@ -1,0 +1,66 @@
+#include "WaylineDll/Store/Saving.h"
+
+#include <sqlite3.h>
+
+#include <utility>
+
+#include "NetUtilities/Log.h"
+#include "NetUtilities/Text/Format.h"
+#include "WaylineDll/Store/Failures.h"
+#include "WaylineDll/Store/RowWriter.h"
+#include "WaylineDll/Store/Statement.h"
+#include "WaylineDll/Store/Transaction.h"
+
+namespace {
+
+std::wstring NameOf(const RowChange& change, const NameOfProfile& nameOf) {
+  const std::wstring profile = Format(L"the login profile \"{}\"", nameOf(change.profileId));
+  switch (change.kind) {
+    case RecordKind::Profile:
+      return profile;
+    case RecordKind::Preference:
+      return L"the preferences of " + profile;
+    case RecordKind::AutoStartItem:
+      return L"the autostart entries of " + profile;
+    case RecordKind::ManualConfig:
+    case RecordKind::AutoConfig:
+      break;
+  }
+  return L"the proxy configuration of " + profile;
+}
+
+int32_t ReadLinks(sqlite3* connection, StoredLinks& links) {
+  Statement statement;
+  int32_t code = statement.Prepare(connection, L"SELECT ProfileId, LinkProfile FROM Profiles");
+  while (code == SQLITE_OK && (code = statement.Step()) == SQLITE_ROW) {
+    links[static_cast<uint32_t>(statement.Integer(0))] = static_cast<uint32_t>(statement.Integer(1));
+    code = SQLITE_OK;
+  }
+  return code == SQLITE_DONE ? SQLITE_OK : code;
+}
+
+}  // namespace
+
+Failure WritePlan(SQLite& sqlite, std::vector<RowChange> plan, const NameOfProfile& nameOf, SaveReport& report) {
+  sqlite3* const connection = sqlite.GetDatabase()->GetConnection();
+  SaveReport written;
+  Transaction transaction(connection);
+  int32_t code = transaction.BeginWriting();
+  StoredLinks links;
+  if (code == SQLITE_OK) code = ReadLinks(connection, links);
+  if (code != SQLITE_OK) return SaveFailure(ReasonText(connection, code));
+  if (Failure failure = FitToStoredProfiles(plan, links, nameOf, written.lost)) return failure;
+
+  RowWriter writer(sqlite);
+  for (const RowChange& change : plan) {
+    code = writer.Write(change);
+    if (code != SQLITE_OK) return RowFailure(NameOf(change, nameOf), ReasonText(connection, code));
+    if (change.state != ChangeState::Unchanged) written.changes.push_back({change.kind, change.key, change.state});
+  }
+  code = transaction.Commit();
+  if (code != SQLITE_OK) return SaveFailure(ReasonText(connection, code));
+
+  for (const std::wstring& line : writer.Replaced()) Log(LogSource::Database, LogLevel::Info, line);
+  report = std::move(written);
+  return {};
+}
