@@ -8,6 +8,16 @@ namespace {
 // page where that of a modal dialog carries the object itself.
 thread_local BaseDialog* pageInCreation = nullptr;
 
+bool IsPage(HWND window) { return (GetWindowLongW(window, GWL_STYLE) & WS_CHILD) != 0; }
+
+// Whether the window is to be closed as soon as it looks at its messages.
+bool IsClosePosted(HWND window) {
+  MSG message{};
+  const auto isPosted = [&](UINT id) { return PeekMessageW(&message, window, id, id, PM_NOREMOVE) != FALSE; };
+  constexpr WPARAM kSystemCommand = 0xfff0;  // the lowest bits are the system's own
+  return isPosted(WM_CLOSE) || (isPosted(WM_SYSCOMMAND) && (message.wParam & kSystemCommand) == SC_CLOSE);
+}
+
 BaseDialog* ObjectOf(HWND window) { return reinterpret_cast<BaseDialog*>(GetWindowLongPtrW(window, DWLP_USER)); }
 
 }  // namespace
@@ -72,6 +82,7 @@ UINT CALLBACK BaseDialog::MyPropPageProc(HWND, UINT message, PROPSHEETPAGEW* pag
 INT_PTR BaseDialog::Dispatch(UINT message, WPARAM wordParameter, LPARAM longParameter) {
   switch (message) {
     case WM_INITDIALOG:
+      cancelling_ = false;
       return OnInitDialog(longParameter);
     case WM_COMMAND:
       return DispatchCommand(wordParameter, longParameter);
@@ -87,9 +98,24 @@ INT_PTR BaseDialog::Dispatch(UINT message, WPARAM wordParameter, LPARAM longPara
       window_ = nullptr;
       return result;
     }
+    case WM_CLOSE: {
+      // What the system does by itself would come back as the command of Cancel, which a dialog may answer by closing
+      // itself.
+      const int result = OnMsg(message, wordParameter, longParameter);
+      return result != 0 || IsPage(window_) ? result : Cancel(longParameter);
+    }
     default:
       return OnMsg(message, wordParameter, longParameter);
   }
+}
+
+int BaseDialog::Cancel(int64_t parameter) {
+  if (IsPage(window_)) return OnCancel(parameter);
+  if (cancelling_) return EndDialog(window_, IDCANCEL);
+  cancelling_ = true;
+  const int result = OnCancel(parameter);
+  cancelling_ = window_ != nullptr && IsClosePosted(window_);
+  return result;
 }
 
 INT_PTR BaseDialog::DispatchCommand(WPARAM command, LPARAM control) {
@@ -99,7 +125,7 @@ INT_PTR BaseDialog::DispatchCommand(WPARAM command, LPARAM control) {
       if (ValidateWindowControls() != 0 && OnOk(control) != 0) EndDialog(window_, IDOK);
       return TRUE;
     case IDCANCEL:
-      return OnCancel(control);
+      return Cancel(control);
     case IDHELP:
       return OnHelp(control);
     default:

@@ -5,6 +5,8 @@
 #include <commctrl.h>
 #include <gmock/gmock.h>
 
+#include <algorithm>
+
 #include "tests/WaylineDll/RecordingDialog.h"
 #include "tests/WaylineDll/TestDialogs.h"
 
@@ -19,6 +21,26 @@ using testing::Not;
 using Dialog = RecordingDialog<BaseDialog>;
 
 int64_t AsParameter(const void* pointer) { return reinterpret_cast<int64_t>(pointer); }
+
+// Counts its Cancels, and answers each as the test says.
+class Cancelling : public Dialog {
+ public:
+  using Dialog::Dialog;
+  int cancels = 0;
+  std::function<void()> onCancel;
+
+ protected:
+  int OnCancel(int64_t) override {
+    // One that closes itself for ever must not keep the test.
+    if (++cancels > 10) return EndDialog(GetWindow(), kStillOpen);
+    onCancel();
+    return 1;
+  }
+};
+
+ptrdiff_t CancelsOf(const Dialog& dialog) {
+  return std::ranges::count_if(dialog.calls, [](const std::string& call) { return call.starts_with("OnCancel("); });
+}
 
 class BaseDialogTest : public testing::Test {
  protected:
@@ -123,6 +145,100 @@ TEST_F(BaseDialogTest, CancelEndsWith2) {
   EXPECT_THAT(calls, ElementsAre(Dialog::Call("OnCommand", MAKEWPARAM(IDCANCEL, BN_CLICKED), control),
                                  Dialog::Call("OnCancel", control)));
   EXPECT_EQ(result, IDCANCEL);
+}
+
+// Each as the system sends it: the title bar and Alt+F4, the taskbar, and a program that wants the dialog closed.
+using Close = void (*)(HWND dialog);
+const std::vector<Close> kCloses = {
+    [](HWND dialog) { SendMessageW(dialog, WM_SYSCOMMAND, SC_CLOSE, 0); },
+    [](HWND dialog) { PostMessageW(dialog, WM_SYSCOMMAND, SC_CLOSE | 1, 0); },
+    [](HWND dialog) { SendMessageW(dialog, WM_CLOSE, 0, 0); },
+    [](HWND dialog) { PostMessageW(dialog, WM_CLOSE, 0, 0); },
+};
+
+TEST_F(BaseDialogTest, ClosingEndsWith2ByOneCancel) {
+  for (const Close close : kCloses) {
+    dialog.calls.clear();
+    EXPECT_EQ(Run({[&] { close(dialog.GetWindow()); }, [] {}, [] {}}), IDCANCEL);
+    EXPECT_EQ(CancelsOf(dialog), 1);
+  }
+}
+
+TEST_F(BaseDialogTest, ADialogThatAnswersCancelByClosingItselfEnds) {
+  for (const Close closeItself : kCloses) {
+    Cancelling closing(IDD_TEST_DIALOG);
+    closing.onCancel = [&] { closeItself(closing.GetWindow()); };
+    closing.steps = {[&] { closing.CallsForClick(IDCANCEL); }, [] {}, [] {}};
+    EXPECT_EQ(closing.DoModal(), IDCANCEL);
+    EXPECT_EQ(closing.cancels, 1);
+    for (const Close close : kCloses) {
+      closing.cancels = 0;
+      closing.steps = {[&] { close(closing.GetWindow()); }, [] {}, [] {}, [] {}};
+      EXPECT_EQ(closing.DoModal(), IDCANCEL);
+      EXPECT_EQ(closing.cancels, 1);
+    }
+  }
+}
+
+TEST_F(BaseDialogTest, ADialogWhoseCommandOfCancelClosesItEndsByOneCancel) {
+  for (const Close close : kCloses) {
+    class Closing : public Dialog {
+     public:
+      explicit Closing(Close close) : Dialog(IDD_TEST_DIALOG), close_(close) {}
+
+     protected:
+      int OnCommand(uint64_t command, int64_t control) override {
+        if (LOWORD(command) != IDCANCEL) return Dialog::OnCommand(command, control);
+        close_(GetWindow());
+        return 1;
+      }
+
+     private:
+      Close close_;
+    } closing(close);
+    closing.steps = {[&] { SendMessageW(closing.Control(IDCANCEL), BM_CLICK, 0, 0); }, [] {}, [] {}};
+    EXPECT_EQ(closing.DoModal(), IDCANCEL);
+    EXPECT_EQ(CancelsOf(closing), 1);
+  }
+}
+
+TEST_F(BaseDialogTest, ADialogThatRefusesToBeCancelledIsAskedEachTime) {
+  Cancelling refusing(IDD_TEST_DIALOG);
+  refusing.onCancel = [&] {
+    if (refusing.cancels == 1 + static_cast<int>(kCloses.size())) EndDialog(refusing.GetWindow(), IDCANCEL);
+  };
+  refusing.steps = {[&] { refusing.CallsForClick(IDCANCEL); }};
+  for (const Close close : kCloses) {
+    refusing.steps.emplace_back([&refusing, close] { close(refusing.GetWindow()); });
+    refusing.steps.emplace_back([] {});
+  }
+  EXPECT_EQ(refusing.DoModal(), IDCANCEL);
+  EXPECT_EQ(refusing.cancels, 1 + static_cast<int>(kCloses.size()));
+}
+
+TEST_F(BaseDialogTest, ADialogThatHandlesItsClosingStaysOpen) {
+  class Handling : public Dialog {
+   public:
+    using Dialog::Dialog;
+
+   protected:
+    int OnMsg(uint32_t message, uint64_t wordParameter, int64_t longParameter) override {
+      return message == WM_CLOSE ? 1 : Dialog::OnMsg(message, wordParameter, longParameter);
+    }
+  } handling(IDD_TEST_DIALOG);
+  handling.steps = {[&] { SendMessageW(handling.GetWindow(), WM_CLOSE, 0, 0); }};
+  EXPECT_EQ(handling.DoModal(), Dialog::kStillOpen);
+  EXPECT_EQ(CancelsOf(handling), 0);
+}
+
+TEST_F(BaseDialogTest, ADialogThatClosedItselfCanBeShownAndCancelledAgain) {
+  Cancelling closing(IDD_TEST_DIALOG);
+  closing.onCancel = [&] { PostMessageW(closing.GetWindow(), WM_CLOSE, 0, 0); };
+  for (int showing = 1; showing <= 2; ++showing) {
+    closing.steps = {[&] { closing.CallsForClick(IDCANCEL); }, [] {}, [] {}};
+    EXPECT_EQ(closing.DoModal(), IDCANCEL);
+    EXPECT_EQ(closing.cancels, showing);
+  }
 }
 
 TEST_F(BaseDialogTest, ACommandThatIsHandledGoesNoFurther) {

@@ -150,6 +150,18 @@ TEST_F(PropPageDialogTest, CancelCallsOnCancelAndEndsWith0) {
   EXPECT_THAT(first.calls, AllOf(Contains(StartsWith("OnCancel(")), Not(Contains(StartsWith("OnOk(")))));
 }
 
+TEST_F(PropPageDialogTest, APageThatIsToldToCloseStays) {
+  for (const UINT message : {WM_CLOSE, WM_SYSCOMMAND}) {
+    const INT_PTR result = Show({[&] { SendMessageW(first.GetWindow(), message, SC_CLOSE, 0); }, [] {},
+                                 [&] {
+                                   EXPECT_EQ(first.GetWindow(), PageInFront());
+                                   EXPECT_TRUE(IsWindowVisible(first.GetWindow()));
+                                   PressOk();
+                                 }});
+    EXPECT_EQ(result, kConfirmed);
+  }
+}
+
 TEST_F(PropPageDialogTest, ADialogOverAPageHasItsOwnWindowAndCalls) {
   const INT_PTR result = Show({[&] {
                                  Dialog dialog(IDD_TEST_DIALOG, Sheet());

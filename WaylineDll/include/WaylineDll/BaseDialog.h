@@ -43,7 +43,9 @@ class WAYLINE_CLASS BaseDialog {
   /// The window and its controls exist. Zero means that the keyboard focus has been set. By default fills the controls.
   virtual int OnInitDialog(int64_t parameter);
 
-  /// Cancel was pressed. By default ends a modal dialog with IDCANCEL.
+  /// Cancel was pressed, or the dialog closed in another way. By default ends a modal dialog with IDCANCEL. A modal
+  /// dialog that closes its own window here, at once or with a posted message, ends with IDCANCEL and is not asked
+  /// again; one that does neither stays open.
   virtual int OnCancel(int64_t parameter);
 
   /// Help was asked for with F1 or the caption's question mark; `parameter` is the address of a HELPINFO.
@@ -90,9 +92,11 @@ class WAYLINE_CLASS BaseDialog {
   INT_PTR Dispatch(UINT message, WPARAM wordParameter, LPARAM longParameter);
   INT_PTR DispatchCommand(WPARAM command, LPARAM control);
   INT_PTR DispatchNotify(WPARAM controlId, LPARAM record);
+  int Cancel(int64_t parameter);
 
   HINSTANCE instance_;
   const wchar_t* templateId_;
   HWND parentWindow_;
   HWND window_ = nullptr;
+  bool cancelling_ = false;  // a modal dialog is in its OnCancel, or has asked there to be closed
 };
