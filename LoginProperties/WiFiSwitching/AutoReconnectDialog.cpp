@@ -84,8 +84,10 @@ int AutoReconnectDialog::OnCommand(uint64_t command, int64_t control) {
   const int notification = HIWORD(command);
   if (!GetContext().currentProfile && id != IDC_PROFILE_COMBO) return 1;
   switch (id) {
-    case IDC_PROFILE_COMBO:
     case IDC_OVERRIDE_CHECK:
+      StoreFields();
+      return ProfileDataDialog::OnCommand(command, control);
+    case IDC_PROFILE_COMBO:
       return ProfileDataDialog::OnCommand(command, control);
     case IDC_RECONNECT_SWITCH_CHECK:
       return OnSwitchClicked(id, &Profile::SetOverrideARMode);
@@ -94,9 +96,8 @@ int AutoReconnectDialog::OnCommand(uint64_t command, int64_t control) {
     case IDC_RECONNECT_PROMPT_CHECK:
       return OnPromptClicked();
     case IDC_RECONNECT_INTERVAL:
-      return notification == EN_KILLFOCUS ? OnFieldLeft(id, &Profile::SetOverrideSwitchInterval) : 1;
     case IDC_RECONNECT_STRENGTH:
-      return notification == EN_KILLFOCUS ? OnFieldLeft(id, &Profile::SetOverrideSignalStrength) : 1;
+      return notification == EN_KILLFOCUS ? OnFieldLeft(id) : 1;
     case IDC_RECONNECT_AT_ONCE_RADIO:
       return OnLostConnectionChosen(id, kReconnectAtOnce);
     case IDC_RECONNECT_WAIT_RADIO:
@@ -107,6 +108,8 @@ int AutoReconnectDialog::OnCommand(uint64_t command, int64_t control) {
 }
 
 int AutoReconnectDialog::OnSwitchClicked(int id, void (Profile::*store)(bool)) {
+  // Showing the values anew writes over what is typed.
+  StoreFields();
   Profile& edited = *GetContext().currentProfile;
   (edited.*store)(IsControlChecked(GetWindow(), id));
   ShowReconnectValues(edited);
@@ -122,13 +125,22 @@ int AutoReconnectDialog::OnPromptClicked() {
   return 1;
 }
 
-int AutoReconnectDialog::OnFieldLeft(int id, void (Profile::*store)(int32_t)) {
-  Profile& edited = *GetContext().currentProfile;
-  edited.SetState(ChangeState::Changed);
-  (edited.*store)(ToNumber(ControlText(GetWindow(), id, kLongestText)));
-  const int result = leaving_ ? 1 : ValidateWindowControls();
+int AutoReconnectDialog::OnFieldLeft(int id) {
+  const HWND sheet = GetParent(GetWindow());
+  const HWND next = GetFocus();
+  // To tell of a wrong number would take the focus back, and the click on Cancel with it.
+  if (cancelled_ || next == GetDlgItem(sheet, IDCANCEL)) return 1;
+  GetContext().currentProfile->SetState(ChangeState::Changed);
+  StoreFields();
+  // A click on a tab is followed by the sheet's own question, and one message is enough.
+  const int result = leaving_ || next == PropSheet_GetTabControl(sheet) ? 1 : ValidateWindowControls();
   EnableControl(GetWindow(), id, true);
   return result;
+}
+
+void AutoReconnectDialog::StoreFields() {
+  StoreTyped(ControlText(GetWindow(), IDC_RECONNECT_INTERVAL, kLongestText),
+             ControlText(GetWindow(), IDC_RECONNECT_STRENGTH, kLongestText), *GetContext().currentProfile);
 }
 
 int AutoReconnectDialog::OnLostConnectionChosen(int id, int32_t settings) {
@@ -141,17 +153,19 @@ int AutoReconnectDialog::OnLostConnectionChosen(int id, int32_t settings) {
 
 int AutoReconnectDialog::OnNotify(uint64_t controlId, int64_t record) {
   const UINT code = reinterpret_cast<const NMHDR*>(record)->code;
-  // A sheet that is cancelled takes the focus away too, and nobody is to be told of what is given up.
-  if (code == PSN_KILLACTIVE || code == PSN_RESET) leaving_ = true;
+  if (code == PSN_KILLACTIVE) leaving_ = true;
+  if (code == PSN_RESET) cancelled_ = true;
   return ProfileDataDialog::OnNotify(controlId, record);
 }
 
-// Every control writes the profile when it is used.
+// Every control writes the profile when it is used or left.
 int AutoReconnectDialog::ReadWindowControls() { return 1; }
 
 int AutoReconnectDialog::ValidateWindowControls() {
   const auto& edited = GetContext().currentProfile;
-  if (!edited || IsStrengthAllowed(*edited)) return 1;
+  if (!edited) return 1;
+  StoreFields();
+  if (IsStrengthAllowed(*edited)) return 1;
   // The focus passes the other field on its way through the message and back; nobody leaves that one.
   leaving_ = true;
   DisplayError(GetWindow(), ModuleId::LoginProperties, IDS_SIGNAL_STRENGTH_RANGE, {}, {}, {});

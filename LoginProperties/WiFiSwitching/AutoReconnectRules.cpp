@@ -53,6 +53,13 @@ bool IsStrengthAllowed(const Profile& profile) {
   return !Overrides(profile) || (strength >= kLeastStrength && strength <= kGreatestStrength);
 }
 
+void StoreTyped(const std::wstring& interval, const std::wstring& strength, Profile& profile) {
+  if (!EnabledReconnectOf(profile).details) return;
+  const ShownReconnect shown = ShownReconnectOf(profile);
+  if (interval != shown.interval) profile.SetOverrideSwitchInterval(ToNumber(interval));
+  if (strength != shown.strength) profile.SetOverrideSignalStrength(ToNumber(strength));
+}
+
 int32_t ToNumber(const std::wstring& text) {
   // At the ends of its range `long` is as wide as it likes.
   using Limits = std::numeric_limits<int32_t>;

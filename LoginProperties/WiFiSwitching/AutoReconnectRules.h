@@ -47,6 +47,10 @@ EnabledReconnect EnabledReconnectOf(const Profile& profile);
 /// counts also while the switch to a hotspot is off; the interval is never checked.
 bool IsStrengthAllowed(const Profile& profile);
 
+/// Stores in `profile` what the user has typed into the two fields, as far as they can be changed. A text that is what
+/// the page shows of the profile is not stored: a number that is too long for its field is shown in part.
+void StoreTyped(const std::wstring& interval, const std::wstring& strength, Profile& profile);
+
 /// The number that a text begins with, behind white space and a sign; 0 when there is none, and the nearest that 32
 /// bits hold when it is larger.
 int32_t ToNumber(const std::wstring& text);

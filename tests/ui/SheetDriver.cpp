@@ -4,6 +4,7 @@
 #include <prsht.h>
 #include <windowsx.h>
 
+#include <algorithm>
 #include <functional>
 #include <future>
 #include <ranges>
@@ -15,6 +16,10 @@
 namespace {
 
 constexpr UINT kLimitMilliseconds = 20000;
+
+// How often real input is repeated that had no effect, and how long that is waited for.
+constexpr int kTries = 5;
+constexpr auto kPatience = std::chrono::seconds(3);
 
 std::wstring TextOf(HWND window) {
   std::wstring text(static_cast<size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
@@ -124,13 +129,14 @@ std::wstring SheetDriver::CurrentTab() const {
   return Tabs().at(static_cast<size_t>(TabCtrl_GetCurSel(PropSheet_GetTabControl(sheet_))));
 }
 
-void SheetDriver::SelectTab(const std::wstring& title) {
+size_t SheetDriver::IndexOfTab(const std::wstring& title) const {
   const std::vector<std::wstring> titles = Tabs();
-  for (size_t index = 0; index < titles.size(); ++index) {
-    if (titles[index] == title) return SelectTab(index);
-  }
-  Fail("the sheet has no such tab");
+  const auto found = std::ranges::find(titles, title);
+  if (found == titles.end()) Fail("the sheet has no such tab");
+  return static_cast<size_t>(found - titles.begin());
 }
+
+void SheetDriver::SelectTab(const std::wstring& title) { SelectTab(IndexOfTab(title)); }
 
 void SheetDriver::SelectTab(size_t index) { Act(sheet_, PSM_SETCURSEL, index); }
 
@@ -219,8 +225,6 @@ bool SheetDriver::IsInForeground() const {
 }
 
 bool SheetDriver::PressKeyUntil(const std::function<bool()>& effect, WORD key, const std::vector<WORD>& modifiers) {
-  constexpr int kTries = 5;
-  constexpr auto kPatience = std::chrono::seconds(3);
   for (int tries = 0; tries < kTries; ++tries) {
     PressKey(key, modifiers);
     if (WaitUntil(effect, kPatience)) return true;
@@ -228,7 +232,40 @@ bool SheetDriver::PressKeyUntil(const std::function<bool()>& effect, WORD key, c
   return false;
 }
 
-void SheetDriver::TryFocus(int id) { Act(sheet_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(Control(id)), TRUE); }
+// The left button goes down and up in the middle of an area of the screen.
+bool SheetDriver::ClickByMouseUntil(const std::function<bool()>& effect, const RECT& area) {
+  for (int tries = 0; tries < kTries; ++tries) {
+    if (!WaitUntil([this] { return IsInForeground(); })) Fail("the sheet does not come to the foreground");
+    SetCursorPos((area.left + area.right) / 2, (area.top + area.bottom) / 2);
+    INPUT inputs[2]{};
+    inputs[0].type = inputs[1].type = INPUT_MOUSE;
+    inputs[0].mi.dwFlags = MOUSEEVENTF_LEFTDOWN;
+    inputs[1].mi.dwFlags = MOUSEEVENTF_LEFTUP;
+    SendInput(ARRAYSIZE(inputs), inputs, sizeof(INPUT));
+    if (WaitUntil(effect, kPatience)) return true;
+  }
+  return false;
+}
+
+bool SheetDriver::ClickByMouseUntil(const std::function<bool()>& effect, HWND window) {
+  RECT area{};
+  GetWindowRect(window, &area);
+  return ClickByMouseUntil(effect, area);
+}
+
+void SheetDriver::SelectTabByMouse(const std::wstring& title) {
+  const HWND tabs = PropSheet_GetTabControl(sheet_);
+  RECT area{};
+  TabCtrl_GetItemRect(tabs, static_cast<int>(IndexOfTab(title)), &area);
+  MapWindowPoints(tabs, nullptr, reinterpret_cast<POINT*>(&area), 2);
+  const auto effect = [&] { return MessageBoxText().has_value() || CurrentTab() == title; };
+  if (!ClickByMouseUntil(effect, area)) Fail("the tab does not answer to the mouse");
+  Settle();
+}
+
+void SheetDriver::TryFocus(HWND control) { Act(sheet_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(control), TRUE); }
+
+void SheetDriver::TryFocus(int id) { TryFocus(Control(id)); }
 
 void SheetDriver::Focus(int id) {
   TryFocus(id);
@@ -271,6 +308,15 @@ void SheetDriver::PressEnding(int button) {
   Act(sheet_, PSM_PRESSBUTTON, static_cast<WPARAM>(button));
   // The sheet looks whether it has ended when its loop gets a message; that one was not from the loop.
   PostMessageW(sheet_, WM_NULL, 0, 0);
+}
+
+void SheetDriver::PressOkByMouse() { PressEndingByMouse(IDOK); }
+
+void SheetDriver::PressCancelByMouse() { PressEndingByMouse(IDCANCEL); }
+
+void SheetDriver::PressEndingByMouse(int button) {
+  const auto effect = [this] { return !IsOpen() || MessageBoxText().has_value(); };
+  if (!ClickByMouseUntil(effect, GetDlgItem(sheet_, button))) Fail("the button does not answer to the mouse");
 }
 
 bool SheetDriver::IsOpen() const { return IsWindow(sheet_) != FALSE; }

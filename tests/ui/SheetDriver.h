@@ -74,11 +74,19 @@ class SheetDriver {
   /// hands the keyboard over to a window.
   bool PressKeyUntil(const std::function<bool()>& effect, WORD key, const std::vector<WORD>& modifiers = {});
 
+  /// Clicks on the middle of a window with the mouse, with real input, until `effect` holds; false when it never does.
+  /// The click gives the focus away to what is clicked, if that takes it; only then does it do something there.
+  bool ClickByMouseUntil(const std::function<bool()>& effect, HWND window);
+
+  /// Asks for another page with the mouse; the one in front may refuse to give way.
+  void SelectTabByMouse(const std::wstring& title);
+
   /// Gives a control the keyboard focus, as Tab does.
   void Focus(int id);
 
   /// Gives the focus away to a control; the one that has it may bring up a message box and take it back.
   void TryFocus(int id);
+  void TryFocus(HWND control);
 
   /// Id of the control with the keyboard focus.
   int FocusedControl() const;
@@ -95,6 +103,10 @@ class SheetDriver {
   void PressOk();
   void PressCancel();
 
+  // The same with the mouse. A page may answer with a message box instead.
+  void PressOkByMouse();
+  void PressCancelByMouse();
+
   bool IsOpen() const;
 
   /// What ShowLoginProperties returned (SheetResult.h); waits for the sheet to end. Not for the sheet of another
@@ -106,6 +118,9 @@ class SheetDriver {
   void PressEnding(int button);
   void Settle() const;
   void PressKey(WORD key, const std::vector<WORD>& modifiers);
+  bool ClickByMouseUntil(const std::function<bool()>& effect, const RECT& area);
+  void PressEndingByMouse(int button);
+  size_t IndexOfTab(const std::wstring& title) const;
   bool IsInForeground() const;
   bool WaitForSheet();
   HWND MessageBoxWindow() const;

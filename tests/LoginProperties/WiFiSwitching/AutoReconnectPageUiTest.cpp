@@ -91,6 +91,43 @@ std::vector<COLORREF> UpperEdge(HWND control) {
   return pixels;
 }
 
+// The ways to confirm and to cancel, with the strength in the focus.
+struct Ending {
+  const char* name;
+  std::function<void(SheetDriver&)> end;
+};
+
+bool HasEndedOrTells(const SheetDriver& sheet) { return !sheet.IsOpen() || sheet.MessageBoxText().has_value(); }
+
+void EndWithKey(SheetDriver& sheet, WORD key, const std::vector<WORD>& modifiers = {}) {
+  EXPECT_TRUE(sheet.PressKeyUntil([&] { return HasEndedOrTells(sheet); }, key, modifiers));
+}
+
+void EndWithSpaceOn(SheetDriver& sheet, int button) {
+  const HWND control = GetDlgItem(sheet.Sheet(), button);
+  sheet.TryFocus(control);
+  if (sheet.MessageBoxText()) return;
+  ASSERT_EQ(sheet.FocusedControl(), button);
+  EndWithKey(sheet, VK_SPACE);
+}
+
+const std::vector<Ending> kConfirmations = {
+    {"the button", [](SheetDriver& sheet) { sheet.PressOk(); }},
+    {"the mouse", [](SheetDriver& sheet) { sheet.PressOkByMouse(); }},
+    {"Enter", [](SheetDriver& sheet) { EndWithKey(sheet, VK_RETURN); }},
+    {"Tab and the space bar", [](SheetDriver& sheet) { EndWithSpaceOn(sheet, IDOK); }},
+};
+
+const std::vector<Ending> kCancellations = {
+    {"the button", [](SheetDriver& sheet) { sheet.PressCancel(); }},
+    {"the mouse", [](SheetDriver& sheet) { sheet.PressCancelByMouse(); }},
+    {"Escape", [](SheetDriver& sheet) { EndWithKey(sheet, VK_ESCAPE); }},
+    {"Alt+F4", [](SheetDriver& sheet) { EndWithKey(sheet, VK_F4, {VK_MENU}); }},
+    {"Tab and the space bar", [](SheetDriver& sheet) { EndWithSpaceOn(sheet, IDCANCEL); }},
+    {"the title bar", [](SheetDriver& sheet) { PostMessageW(sheet.Sheet(), WM_SYSCOMMAND, SC_CLOSE, 0); }},
+    {"its closing", [](SheetDriver& sheet) { PostMessageW(sheet.Sheet(), WM_CLOSE, 0, 0); }},
+};
+
 }  // namespace
 
 TEST_F(AutoReconnectPage, FollowingTheDefaultsShowsTheAdministratorsValues) {
@@ -543,28 +580,161 @@ TEST_F(AutoReconnectPage, LeavingTheStrengthWithTabChecksIt) {
   }
 }
 
-// Enter leaves the focus where it is: the sheet asks the page first, and then takes the field away.
-TEST_F(AutoReconnectPage, WhatIsTypedBeforeEnterIsStoredUnchecked) {
+TEST_F(AutoReconnectPage, OkChecksAndStoresTheStrengthThatWasJustTyped) {
   Override();
-  for (const auto& [text, strength] : {std::pair{L"55", 55}, std::pair{L"9", 9}}) {
-    Work().SetOverrideSignalStrength(40);
+  for (const Ending& confirmation : kConfirmations) {
+    Work().SetOverrideSignalStrength(0);
     Open();
     sheet->Focus(IDC_RECONNECT_STRENGTH);
-    sheet->Type(text);
-    ASSERT_TRUE(sheet->PressKeyUntil([this] { return !sheet->IsOpen(); }, VK_RETURN));
-    EXPECT_EQ(sheet->Result(), kSheetConfirmed);
-    EXPECT_EQ(Work().GetOverrideSignalStrength(), strength);
+    sheet->Type(L"9");
+    confirmation.end(*sheet);
+    ASSERT_TRUE(sheet->IsOpen()) << confirmation.name;
+    ExpectRefusal();
+    EXPECT_TRUE(sheet->HasFocus(IDC_RECONNECT_STRENGTH)) << confirmation.name;
+
+    sheet->Type(L"50");
+    confirmation.end(*sheet);
+    EXPECT_EQ(sheet->Result(), kSheetConfirmed) << confirmation.name;
+    EXPECT_EQ(Work().GetOverrideSignalStrength(), 50) << confirmation.name;
     sheet.reset();
   }
 }
 
-TEST_F(AutoReconnectPage, EscapeGivesAWrongStrengthUpWithoutAMessage) {
+TEST_F(AutoReconnectPage, AnotherTabChecksAndStoresTheStrengthThatWasJustTyped) {
+  UseFullSheet();
   Override();
+  const std::vector<std::function<void()>> clicks = {[this] { sheet->SelectTab(L"General"); },
+                                                     [this] { sheet->SelectTabByMouse(L"General"); }};
+  for (const auto& click : clicks) {
+    Work().SetOverrideSignalStrength(0);
+    Open();
+    sheet->Focus(IDC_RECONNECT_STRENGTH);
+    sheet->Type(L"9");
+    click();
+    ExpectRefusal();
+    EXPECT_EQ(sheet->CurrentTab(), L"Wi-Fi Switching");
+    EXPECT_TRUE(sheet->HasFocus(IDC_RECONNECT_STRENGTH));
+
+    sheet->Type(L"50");
+    click();
+    EXPECT_EQ(sheet->MessageBoxText(), std::nullopt);
+    EXPECT_EQ(sheet->CurrentTab(), L"General");
+    EXPECT_EQ(Work().GetOverrideSignalStrength(), 50);
+    sheet.reset();
+  }
+}
+
+TEST_F(AutoReconnectPage, TheTimeThatWasJustTypedIsStored) {
+  Override();
+  for (const Ending& confirmation : kConfirmations) {
+    Work().SetOverrideSwitchInterval(15);
+    Open();
+    sheet->Focus(IDC_RECONNECT_INTERVAL);
+    sheet->Type(L"20");
+    confirmation.end(*sheet);
+    EXPECT_EQ(sheet->Result(), kSheetConfirmed) << confirmation.name;
+    EXPECT_EQ(Work().GetOverrideSwitchInterval(), 20) << confirmation.name;
+    sheet.reset();
+  }
+}
+
+TEST_F(AutoReconnectPage, EveryWayOfCancellingGivesAWrongStrengthUpWithoutAMessage) {
+  Override();
+  for (const Ending& cancellation : kCancellations) {
+    Open();
+    sheet->Focus(IDC_RECONNECT_STRENGTH);
+    sheet->Type(L"9");
+    cancellation.end(*sheet);
+    EXPECT_TRUE(WaitUntil([this] { return HasEndedOrTells(*sheet); })) << cancellation.name;
+    ASSERT_EQ(sheet->MessageBoxText(), std::nullopt) << cancellation.name;
+    EXPECT_EQ(sheet->Result(), kSheetCancelled) << cancellation.name;
+    EXPECT_EQ(Work().GetOverrideSignalStrength(), 40) << cancellation.name;
+    sheet.reset();
+  }
+}
+
+TEST_F(AutoReconnectPage, EveryWayOfCancellingWorksAfterARefusal) {
+  Override();
+  for (const Ending& cancellation : kCancellations) {
+    Work().SetOverrideSignalStrength(40);
+    Open();
+    sheet->Focus(IDC_RECONNECT_STRENGTH);
+    sheet->Type(L"9");
+    sheet->PressOk();
+    ExpectRefusal();
+    cancellation.end(*sheet);
+    EXPECT_TRUE(WaitUntil([this] { return HasEndedOrTells(*sheet); })) << cancellation.name;
+    ASSERT_EQ(sheet->MessageBoxText(), std::nullopt) << cancellation.name;
+    EXPECT_EQ(sheet->Result(), kSheetCancelled) << cancellation.name;
+    sheet.reset();
+  }
+}
+
+TEST_F(AutoReconnectPage, EveryWayOfCancellingWorksWhileAStrengthOfZeroIsNotInForce) {
+  Override(false, false);
+  for (const Ending& cancellation : kCancellations) {
+    Work().SetOverrideSignalStrength(0);
+    Open();
+    ASSERT_FALSE(sheet->IsEnabled(IDC_RECONNECT_STRENGTH));
+    sheet->Focus(IDC_OVERRIDE_CHECK);  // the selector keeps Alt+F4 to itself under Wine
+    cancellation.end(*sheet);
+    EXPECT_TRUE(WaitUntil([this] { return HasEndedOrTells(*sheet); })) << cancellation.name;
+    ASSERT_EQ(sheet->MessageBoxText(), std::nullopt) << cancellation.name;
+    EXPECT_EQ(sheet->Result(), kSheetCancelled) << cancellation.name;
+    EXPECT_EQ(Work().GetOverrideSignalStrength(), 0) << cancellation.name;
+    sheet.reset();
+  }
+}
+
+// Who comes to Cancel and does not press it has given nothing up.
+TEST_F(AutoReconnectPage, WhatIsTypedIsKeptOnTheWayOverCancel) {
+  UseFullSheet();
+  Override();
+  struct Next {
+    std::function<void()> step;
+    const char* name;
+  };
+  for (const Next& next :
+       {Next{[this] { sheet->PressOk(); }, "OK"}, Next{[this] { sheet->SelectTab(L"General"); }, "tab"},
+        Next{[this] { sheet->Pick(IDC_PROFILE_COMBO, L"Home"); }, "profile"},
+        Next{[this] { sheet->Click(IDC_OVERRIDE_CHECK); }, "override"},
+        Next{[this] { sheet->Click(IDC_RECONNECT_SWITCH_CHECK); }, "automatic"},
+        Next{[this] { sheet->Click(IDC_RECONNECT_HOTSPOT_CHECK); }, "hotspot"}}) {
+    SetValues();
+    Override();
+    context.currentProfile = context.profiles[kWork];
+    Open();
+    sheet->Focus(IDC_RECONNECT_STRENGTH);
+    sheet->Type(L"50");
+    sheet->TryFocus(GetDlgItem(sheet->Sheet(), IDCANCEL));
+    ASSERT_EQ(sheet->FocusedControl(), IDCANCEL);
+    EXPECT_EQ(Work().GetOverrideSignalStrength(), 40);
+    next.step();
+    EXPECT_EQ(sheet->MessageBoxText(), std::nullopt) << next.name;
+    EXPECT_EQ(Work().GetOverrideSignalStrength(), 50) << next.name;
+    sheet.reset();
+  }
+}
+
+TEST_F(AutoReconnectPage, ANumberThatIsShownInPartIsKeptWhenItsFieldIsVisited) {
+  Override();
+  Work().SetOverrideSwitchInterval(1234567890);
+  Work().SetOverrideSignalStrength(100);
   Open();
-  sheet->Focus(IDC_RECONNECT_STRENGTH);
-  sheet->Type(L"9");
-  ASSERT_TRUE(sheet->PressKeyUntil([this] { return !sheet->IsOpen(); }, VK_ESCAPE));
-  EXPECT_EQ(sheet->Result(), kSheetCancelled);
+  sheet->Focus(IDC_RECONNECT_INTERVAL);
+  sheet->TryFocus(IDC_RECONNECT_STRENGTH);
+  ExpectRefusal();
+  sheet->TryFocus(IDC_RECONNECT_WAIT_RADIO);
+  ExpectRefusal();
+  EXPECT_EQ(Work().GetOverrideSwitchInterval(), 1234567890);
+  EXPECT_EQ(Work().GetOverrideSignalStrength(), 100);
+  sheet->PressOk();
+  ExpectRefusal();
+  sheet->Type(L"50");
+  sheet->PressOk();
+  EXPECT_EQ(sheet->Result(), kSheetConfirmed);
+  EXPECT_EQ(Work().GetOverrideSwitchInterval(), 1234567890);
+  EXPECT_EQ(Work().GetOverrideSignalStrength(), 50);
 }
 
 TEST_F(AutoReconnectPage, TabVisitsTheControlsInReadingOrder) {

@@ -225,6 +225,53 @@ TEST(ShownReconnectOf, ShowsNineCharactersOfAnInterval) {
   EXPECT_EQ(ShownInterval(-123456789), L"-12345678");
 }
 
+TEST(StoreTyped, StoresWhatIsTyped) {
+  Profile profile = Overriding();
+  StoreTyped(L"20", L"50", profile);
+  EXPECT_EQ(profile.GetOverrideSwitchInterval(), 20);
+  EXPECT_EQ(profile.GetOverrideSignalStrength(), 50);
+  StoreTyped(L"", L"9", profile);
+  EXPECT_EQ(profile.GetOverrideSwitchInterval(), 0);
+  EXPECT_EQ(profile.GetOverrideSignalStrength(), 9) << "allowed or not";
+}
+
+TEST(StoreTyped, StoresEachNumberByItself) {
+  Profile profile = Overriding();
+  profile.SetOverrideSwitchInterval(1234567890);
+  profile.SetOverrideSignalStrength(100);
+  StoreTyped(L"123456789", L"50", profile);
+  EXPECT_EQ(profile.GetOverrideSwitchInterval(), 1234567890);
+  EXPECT_EQ(profile.GetOverrideSignalStrength(), 50);
+  profile.SetOverrideSignalStrength(100);
+  StoreTyped(L"20", L"10", profile);
+  EXPECT_EQ(profile.GetOverrideSwitchInterval(), 20);
+  EXPECT_EQ(profile.GetOverrideSignalStrength(), 100);
+}
+
+TEST(StoreTyped, KeepsEveryCombinationThatIsOnlyShown) {
+  ForEachCombination([](const Combination& c, const Profile& profile) {
+    Profile after = profile;
+    const ShownReconnect shown = ShownReconnectOf(profile);
+    StoreTyped(shown.interval, shown.strength, after);
+    if (after.GetOverrideSwitchInterval() != c.interval.stored ||
+        after.GetOverrideSignalStrength() != c.strength.stored) {
+      ADD_FAILURE() << c;
+    }
+  });
+}
+
+TEST(StoreTyped, StoresNothingWhileTheFieldsCannotBeChanged) {
+  ForEachCombination([](const Combination& c, const Profile& profile) {
+    if (EnabledReconnectOf(profile).details) return;
+    Profile after = profile;
+    StoreTyped(L"77", L"77", after);
+    if (after.GetOverrideSwitchInterval() != c.interval.stored ||
+        after.GetOverrideSignalStrength() != c.strength.stored) {
+      ADD_FAILURE() << c;
+    }
+  });
+}
+
 TEST(ToNumber, ReadsTheDigitsThatATextBeginsWith) {
   EXPECT_EQ(ToNumber(L"0"), 0);
   EXPECT_EQ(ToNumber(L"45"), 45);
