@@ -26,7 +26,9 @@ CertificateAuth::CertificateAuth() = default;
 bool CertificateAuth::HasSavedCertificate(const uint8_t* hash, uint32_t length) {
   const Store store = OpenPersonalStore();
   if (!store) return false;
+  constexpr uint32_t kSha1Size = 20;
+  const DWORD kind = length == kSha1Size ? CERT_FIND_SHA1_HASH : CERT_FIND_MD5_HASH;
   CRYPT_HASH_BLOB wanted{length, const_cast<uint8_t*>(hash)};
-  return Certificate(CertFindCertificateInStore(store.get(), X509_ASN_ENCODING | PKCS_7_ASN_ENCODING, 0,
-                                                CERT_FIND_MD5_HASH, &wanted, nullptr)) != nullptr;
+  return Certificate(CertFindCertificateInStore(store.get(), X509_ASN_ENCODING | PKCS_7_ASN_ENCODING, 0, kind, &wanted,
+                                                nullptr)) != nullptr;
 }

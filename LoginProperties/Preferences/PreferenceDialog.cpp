@@ -30,7 +30,14 @@ constexpr PageTraits kTraits = {
 bool HasSavedCertificate() {
   const auto& profile = GetContext().currentProfile;
   if (!profile) return false;
-  const CertificateHash hash = ParseCertificateHash(profile->GetHexDigCertHash());
+  const std::wstring digits = profile->GetHexDigCertHash();
+  const auto parsed = ParseCertificateHash(digits);
+  if (!parsed && !digits.empty()) {
+    Log(LogLevel::Error,
+        Format(L"Profile {} has a certificate hash that cannot be read: '{}'", profile->GetProfileId(), digits));
+  }
+  // Without a hash, one of zeros, which no certificate has.
+  const CertificateHash hash = parsed.value_or(CertificateHash(kMd5Size));
   return CertificateAuth().HasSavedCertificate(hash.data(), static_cast<uint32_t>(hash.size()));
 }
 
@@ -57,8 +64,7 @@ uintptr_t Number(HTREEITEM item) { return reinterpret_cast<uintptr_t>(item); }
 }  // namespace
 
 PreferenceDialog::PreferenceDialog(HINSTANCE instance, const wchar_t* templateId, HWND parentWindow)
-    : ProfileDataDialog(instance, templateId, parentWindow, kTraits),
-      description_(MakePreferenceTree(HasSavedCertificate())) {}
+    : ProfileDataDialog(instance, templateId, parentWindow, kTraits), hasSavedCertificate_(HasSavedCertificate()) {}
 
 int PreferenceDialog::OnInitDialog(int64_t parameter) {
   ProfileDataDialog::OnInitDialog(parameter);
@@ -78,6 +84,8 @@ int PreferenceDialog::SetWindowControls() {
   inputFilter_.SetEditable(overrides);
   context.preferences.clear();
   GetPreferences(ProfileToLoad(edited), context.preferences);
+  // Anew, because what is not in the table has its built-in state, not that of the profile shown before.
+  description_ = MakePreferenceTree(hasSavedCertificate_);
   ApplyPreferences(context.preferences, description_);
 
   const HWND tree = tree_.Window();

@@ -29,7 +29,8 @@ class PreferenceDialog : public ProfileDataDialog {
   PreferenceId IdOf(HTREEITEM item) const;
   void ToggleItem(HTREEITEM item);
 
-  PreferenceTree description_;
+  const bool hasSavedCertificate_;
+  PreferenceTree description_;  // as it is shown
   StateImageTree tree_;
   TreeInputFilter inputFilter_;
 };

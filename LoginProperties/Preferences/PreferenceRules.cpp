@@ -101,13 +101,20 @@ std::map<PreferenceId, int> Toggle(PreferenceId id, PreferenceTree& tree, const 
   return {};
 }
 
-CertificateHash ParseCertificateHash(std::wstring_view digits) {
-  CertificateHash hash{};
-  if (digits.size() != 2 * hash.size()) return {};
-  for (size_t index = 0; index < digits.size(); ++index) {
-    const auto digit = HexDigit(digits[index]);
-    if (!digit) return {};
-    hash[index / 2] = static_cast<uint8_t>(hash[index / 2] << 4 | *digit);
+std::optional<CertificateHash> ParseCertificateHash(std::wstring_view digits) {
+  CertificateHash hash;
+  bool isSecondDigit = false;
+  for (const wchar_t character : digits) {
+    if (character == L' ') continue;
+    const auto digit = HexDigit(character);
+    if (!digit) return std::nullopt;
+    if (isSecondDigit) {
+      hash.back() = static_cast<uint8_t>(hash.back() << 4 | *digit);
+    } else {
+      hash.push_back(*digit);
+    }
+    isSecondDigit = !isSecondDigit;
   }
-  return hash;
+  const bool isWhole = !isSecondDigit && (hash.size() == kMd5Size || hash.size() == kSha1Size);
+  return isWhole ? std::optional(hash) : std::nullopt;
 }

@@ -1,10 +1,11 @@
 #pragma once
 
-#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <optional>
 #include <string_view>
+#include <vector>
 
 #include "Database/Profiles/Preference.h"
 #include "Database/Profiles/Profile.h"
@@ -35,8 +36,13 @@ int StateImage(EntryKind kind, int32_t state);
 /// goes on to hold it. A check box without a record does nothing.
 std::map<PreferenceId, int> Toggle(PreferenceId id, PreferenceTree& tree, const PreferenceTable& preferences);
 
-/// Hash of a certificate, as MD5 makes it.
-using CertificateHash = std::array<uint8_t, 16>;
+/// Sizes of the hashes, in bytes.
+inline constexpr size_t kMd5Size = 16;
+inline constexpr size_t kSha1Size = 20;
 
-/// The hash that 32 hexadecimal digits spell; all zero, which no certificate has, for any other text.
-CertificateHash ParseCertificateHash(std::wstring_view digits);
+/// Hash of a certificate.
+using CertificateHash = std::vector<uint8_t>;
+
+/// The hash that hexadecimal digits spell, with blanks between them or without: 32 digits as of MD5, or 40 as of SHA-1.
+/// Nothing for any other text.
+std::optional<CertificateHash> ParseCertificateHash(std::wstring_view digits);

@@ -17,8 +17,18 @@ TEST(CertificateAuth, FindsACertificateOfTheUserByItsHash) {
   EXPECT_FALSE(CertificateAuth().HasSavedCertificate(hash.data(), hash.size())) << "the certificate is gone";
 }
 
+TEST(CertificateAuth, FindsItByItsSha1HashToo) {
+  const SavedCertificate certificate;
+  std::array<uint8_t, 20> hash = certificate.Sha1Hash();
+  EXPECT_TRUE(CertificateAuth().HasSavedCertificate(hash.data(), hash.size()));
+  ++hash.back();
+  EXPECT_FALSE(CertificateAuth().HasSavedCertificate(hash.data(), hash.size()));
+}
+
 TEST(CertificateAuth, TakesOnlyAWholeHash) {
   const SavedCertificate certificate;
+  const auto sha1Hash = certificate.Sha1Hash();
+  EXPECT_FALSE(CertificateAuth().HasSavedCertificate(sha1Hash.data(), sha1Hash.size() - 1));
   const auto hash = certificate.Hash();
   EXPECT_FALSE(CertificateAuth().HasSavedCertificate(hash.data(), hash.size() - 1));
   EXPECT_FALSE(CertificateAuth().HasSavedCertificate(hash.data(), 0));

@@ -37,6 +37,8 @@ SavedCertificate::SavedCertificate() {
   const PCCERT_CONTEXT certificate = CreateCertificate();
   auto size = static_cast<DWORD>(hash_.size());
   EXPECT_TRUE(CertGetCertificateContextProperty(certificate, CERT_MD5_HASH_PROP_ID, hash_.data(), &size));
+  size = static_cast<DWORD>(sha1Hash_.size());
+  EXPECT_TRUE(CertGetCertificateContextProperty(certificate, CERT_SHA1_HASH_PROP_ID, sha1Hash_.data(), &size));
   const HCERTSTORE store = OpenStore();
   EXPECT_TRUE(CertAddCertificateContextToStore(store, certificate, CERT_STORE_ADD_ALWAYS, nullptr));
   CertFreeCertificateContext(certificate);
@@ -54,5 +56,11 @@ SavedCertificate::~SavedCertificate() {
 std::wstring SavedCertificate::HashDigits() const {
   std::wstring digits;
   for (const unsigned byte : hash_) digits += Format(L"{:02X}", byte);
+  return digits;
+}
+
+std::wstring SavedCertificate::Sha1HashDigits() const {
+  std::wstring digits;
+  for (const unsigned byte : sha1Hash_) digits += Format(L"{}{:02x}", digits.empty() ? L"" : L" ", byte);
   return digits;
 }

@@ -18,6 +18,13 @@ class SavedCertificate {
   /// The same as hexadecimal digits.
   std::wstring HashDigits() const;
 
+  /// Its SHA-1 hash.
+  const std::array<uint8_t, 20>& Sha1Hash() const { return sha1Hash_; }
+
+  /// The same as Windows shows it: in pairs of digits, with blanks between them.
+  std::wstring Sha1HashDigits() const;
+
  private:
   std::array<uint8_t, 16> hash_{};
+  std::array<uint8_t, 20> sha1Hash_{};
 };

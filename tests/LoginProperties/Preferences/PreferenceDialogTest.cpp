@@ -34,6 +34,7 @@ using testing::Each;
 using testing::ElementsAreArray;
 using testing::Field;
 using testing::IsEmpty;
+using testing::Not;
 using testing::SizeIs;
 
 // Profiles of the sample data.
@@ -292,6 +293,26 @@ TEST_F(PreferencePage, WithoutPreferencesShowsTheBuiltInStatesAndCheckBoxesStay)
   EXPECT_EQ(Image(kAutoConnect), kCheckOff);
 }
 
+TEST_F(PreferencePage, AProfileWithoutPreferencesShowsNothingOfTheOneShownBefore) {
+  const SavedCertificate certificate;
+  Context().profiles.at(kOverrides)->SetHexDigCertHash(certificate.HashDigits());
+  Open(kOverrides);
+  ASSERT_EQ(Image(kAutoConnect), kCheckOn);
+  Toggle(kCertificate);
+  ASSERT_EQ(Image(kCertificate), kCheckOff);
+  CloseSettings();
+  Choose(kFollowsField);
+  EXPECT_THAT(Context().preferences, IsEmpty());
+  for (const TreeItem& item : TreeItems(tree_)) {
+    if (item.level == 0) continue;
+    if (item.text == kCertificate) {
+      EXPECT_EQ(item.stateImage, kCheckOn);
+    } else {
+      EXPECT_TRUE(item.stateImage == kCheckOff || item.stateImage == kOptionOff) << testing::PrintToString(item);
+    }
+  }
+}
+
 TEST_F(PreferencePage, OverridingShowsTheProfilesOwnAndFollowingTheDefaultsAgain) {
   Open(kFollowsField);
   ClickOverride();
@@ -392,6 +413,34 @@ TEST_F(PreferencePage, HasNoCertificatesWithoutASavedOne) {
   Context().profiles.at(kOverrides)->SetHexDigCertHash(L"0123456789abcdef0123456789abcdef");
   Open(kOverrides);
   EXPECT_EQ(Item(L"Certificates"), nullptr) << "the profile names another";
+}
+
+TEST_F(PreferencePage, HasCertificatesForAHashAsWindowsShowsIt) {
+  const SavedCertificate certificate;
+  Context().profiles.at(kOverrides)->SetHexDigCertHash(certificate.Sha1HashDigits());
+  Open(kOverrides);
+  EXPECT_NE(Item(kCertificate), nullptr);
+}
+
+TEST_F(PreferencePage, LogsAHashThatCannotBeReadOnceWhenThePageIsMade) {
+  const auto isError = Field(&LogCapture::Message::level, LogLevel::Error);
+  const auto isLine =
+      AllOf(isError, Field(&LogCapture::Message::source, LogSource::General),
+            Field(&LogCapture::Message::text, L"Profile 2004 has a certificate hash that cannot be read: '12 3x'"));
+  Context().profiles.at(kOverrides)->SetHexDigCertHash(L"12 3x");
+  {
+    const LogCapture log;
+    Open(kOverrides);
+    Activate();
+    EXPECT_THAT(log.Messages(), Contains(isLine).Times(1));
+  }
+  EXPECT_EQ(Item(L"Certificates"), nullptr);
+  for (const wchar_t* readable : {L"", L"0123456789abcdef0123456789abcdef"}) {
+    Context().profiles.at(kOverrides)->SetHexDigCertHash(readable);
+    const LogCapture log;
+    Open(kOverrides);
+    EXPECT_THAT(log.Messages(), Not(Contains(isError)));
+  }
 }
 
 TEST_F(PreferencePage, AsksForTheSavedCertificateOnceWhenThePageIsMade) {

@@ -2,12 +2,14 @@
 
 #include <gmock/gmock.h>
 
+#include "NetUtilities/Text/Utf8.h"
+
 namespace {
 
 using enum PreferenceId;
-using testing::Each;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::Optional;
 using testing::Pair;
 
 constexpr int32_t kOff = Preference::kOff;
@@ -242,12 +244,29 @@ TEST(Toggle, OfAHeadingOrNothingDoesNothing) {
 
 TEST(ParseCertificateHash, ReadsThirtyTwoDigits) {
   EXPECT_THAT(ParseCertificateHash(L"000102030405060708090a0B0c0D0eFf"),
-              ElementsAre(0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 255));
+              Optional(ElementsAre(0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 255)));
 }
 
-TEST(ParseCertificateHash, IsZeroForAnyOtherText) {
-  for (const wchar_t* text : {L"", L"ff", L"ffffffffffffffffffffffffffffffff0", L"ffffffffffffffffffffffffffffffff00",
-                              L"fffffffffffffffffffffffffffffffg", L" fffffffffffffffffffffffffffffff"}) {
-    EXPECT_THAT(ParseCertificateHash(text), Each(0));
+TEST(ParseCertificateHash, ReadsFortyDigits) {
+  EXPECT_THAT(ParseCertificateHash(L"000102030405060708090a0B0c0D0e0f101112Ff"),
+              Optional(ElementsAre(0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17, 18, 255)));
+}
+
+TEST(ParseCertificateHash, TakesNoNoticeOfBlanks) {
+  EXPECT_EQ(ParseCertificateHash(L"00 01 02 03 04 05 06 07 08 09 0a 0b 0c 0d 0e 0f 10 11 12 ff"),
+            ParseCertificateHash(L"000102030405060708090a0b0c0d0e0f101112ff"));
+  EXPECT_EQ(ParseCertificateHash(L" 0001 0203 0405 0607 0809 0a0b 0c0d 0eff "),
+            ParseCertificateHash(L"000102030405060708090a0b0c0d0eff"));
+}
+
+TEST(ParseCertificateHash, ReadsNoOtherText) {
+  for (const wchar_t* text :
+       {L"", L" ", L"ff", L"fffffffffffffffffffffffffffffff", L"fffffffffffffffffffffffffffffffff",
+        L"ffffffffffffffffffffffffffffffffff", L"fffffffffffffffffffffffffffffffg", L" fffffffffffffffffffffffffffffff",
+        L"fffffffffffffffffffffffffffffffffffffff", L"fffffffffffffffffffffffffffffffffffffffff",
+        L"ff:ff:ff:ff:ff:ff:ff:ff:ff:ff:ff:ff:ff:ff:ff:ff",
+        L"\u200e"
+        L"ffffffffffffffffffffffffffffffff"}) {
+    EXPECT_EQ(ParseCertificateHash(text), std::nullopt) << ToUtf8(text);
   }
 }
