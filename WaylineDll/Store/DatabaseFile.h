@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstdint>
 #include <string>
 
 #include "WaylineDll/SettingsAccess.h"
@@ -8,15 +7,9 @@
 
 struct sqlite3;
 
-/// How long an operation waits, in milliseconds, for another program that is using the settings database.
-inline constexpr int kBusyTimeout = 500;
-
-/// Creates a settings database with sample data. The file appears complete or not at all, also when the
-/// program is interrupted.
-Failure CreateDatabaseFile(const std::wstring& file);
-
-/// Checks that an existing file is a settings database of this version, with every table and column, that it
-/// is free and that it can be written. The file stays as it is.
+/// Checks that an existing file is a settings database, with every table and column, that can be used. To be edited, it
+/// must be free, and it and its folder writable; it is upgraded if it is of an earlier version. The file stays as it is
+/// in every other case. To be read, an earlier version will do.
 Failure CheckDatabaseFile(const std::wstring& file, SettingsAccess access);
 
 /// Checks that the links of every profile end at a profile that has none. Loading a profile would go on for

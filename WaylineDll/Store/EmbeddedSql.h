@@ -1,7 +1,12 @@
 #pragma once
 
-/// Statements that make the tables of an empty settings database: the text of Schema.sql, in UTF-8.
+// Statements in UTF-8, compiled in from the files of their names.
+
+/// Makes the tables of an empty settings database.
 extern const char kSchemaSql[];
 
-/// Statements that fill new tables: the text of SampleData.sql, in UTF-8.
+/// Fills new tables.
 extern const char kSampleDataSql[];
+
+/// Lead a settings database of the version in their name to the next one.
+extern const char kUpgrade1Sql[];

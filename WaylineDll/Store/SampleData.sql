@@ -56,7 +56,11 @@ INSERT INTO Profiles (ProfileId, Name, LinkProfile, UserId, DefaultPreferences) 
   (10001, 'Visitor', 100, 'visitor', 0);
 
 INSERT INTO ClientState (Name, Value) VALUES
-  ('ActiveProfile', '2001');
+  ('ActiveProfile', '2001'), ('ConnectionState', '0'), ('ProxyLocation', '0');
+
+-- 8 shows the servers of the General page.
+INSERT INTO Bookmarks (BookmarkId, Value) VALUES
+  (8, '1');
 
 -- State 1 is off, 2 is on; 1082, 1477 and 1507 hold the chosen option.
 INSERT INTO Preferences (ProfileId, PreferenceId, State, Visible, IPSecRequired) VALUES

@@ -1,7 +1,7 @@
--- The settings database of the client. The application id spells "WAYL"; the version rises with every change that
--- programs of before cannot read.
+-- The settings database of the client. The application id spells "WAYL"; the version rises with every change, and each
+-- has an upgrade beside this file that leads a database of the version before to it.
 PRAGMA application_id = 0x5741594C;
-PRAGMA user_version = 1;
+PRAGMA user_version = 2;
 
 -- Login profiles. A profile stores only what differs from the profile that LinkProfile names: NULL means "as there", and
 -- in a profile without a parent (LinkProfile NULL or 0) the client's default. Columns are named and ordered as the
@@ -160,9 +160,17 @@ CREATE TABLE Services (
   DisplayText TEXT NOT NULL
 ) STRICT;
 
--- What the client remembers between runs. "ActiveProfile" is the id of the profile that it uses.
+-- What the client remembers between runs. "ActiveProfile" is the id of the profile that it uses, "ConnectionState" what
+-- its connection does (0 disconnected, 1 connecting, 2 connected, 3 disconnecting), "ProxyLocation" the id of the network
+-- location whose proxies are in force, 0 for none.
 CREATE TABLE ClientState (
   Name TEXT PRIMARY KEY NOT NULL,
+  Value TEXT NOT NULL
+) STRICT;
+
+-- Values that the client stores under numbers. Flags are 0 or 1.
+CREATE TABLE Bookmarks (
+  BookmarkId INTEGER PRIMARY KEY NOT NULL,
   Value TEXT NOT NULL
 ) STRICT;
 

@@ -34,3 +34,12 @@ int32_t RunStatement(sqlite3* connection, std::wstring_view sql) {
   } while (code == SQLITE_ROW);
   return code == SQLITE_DONE ? SQLITE_OK : code;
 }
+
+int32_t ReadNumber(sqlite3* connection, std::wstring_view sql, int64_t& number) {
+  Statement statement;
+  int32_t code = statement.Prepare(connection, sql);
+  if (code == SQLITE_OK) code = statement.Step();
+  if (code != SQLITE_ROW) return code;
+  number = statement.Integer(0);
+  return SQLITE_OK;
+}

@@ -29,3 +29,6 @@ class Statement {
 
 /// Runs a statement that has no parameters and no interesting rows; 0 when it succeeds.
 int32_t RunStatement(sqlite3* connection, std::wstring_view sql);
+
+/// Reads the number in the first row and column that a statement without parameters gives; 0 when there is one.
+int32_t ReadNumber(sqlite3* connection, std::wstring_view sql, int64_t& number);

@@ -9,7 +9,7 @@
 #include "NetUtilities/Text/Utf8.h"
 #include "tests/support/ProgramRun.h"
 #include "tests/WaylineDll/Store/StoreTest.h"
-#include "WaylineDll/Store/DatabaseFile.h"
+#include "WaylineDll/Store/DatabaseCreation.h"
 
 using testing::HasSubstr;
 using testing::StartsWith;

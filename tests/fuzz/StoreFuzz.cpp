@@ -12,7 +12,7 @@
 #include "tests/fuzz/Require.h"
 #include "tests/support/FileBytes.h"
 #include "tests/support/LogCapture.h"
-#include "WaylineDll/Store/DatabaseFile.h"
+#include "WaylineDll/Store/DatabaseCreation.h"
 #include "WaylineDll/Store/SettingsStore.h"
 
 namespace {

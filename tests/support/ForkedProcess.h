@@ -21,7 +21,11 @@ enum class ForkedEnd {
 inline ForkedEnd DoInForkedProcess(const std::function<void()>& work) {
   const pid_t child = fork();
   if (child == 0) {
-    work();
+    try {
+      work();
+    } catch (...) {
+      ADD_FAILURE() << "An exception was thrown.";
+    }
     std::_Exit(testing::Test::HasFailure() ? EXIT_FAILURE : EXIT_SUCCESS);
   }
   int status = 0;

@@ -1,7 +1,6 @@
 #include "tests/support/FaultyFileSystem.h"
 
 #include "tests/WaylineDll/Store/StoreTest.h"
-#include "WaylineDll/Store/DatabaseFile.h"
 
 #ifndef _WIN32
 #include "tests/support/ForkedProcess.h"

@@ -176,7 +176,7 @@ TEST_F(SettingsSaving, AFailureInALaterTableRollsTheProfilesBack) {
   tables_.autoStartItems[500]->fields.profileId = 2001;
   tables_.autoStartItems[500]->SetState(ChangeState::New);
   SaveFails(
-      L"Nothing was saved, because the autostart entries of the login profile \"Other\" could not be stored: no such table: AutoStart.");
+      L"Nothing was saved, because the autostart entries of the login profile \"Other\" could not be stored: the settings database is incomplete.");
 }
 
 TEST_F(SettingsSaving, AFullDiskRollsEverythingBack) {
@@ -501,10 +501,10 @@ TEST_F(SettingsSaving, AListThatCannotBeReadIsNotSavedWithoutItsRest) {
   ProfileOf(2001).SetDefaultAutostart(false);
   ProfileOf(2001).SetState(ChangeState::Changed);
   Sql("ALTER TABLE AutoStart RENAME TO Hidden");
-  SaveFails(L"Nothing was saved: no such table: AutoStart.");
+  SaveFails(L"Nothing was saved: the settings database is incomplete.");
   Sql("ALTER TABLE Hidden RENAME TO AutoStart; ALTER TABLE Preferences RENAME TO Hidden");
   ProfileOf(2001).SetDefaultPreferences(false);
-  SaveFails(L"Nothing was saved: no such table: Preferences.");
+  SaveFails(L"Nothing was saved: the settings database is incomplete.");
   Sql("ALTER TABLE Hidden RENAME TO Preferences");
   SaveSucceeds();
 }

@@ -301,8 +301,8 @@ TEST_F(SettingsStoreTest, AnActiveProfileThatCannotBeReadIsLoggedAndStaysTheLast
     const FileLock otherProgram(file_, "BEGIN EXCLUSIVE");
     EXPECT_EQ(store_.GetActiveProfileId(), 2001u);
   }
-  ASSERT_THAT(log_.Messages(), SizeIs(1));
-  EXPECT_EQ(log_.Messages()[0].text,
+  ASSERT_FALSE(log_.Messages().empty());
+  EXPECT_EQ(log_.Messages().back().text,
             L"The active profile cannot be read: the settings database is in use by another program");
   Sql("DELETE FROM ClientState");
   EXPECT_EQ(store_.GetActiveProfileId(), 0u);

@@ -83,6 +83,15 @@ void LoadedStoreTest::SaveFails(const std::wstring& sentence) {
   EXPECT_NE(sqlite3_get_autocommit(StoreConnection()), 0) << "a transaction is still open";
 }
 
+std::vector<std::string> StoreTest::FilesInFolder() const {
+  std::vector<std::string> names;
+  for (const auto& entry : std::filesystem::directory_iterator(folder_.Path())) {
+    names.push_back(entry.path().filename().string());
+  }
+  std::ranges::sort(names);
+  return names;
+}
+
 std::wstring CannotBeUsed(const std::wstring& file, const std::wstring& reason) {
   return Format(L"The file \"{}\" cannot be used: {}.", file, reason);
 }

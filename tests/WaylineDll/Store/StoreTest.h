@@ -27,6 +27,9 @@ class StoreTest : public testing::Test {
 
   void WriteFile(const std::string& bytes) const;
 
+  /// Names of the files beside the database and of itself, sorted.
+  std::vector<std::string> FilesInFolder() const;
+
   LogCapture log_;
   FakeDatabasePlatform platform_;
   TemporaryFolder folder_;

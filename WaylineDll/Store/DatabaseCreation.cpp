@@ -1,0 +1,34 @@
+#include "WaylineDll/Store/DatabaseCreation.h"
+
+#include <sqlite3.h>
+
+#include "WaylineDll/Store/EmbeddedSql.h"
+#include "WaylineDll/Store/Failures.h"
+#include "WaylineDll/Store/OpenConnection.h"
+#include "WaylineDll/Store/Transaction.h"
+#include "WaylineDll/Store/UnfinishedFile.h"
+
+namespace {
+
+int32_t Fill(sqlite3* connection) {
+  Transaction transaction(connection);
+  int32_t code = transaction.BeginWriting();
+  for (const char* statements : {kSchemaSql, kSampleDataSql}) {
+    if (code == SQLITE_OK) code = sqlite3_exec(connection, statements, nullptr, nullptr, nullptr);
+  }
+  return code == SQLITE_OK ? transaction.Commit() : code;
+}
+
+}  // namespace
+
+Failure CreateDatabaseFile(const std::wstring& file) {
+  const UnfinishedFile unfinished(file);
+  {
+    ConnectionHandle connection;
+    int32_t code = OpenConnection(unfinished.Name(), SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, connection);
+    if (code == SQLITE_OK) code = Fill(connection.get());
+    if (code != SQLITE_OK) return CreateFailure(file, ReasonText(connection.get(), code));
+  }
+  const std::error_code error = unfinished.AppearIfMissing();
+  return error ? CreateFailure(file, ReasonText(error)) : Failure();
+}
