@@ -39,7 +39,7 @@ TEST_F(DatabaseCreationTest, LeavesADatabaseThatIsThereMeanwhile) {
 }
 
 TEST_F(DatabaseCreationTest, ProgramsThatCreateAtTheSameTimeUseOneFile) {
-  constexpr int kRounds = 100;
+  constexpr int kRounds = 20;
   constexpr int kPrograms = 3;
   for (int round = 0; round < kRounds; ++round) {
     std::filesystem::remove(path(file_));
