@@ -2,6 +2,8 @@
 
 #include <commctrl.h>
 
+#include "Database/SQLite/DatabasePlatform.h"
+#include "LoginProperties/SettingsFile.h"
 #include "NetUtilities/Logger/Logger.h"
 #include "NetUtilities/Module/LifetimeTracker.h"
 #include "NetUtilities/Module/Owner.h"
@@ -17,6 +19,8 @@ bool V7WinApp::InitInstance(HINSTANCE module) {
   UseLogger();
   crashHandlers_.Install();
   module_ = module;
+  // The client may have opened another database than the user's own.
+  databasePlatform.settingsFile = SettingsFileOfClient;
   InitCommonControls();
   return true;
 }

@@ -21,6 +21,9 @@ struct DatabasePlatform {
   bool (*isTraceFlagSet)(unsigned bit);
   std::wstring (*errorSuffix)(int32_t code);          // what log lines append for a system error code
   void (*debuggerOutput)(std::wstring_view message);  // for what must not pass through the Logger
+
+  // Full path of the settings database that is to be used, wherever it lies; empty for the one in the folder above.
+  std::wstring (*settingsFile)() = [] { return std::wstring(); };
 };
 
 extern DatabasePlatform databasePlatform;

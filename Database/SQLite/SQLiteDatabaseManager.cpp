@@ -10,6 +10,9 @@ SQLiteDatabaseManager::~SQLiteDatabaseManager() {
 }
 
 std::wstring SQLiteDatabaseManager::ComposePath(const std::wstring& directory, const std::wstring& fileName) {
+  if (directory.empty() && fileName.empty()) {
+    if (std::wstring file = databasePlatform.settingsFile(); !file.empty()) return file;
+  }
   const std::filesystem::path folder = directory.empty() ? databasePlatform.userDataDirectory() : directory;
   if (folder.empty()) return {};
   return (folder / (fileName.empty() ? kSettingsDatabaseFile : fileName)).wstring();

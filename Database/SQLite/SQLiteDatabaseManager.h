@@ -21,7 +21,8 @@ class SQLiteDatabaseManager {
   virtual ~SQLiteDatabaseManager();
 
   /// Path of a database file. An empty directory means the user's data directory, an empty file name
-  /// kSettingsDatabaseFile. Empty without a data directory: no other folder takes its place.
+  /// kSettingsDatabaseFile; with neither it is the file that the platform names, if it names one. Empty without a data
+  /// directory: no other folder takes its place.
   static std::wstring ComposePath(const std::wstring& directory, const std::wstring& fileName);
 
   /// The database at a path, opened on the first request; paths that differ in letter case are different

@@ -10,6 +10,8 @@
 #include <string_view>
 #include <vector>
 
+#include "Database/SQLite/DatabasePlatform.h"
+#include "LoginProperties/SettingsFile.h"
 #include "NetUtilities/Crash/CrashDump.h"
 #include "NetUtilities/Crash/CrashHandlers.h"
 #include "NetUtilities/Logger/Logger.h"
@@ -75,6 +77,7 @@ class V7WinAppTest : public testing::Test {
 
  private:
   const Substituted<LogHandler> logHandler_{logHandler};
+  const Substituted<DatabasePlatform> databasePlatform_{databasePlatform};
   LPTOP_LEVEL_EXCEPTION_FILTER filter_ = Filter();
   _invalid_parameter_handler handler_ = _get_invalid_parameter_handler();
 };
@@ -87,6 +90,11 @@ TEST_F(V7WinAppTest, HandsTheModulesMessagesToItsLogger) {
     EXPECT_TRUE(machine.WaitForSent(1));
     StopLogger();
   });
+}
+
+TEST_F(V7WinAppTest, ReadsTheSettingsDatabaseThatTheClientHasOpen) {
+  application_.InitInstance(Instance());
+  EXPECT_EQ(databasePlatform.settingsFile, SettingsFileOfClient);
 }
 
 TEST_F(V7WinAppTest, IsCalledPavise) { EXPECT_EQ(application_.Name(), L"Pavise"); }

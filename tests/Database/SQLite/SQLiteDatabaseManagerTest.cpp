@@ -48,6 +48,16 @@ TEST_F(SQLiteDatabaseManagerTest, ComposesPathsWithDefaults) {
   EXPECT_EQ(SQLiteDatabaseManager::ComposePath(other.wstring(), L"x.db"), (other / L"x.db").wstring());
 }
 
+TEST_F(SQLiteDatabaseManagerTest, TakesTheFileThatThePlatformNamesWhereNothingIsSaid) {
+  databasePlatform.settingsFile = [] { return std::wstring(L"/elsewhere/Mine.db"); };
+  EXPECT_EQ(SQLiteDatabaseManager::ComposePath({}, {}), L"/elsewhere/Mine.db");
+  EXPECT_EQ(SQLiteDatabaseManager::ComposePath({}, L"x.db"), folder_.File(L"x.db"));
+  EXPECT_EQ(SQLiteDatabaseManager::ComposePath(L"other", {}),
+            (std::filesystem::path("other") / L"Wayline.db").wstring());
+  FakeDatabasePlatform::state.userDataDirectory.clear();
+  EXPECT_EQ(SQLiteDatabaseManager::ComposePath({}, {}), L"/elsewhere/Mine.db");
+}
+
 TEST_F(SQLiteDatabaseManagerTest, DoesNotLookInTheCurrentDirectoryWithoutADataDirectory) {
   FakeDatabasePlatform::state.userDataDirectory.clear();
   EXPECT_EQ(SQLiteDatabaseManager::ComposePath({}, {}), L"");
