@@ -1,9 +1,18 @@
 #include "WaylineDll/Connection.h"
 
-// The reference client has no network stack of its own, so that it is never connected.
+#include "WaylineDll/OpenStore.h"
+#include "WaylineDll/Store/SettingsStore.h"
 
-FSMState GetFSMState() { return FSMState::Disconnected; }
+// The reference client has no network stack of its own: what its connection does is what is stored.
+
+FSMState GetFSMState() {
+  const SettingsStore* const store = OpenStore();
+  return store != nullptr ? store->Values().GetConnectionState() : FSMState::Disconnected;
+}
 
 uint32_t IsConnected() { return GetFSMState() == FSMState::Connected ? 1 : 0; }
 
-uint32_t GetActiveProxyLocationId() { return 0; }
+uint32_t GetActiveProxyLocationId() {
+  const SettingsStore* const store = OpenStore();
+  return store != nullptr ? store->Values().GetProxyLocation() : 0;
+}

@@ -42,6 +42,14 @@ void DiscardChanges() {
   if (openStore) openStore->DiscardChanges();
 }
 
+Failure SetConnectionState(FSMState state) {
+  return openStore ? openStore->Values().SetConnectionState(state) : NotOpen();
+}
+
+Failure SetBookmark(Bookmark::Index index, const std::wstring& value) {
+  return openStore ? openStore->Values().SetBookmark(static_cast<uint32_t>(index), value) : NotOpen();
+}
+
 std::wstring GetSettingsFile() { return openStore ? openStore->GetFile() : std::wstring(); }
 
 void CloseSettings() {

@@ -10,6 +10,7 @@
 #include "WaylineDll/SettingsAccess.h"
 #include "WaylineDll/SettingsTables.h"
 #include "WaylineDll/Store/LoadedRecords.h"
+#include "WaylineDll/Store/StoredValues.h"
 
 /// Limits of a profile's connections; 0 is none.
 struct ProfileTimeouts {
@@ -78,6 +79,9 @@ class SettingsStore {
 
   /// The administrator's limits in force for the active profile; none when it cannot be read.
   ProfileTimeouts GetActiveTimeouts();
+
+  /// The single values that the client remembers, while this lives.
+  StoredValues Values() const { return StoredValues(Connection()); }
 
  private:
   sqlite3* Connection() const;

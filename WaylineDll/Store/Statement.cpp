@@ -25,6 +25,12 @@ int32_t Statement::Step() { return sqlite3_step(statement_.get()); }
 
 int64_t Statement::Integer(int column) const { return sqlite3_column_int64(statement_.get(), column); }
 
+std::wstring Statement::Text(int column) const {
+  const auto* const text = reinterpret_cast<const char*>(sqlite3_column_text(statement_.get(), column));
+  if (text == nullptr) return {};
+  return FromUtf8(std::string(text, static_cast<size_t>(sqlite3_column_bytes(statement_.get(), column))));
+}
+
 int32_t RunStatement(sqlite3* connection, std::wstring_view sql) {
   Statement statement;
   int32_t code = statement.Prepare(connection, sql);

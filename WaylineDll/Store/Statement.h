@@ -20,8 +20,9 @@ class Statement {
   /// 100 (SQLITE_ROW) when there is a row to be read, 101 (SQLITE_DONE) at the end, else what failed.
   int32_t Step();
 
-  // A column of the current row; NULL reads as 0.
+  // A column of the current row; NULL reads as 0, and as an empty text.
   int64_t Integer(int column) const;
+  std::wstring Text(int column) const;
 
  private:
   StatementHandle statement_;

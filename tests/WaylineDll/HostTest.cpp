@@ -2,8 +2,10 @@
 
 #include <gmock/gmock.h>
 
+#include "tests/support/RegisteredService.h"
 #include "tests/support/TemporaryFolder.h"
 #include "WaylineDll/ActiveProfile.h"
+#include "WaylineDll/Connection.h"
 #include "WaylineDll/Preferences.h"
 
 using namespace std::chrono_literals;
@@ -79,6 +81,49 @@ TEST_F(HostTest, SkipsTimeoutsThatNobodyAsksFor) {
   GetActiveProfileTimeouts2(nullptr, nullptr, nullptr);
 }
 
+TEST_F(HostTest, WithoutADatabaseThereIsNoConnectionAndNoBookmark) {
+  EXPECT_EQ(GetFSMState(), FSMState::Disconnected);
+  EXPECT_EQ(IsConnected(), 0u);
+  EXPECT_EQ(GetActiveProxyLocationId(), 0u);
+  std::wstring text = L"untouched";
+  bool flag = true;
+  EXPECT_FALSE(BookmarkGetString(Bookmark::Index::ShowServerSettings, text));
+  EXPECT_FALSE(BookmarkGetBool(Bookmark::Index::ShowServerSettings, flag));
+  EXPECT_EQ(text, L"untouched");
+  EXPECT_TRUE(flag);
+  EXPECT_EQ(SetConnectionState(FSMState::Connected), Failure(L"No settings database is open."));
+  EXPECT_EQ(SetBookmark(Bookmark::Index::ShowServerSettings, L"1"), Failure(L"No settings database is open."));
+  EXPECT_EQ(GetSettingsFile(), L"");
+}
+
+TEST_F(HostTest, TellsTheStateOfTheConnectionThatWasSet) {
+  ASSERT_EQ(OpenSettings(file_), Failure());
+  EXPECT_EQ(IsConnected(), 0u);
+  for (const FSMState state : {FSMState::Connecting, FSMState::Connected, FSMState::Disconnecting}) {
+    ASSERT_EQ(SetConnectionState(state), Failure());
+    EXPECT_EQ(GetFSMState(), state);
+    EXPECT_EQ(IsConnected() != 0, state == FSMState::Connected);
+  }
+  CloseSettings();
+  ASSERT_EQ(OpenSettings(file_, SettingsAccess::Read), Failure());
+  EXPECT_EQ(GetFSMState(), FSMState::Disconnecting);
+}
+
+TEST_F(HostTest, TellsTheBookmarksThatWereSet) {
+  ASSERT_EQ(OpenSettings(file_), Failure());
+  bool flag = false;
+  EXPECT_TRUE(BookmarkGetBool(Bookmark::Index::ShowServerSettings, flag));
+  EXPECT_TRUE(flag);
+  ASSERT_EQ(SetBookmark(Bookmark::Index::ShowServerSettings, L"0"), Failure());
+  EXPECT_TRUE(BookmarkGetBool(Bookmark::Index::ShowServerSettings, flag));
+  EXPECT_FALSE(flag);
+  std::wstring text;
+  EXPECT_FALSE(BookmarkGetString(Bookmark::Index{77}, text));
+  ASSERT_EQ(SetBookmark(Bookmark::Index{77}, L"Z\u00fcrich"), Failure());
+  EXPECT_TRUE(BookmarkGetString(Bookmark::Index{77}, text));
+  EXPECT_EQ(text, L"Z\u00fcrich");
+}
+
 TEST_F(HostTest, ClosingReleasesTheFile) {
   ASSERT_EQ(OpenSettings(file_), Failure());
   CloseSettings();
@@ -87,6 +132,7 @@ TEST_F(HostTest, ClosingReleasesTheFile) {
 }
 
 TEST_F(HostTest, KeepsNothingOpenWhenAFileCannotBeUsed) {
+  const RegisteredService service;  // the reason is logged
   ASSERT_EQ(OpenSettings(file_), Failure());
   EXPECT_NE(OpenSettings(folder_.File(L"none") + L"\\x.db"), Failure());
   EXPECT_EQ(GetActiveProfileIdExoprt(), 0u);

@@ -15,5 +15,5 @@ enum class Index : uint32_t {
 /// A stored value as text; false, and `text` left alone, when it is not stored.
 WAYLINE_API bool BookmarkGetString(Bookmark::Index index, std::wstring& text);
 
-/// A stored value as a flag; false, and `flag` left alone, when it is not stored.
+/// A stored value as a flag; false, and `flag` left alone, when it is not stored or neither "0" nor "1".
 WAYLINE_API bool BookmarkGetBool(Bookmark::Index index, bool& flag);

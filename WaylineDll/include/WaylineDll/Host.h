@@ -4,6 +4,8 @@
 #include <vector>
 
 #include "WaylineDll/Api.h"
+#include "WaylineDll/Bookmarks.h"
+#include "WaylineDll/ConnectionState.h"
 #include "WaylineDll/SettingsAccess.h"
 #include "WaylineDll/SettingsTables.h"
 
@@ -30,6 +32,13 @@ WAYLINE_API Failure SaveSettings(const SettingsTables& tables, SaveReport& repor
 
 /// Forgets the records that were handed out since the profiles were loaded, and what was changed in them.
 WAYLINE_API void DiscardChanges();
+
+/// Stores what the client's connection does, as whoever asks is then told. This client has no connection of its own, so
+/// that pages can be tried out in every state.
+WAYLINE_API Failure SetConnectionState(FSMState state);
+
+/// Stores a value for those who read it as a text or as a flag, which is "0" or "1".
+WAYLINE_API Failure SetBookmark(Bookmark::Index index, const std::wstring& value);
 
 /// Closes the settings database, if one is open.
 WAYLINE_API void CloseSettings();
