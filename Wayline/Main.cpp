@@ -16,6 +16,7 @@
 #include "NetUtilities/Logger/Logger.h"
 #include "NetUtilities/Module/Singleton.h"
 #include "NetUtilities/Text/Format.h"
+#include "Wayline/FailureMessages.h"
 #include "Wayline/LogServiceSetup.h"
 #include "Wayline/Options.h"
 #include "Wayline/ProfileChoice.h"
@@ -73,6 +74,15 @@ int PrintProfiles(const Options& options, const ProfileTable& profiles) {
   return kSuccess;
 }
 
+// Only the person can say that what the sheet was closed with is not wanted any more.
+Failure Save(const LoginPropertiesContext& context, SaveReport& report) {
+  const SettingsTables tables = {context.profiles, context.preferences, context.autoStartItems, context.manualConfigs,
+                                 context.autoConfigs};
+  Failure failure = AttemptUntilCancelled([&] { return SaveSettings(tables, report); });
+  if (!failure) Log(LogLevel::Info, Format(L"Settings saved, records changed: {}", report.changes.size()));
+  return failure;
+}
+
 int ShowSheet(const Options& options, ProfileTable profiles) {
   SheetModule module;  // outlives the records below, some of which it makes
   LoginPropertiesContext context;
@@ -91,15 +101,31 @@ int ShowSheet(const Options& options, ProfileTable profiles) {
   Failure failure;
   SaveReport report;
   if (result == kSheetConfirmed) {
-    failure = SaveSettings(
-        {context.profiles, context.preferences, context.autoStartItems, context.manualConfigs, context.autoConfigs},
-        report);
-    if (!failure) Log(LogLevel::Info, Format(L"Settings saved, records changed: {}", report.changes.size()));
-  } else if (result == kSheetNotShown) {
-    failure = L"The sheet could not be shown.";
+    failure = Save(context, report);
+  } else {
+    DiscardChanges();
+    if (result == kSheetNotShown) failure = L"The sheet could not be shown.";
   }
-  std::cout << SheetResultJson(result, result == kSheetConfirmed && !failure, report.changes);
+  std::cout << SheetResultJson(result, result == kSheetConfirmed && !failure, report) << std::flush;
+  TellLost(report.lost);
   return failure ? LogAndFail(*failure) : kSuccess;
+}
+
+// What the options say, once the settings are open.
+Failure StoreValues(const Options& options) {
+  if (options.connection) {
+    if (Failure failure = SetConnectionState(*options.connection)) return failure;
+  }
+  for (const auto& [id, value] : options.bookmarks) {
+    if (Failure failure = SetBookmark(Bookmark::Index{id}, value)) return failure;
+  }
+  return {};
+}
+
+Failure Load(const Options& options, const std::wstring& file, ProfileTable& profiles) {
+  if (Failure failure = OpenSettings(file, options.list ? SettingsAccess::Read : SettingsAccess::Edit)) return failure;
+  if (Failure failure = StoreValues(options)) return failure;
+  return LoadProfiles(profiles);
 }
 
 int Run(const Options& options) {
@@ -109,8 +135,8 @@ int Run(const Options& options) {
   if (file.empty()) return LogAndFail(L"The folder of the user's settings cannot be determined.");
   const OpenDatabase database;
   ProfileTable profiles;
-  Failure failure = OpenSettings(file);
-  if (!failure) failure = LoadProfiles(profiles);
+  const auto load = [&] { return Load(options, file, profiles); };
+  const Failure failure = options.list ? load() : AttemptUntilCancelled(load);
   if (!failure) Log(LogLevel::Info, Format(L"Settings loaded from '{}'", file));
   if (failure) return LogAndFail(*failure);
   return options.list ? PrintProfiles(options, profiles) : ShowSheet(options, std::move(profiles));

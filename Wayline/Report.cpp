@@ -64,6 +64,7 @@ std::vector<ListedProfile> List(const ProfileTable& profiles, uint32_t activeId)
   const std::vector<SelectableProfile> selectable = SelectableProfiles(profiles);
   std::vector<ListedProfile> list;
   for (const auto& [id, profile] : profiles) {
+    if (profile == nullptr) continue;
     const bool isSelectable = std::ranges::find(selectable, id, &SelectableProfile::id) != selectable.end();
     list.push_back({id, ToUtf8(profile->GetName()), profile->GetLinkProfile(), profile->GetHidden(), isSelectable,
                     id == activeId});
@@ -114,11 +115,13 @@ std::string ProfileListJson(const ProfileTable& profiles, uint32_t activeId) {
   return list.dump(2) + '\n';
 }
 
-std::string SheetResultJson(int64_t result, bool saved, const std::vector<RecordChange>& changes) {
-  Json list = Json::array();
-  for (const RecordChange& change : changes) {
-    list.push_back(
+std::string SheetResultJson(int64_t result, bool saved, const SaveReport& report) {
+  Json changes = Json::array();
+  for (const RecordChange& change : report.changes) {
+    changes.push_back(
         {{"record", NameOf(change.kind)}, {"id", change.id}, {"state", static_cast<uint32_t>(change.state)}});
   }
-  return Json{{"result", result}, {"saved", saved}, {"changes", list}}.dump() + '\n';
+  Json lost = Json::array();
+  for (const std::wstring& sentence : report.lost) lost.push_back(ToUtf8(sentence));
+  return Json{{"result", result}, {"saved", saved}, {"changes", changes}, {"lost", lost}}.dump() + '\n';
 }

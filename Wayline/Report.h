@@ -2,7 +2,6 @@
 
 #include <cstdint>
 #include <string>
-#include <vector>
 
 #include "Database/Profiles/Profile.h"
 #include "WaylineDll/SettingsTables.h"
@@ -15,6 +14,6 @@ std::string ProfileListText(const ProfileTable& profiles, uint32_t activeId);
 /// The profiles as a JSON array of objects.
 std::string ProfileListJson(const ProfileTable& profiles, uint32_t activeId);
 
-/// One line of JSON about a sheet that has ended: its result, whether the changes were saved, and the saved
-/// records.
-std::string SheetResultJson(int64_t result, bool saved, const std::vector<RecordChange>& changes);
+/// One line of JSON about a sheet that has ended: its result, whether the changes were saved, the saved records, and
+/// what was lost.
+std::string SheetResultJson(int64_t result, bool saved, const SaveReport& report);

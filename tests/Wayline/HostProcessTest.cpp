@@ -89,11 +89,27 @@ TEST_F(HostProcessTest, RefusesTheDatabaseOfAnotherProgram) {
   CannotUse(L"it is not a settings database of Wayline");
 }
 
-TEST_F(HostProcessTest, RefusesAReadOnlyFile) {
+TEST_F(HostProcessTest, ListsAReadOnlyFile) {
   MakeSample();
   ASSERT_TRUE(SetFileAttributesW(file_.c_str(), FILE_ATTRIBUTE_READONLY));
-  CannotUse(L"the settings database is read-only");
+  EXPECT_EQ(Run({L"--list"}).exitCode, 0u);
   SetFileAttributesW(file_.c_str(), FILE_ATTRIBUTE_NORMAL);
+}
+
+TEST_F(HostProcessTest, ListsAFileThatAnotherProgramIsAboutToWrite) {
+  MakeSample();
+  const FileLock otherProgram(file_, "BEGIN IMMEDIATE");
+  EXPECT_EQ(Run({L"--list"}).exitCode, 0u);
+}
+
+TEST_F(HostProcessTest, ListsAFileOfVersion1AndLeavesItAsItIs) {
+  const auto original = std::filesystem::path(PROJECT_ROOT) / "tests/WaylineDll/Store/Version1.db";
+  std::filesystem::copy_file(original, std::filesystem::path(file_));
+  const ProgramOutcome outcome = Run({L"--list"});
+  EXPECT_EQ(outcome.exitCode, 0u);
+  EXPECT_THAT(outcome.output, HasSubstr("Work at home"));
+  EXPECT_EQ(FileBytes(file_), FileBytes(original));
+  EXPECT_THAT(FilesInFolder(), testing::ElementsAre("Wayline.db"));
 }
 
 TEST_F(HostProcessTest, RefusesALockedFile) {
@@ -101,7 +117,7 @@ TEST_F(HostProcessTest, RefusesALockedFile) {
   const std::string before = FileBytes(file_);
   ProgramOutcome outcome;
   {
-    const FileLock otherProgram(file_, "BEGIN IMMEDIATE");
+    const FileLock otherProgram(file_, "BEGIN EXCLUSIVE");
     outcome = Run({L"--list"});
   }
   EXPECT_EQ(outcome.exitCode, 1u);

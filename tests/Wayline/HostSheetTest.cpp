@@ -14,6 +14,7 @@
 #include "NetUtilities/Module/Handle.h"
 #include "NetUtilities/Text/Utf8.h"
 #include "tests/support/FileBytes.h"
+#include "tests/support/MessageBoxAnswer.h"
 #include "tests/support/ServiceLog.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/TreeItems.h"
@@ -21,10 +22,38 @@
 
 namespace {
 
+// A connection that lets nobody else read or write the database while it lives.
+ConnectionHandle LockedDatabase(const std::wstring& file) {
+  sqlite3* connection = nullptr;
+  EXPECT_EQ(sqlite3_open(ToUtf8(file).c_str(), &connection), SQLITE_OK);
+  EXPECT_EQ(sqlite3_exec(connection, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr), SQLITE_OK);
+  return ConnectionHandle(connection);
+}
+
+// The first value that a statement finds in the database.
+std::string Stored(const std::wstring& file, const char* sql) {
+  sqlite3* opened = nullptr;
+  EXPECT_EQ(sqlite3_open(ToUtf8(file).c_str(), &opened), SQLITE_OK);
+  const ConnectionHandle connection(opened);
+  std::string value;
+  const auto take = [](void* target, int, char** values, char**) {
+    *static_cast<std::string*>(target) = values[0] != nullptr ? values[0] : "NULL";
+    return 0;
+  };
+  EXPECT_EQ(sqlite3_exec(opened, sql, take, &value, nullptr), SQLITE_OK);
+  return value;
+}
+
 // Wayline.exe on a database of its own, with what it prints going into a file.
 class Host : public testing::Test {
  protected:
+  // Opens the sheet.
   void Start(const std::wstring& options) {
+    Launch(options);
+    sheet.emplace(threadId);
+  }
+
+  void Launch(const std::wstring& options) {
     SECURITY_ATTRIBUTES inherited{sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
     const Handle output(CreateFileW(outputFile.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, &inherited,
                                     CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
@@ -40,7 +69,25 @@ class Host : public testing::Test {
         CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup, &information));
     process.reset(information.hProcess);
     const Handle thread(information.hThread);
-    sheet.emplace(information.dwThreadId);
+    threadId = information.dwThreadId;
+  }
+
+  // Answers the box in which the program tells what went wrong.
+  void Answer(int button, const std::wstring& sentence) {
+    const ShownMessageBox box = AnswerMessageBoxOf(threadId, MessageBoxAnswer::Button(button));
+    EXPECT_EQ(box.title, L"Wayline");
+    EXPECT_EQ(box.text, sentence);
+    EXPECT_THAT(box.buttons, testing::ElementsAre(IDRETRY, IDCANCEL));
+  }
+
+  // Changes something and presses OK, while another program has the database for itself.
+  void ConfirmWhileLocked() {
+    Start(L"--mode 2 --profile 2001");
+    sheet->Click(IDC_OVERRIDE_CHECK);
+    sheet->Pick(IDC_TIMEOUT_DURATION, L" 1 hour");
+    before = FileBytes(database);
+    otherProgram = LockedDatabase(database);
+    sheet->PressOk();
   }
 
   DWORD Wait() {
@@ -61,35 +108,16 @@ class Host : public testing::Test {
   std::wstring database = folder.File(L"Wayline.db");
   std::wstring outputFile = folder.File(L"output.txt");
   Handle process;
+  DWORD threadId = 0;
   std::optional<SheetDriver> sheet;
+  std::string before;  // the database, before OK was pressed
+  ConnectionHandle otherProgram;
 };
+
+constexpr wchar_t kSavingFails[] = L"Nothing was saved: the settings database is in use by another program.";
 
 constexpr size_t kPreferencesTab = 1;
 constexpr size_t kTimeoutsTab = 4;
-
-// A connection that lets nobody else read or write the database while it lives.
-ConnectionHandle LockedDatabase(const std::wstring& file) {
-  sqlite3* connection = nullptr;
-  EXPECT_EQ(sqlite3_open(ToUtf8(file).c_str(), &connection), SQLITE_OK);
-  EXPECT_EQ(sqlite3_exec(connection, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr), SQLITE_OK);
-  return ConnectionHandle(connection);
-}
-
-// What the database holds for "Automatically connect if password saved" of profile 2004.
-int StoredAutoConnect(const std::wstring& file) {
-  sqlite3* opened = nullptr;
-  EXPECT_EQ(sqlite3_open(ToUtf8(file).c_str(), &opened), SQLITE_OK);
-  const ConnectionHandle connection(opened);
-  int state = 0;
-  const auto take = [](void* target, int, char** values, char**) {
-    *static_cast<int*>(target) = std::stoi(values[0]);
-    return 0;
-  };
-  EXPECT_EQ(sqlite3_exec(opened, "SELECT State FROM Preferences WHERE ProfileId = 2004 AND PreferenceId = 1014", take,
-                         &state, nullptr),
-            SQLITE_OK);
-  return state;
-}
 
 }  // namespace
 
@@ -101,8 +129,9 @@ TEST_F(Host, SavesWhatTheUserConfirmsAndShowsItAgain) {
   sheet->Pick(IDC_TIMEOUT_DURATION, L" 2 hours");
   sheet->PressOk();
   EXPECT_EQ(Wait(), 0u);
-  EXPECT_EQ(Printed(),
-            "{\"result\":1,\"saved\":true,\"changes\":[{\"record\":\"profile\",\"id\":2001,\"state\":2}]}\n");
+  EXPECT_EQ(
+      Printed(),
+      "{\"result\":1,\"saved\":true,\"changes\":[{\"record\":\"profile\",\"id\":2001,\"state\":2}],\"lost\":[]}\n");
   EXPECT_TRUE(log.Has(": Settings loaded from '" + ToUtf8(database) + "'"));
   EXPECT_TRUE(log.Has(": Settings saved, records changed: 1"));
 
@@ -117,9 +146,11 @@ TEST_F(Host, SavesWhatTheUserConfirmsAndShowsItAgain) {
 TEST_F(Host, SavesAPreferenceThatTheUserToggles) {
   constexpr int kOff = 1;
   constexpr int kOn = 2;
+  // "Automatically connect if password saved".
+  constexpr char kStored[] = "SELECT State FROM Preferences WHERE ProfileId = 2004 AND PreferenceId = 1014";
   Start(L"--profile 2004");
   sheet->SelectTab(kPreferencesTab);
-  ASSERT_EQ(StoredAutoConnect(database), kOn);
+  ASSERT_EQ(Stored(database, kStored), std::to_string(kOn));
   // Texts of another program's tree cannot be asked for: this is the first entry of the first group.
   const HWND tree = sheet->Control(IDC_PREFERENCE_TREE);
   const HTREEITEM autoConnect = TreeView_GetChild(tree, TreeView_GetRoot(tree));
@@ -129,16 +160,17 @@ TEST_F(Host, SavesAPreferenceThatTheUserToggles) {
   ASSERT_TRUE(sheet->PressKeyUntil([&] { return TreeItemImage(tree, autoConnect) == kOff; }, VK_SPACE));
   sheet->PressOk();
   EXPECT_EQ(Wait(), 0u);
-  EXPECT_EQ(Printed(),
-            "{\"result\":1,\"saved\":true,\"changes\":[{\"record\":\"preference\",\"id\":1014,\"state\":2}]}\n");
-  EXPECT_EQ(StoredAutoConnect(database), kOff);
+  EXPECT_EQ(
+      Printed(),
+      "{\"result\":1,\"saved\":true,\"changes\":[{\"record\":\"preference\",\"id\":1014,\"state\":2}],\"lost\":[]}\n");
+  EXPECT_EQ(Stored(database, kStored), std::to_string(kOff));
 }
 
 TEST_F(Host, LeavesTheDatabaseAsItWasAfterCancel) {
   Start(L"--mode 2 --profile 2001");
   sheet->PressCancel();
   EXPECT_EQ(Wait(), 0u);
-  const std::string before = FileBytes(database);
+  before = FileBytes(database);
   ASSERT_FALSE(before.empty());
 
   sheet.reset();
@@ -147,22 +179,72 @@ TEST_F(Host, LeavesTheDatabaseAsItWasAfterCancel) {
   sheet->Pick(IDC_TIMEOUT_DURATION, L" 1 hour");
   sheet->PressCancel();
   EXPECT_EQ(Wait(), 0u);
-  EXPECT_EQ(Printed(), "{\"result\":0,\"saved\":false,\"changes\":[]}\n");
+  EXPECT_EQ(Printed(), "{\"result\":0,\"saved\":false,\"changes\":[],\"lost\":[]}\n");
   EXPECT_EQ(FileBytes(database), before);
 }
 
-TEST_F(Host, SaysWhenSavingFailsAndKeepsTheFile) {
+TEST_F(Host, SaysWhenSavingFailsAndKeepsTheFileWhenTheUserGivesUp) {
   const ServiceLog log;
-  Start(L"--mode 2 --profile 2001");
-  sheet->Click(IDC_OVERRIDE_CHECK);
-  sheet->Pick(IDC_TIMEOUT_DURATION, L" 1 hour");
-  const std::string before = FileBytes(database);
-  // Another program has taken the file for itself meanwhile.
-  const auto other = LockedDatabase(database);
-  sheet->PressOk();
-  EXPECT_NE(Wait(), 0u);
-  EXPECT_THAT(Printed(), testing::HasSubstr("\"saved\":false"));
-  EXPECT_THAT(Printed(), testing::HasSubstr("Nothing was saved"));
+  ConfirmWhileLocked();
+  Answer(IDCANCEL, kSavingFails);
+  EXPECT_EQ(Wait(), 1u);
+  EXPECT_EQ(Printed(), "{\"result\":1,\"saved\":false,\"changes\":[],\"lost\":[]}\n" + ToUtf8(kSavingFails) + '\n');
   EXPECT_TRUE(log.Has("Nothing was saved"));
   EXPECT_EQ(FileBytes(database), before);
+}
+
+TEST_F(Host, SavesWhatTheUserConfirmedAsSoonAsTheDatabaseIsFree) {
+  ConfirmWhileLocked();
+  Answer(IDRETRY, kSavingFails);
+  ASSERT_TRUE(WaitForMessageBoxOf(threadId));
+  otherProgram.reset();
+  Answer(IDRETRY, kSavingFails);
+  EXPECT_EQ(Wait(), 0u);
+  EXPECT_EQ(
+      Printed(),
+      "{\"result\":1,\"saved\":true,\"changes\":[{\"record\":\"profile\",\"id\":2001,\"state\":2}],\"lost\":[]}\n");
+  EXPECT_EQ(Stored(database, "SELECT DurationTime FROM Profiles WHERE ProfileId = 2001"), "3600");
+}
+
+TEST_F(Host, RefusesADatabaseThatCannotBeSavedToBeforeItOpensTheSheet) {
+  Start({});
+  sheet->PressCancel();
+  EXPECT_EQ(Wait(), 0u);
+  sheet.reset();
+  before = FileBytes(database);
+  const std::wstring refusal = L"The file \"" + database + L"\" cannot be used: the settings database is read-only.";
+  ASSERT_TRUE(SetFileAttributesW(database.c_str(), FILE_ATTRIBUTE_READONLY));
+  Launch({});
+  Answer(IDCANCEL, refusal);
+  EXPECT_EQ(Wait(), 1u);
+  EXPECT_EQ(Printed(), ToUtf8(refusal) + '\n');
+  EXPECT_EQ(FileBytes(database), before);
+
+  Launch({});
+  ASSERT_TRUE(WaitForMessageBoxOf(threadId));
+  SetFileAttributesW(database.c_str(), FILE_ATTRIBUTE_NORMAL);
+  Answer(IDRETRY, refusal);
+  sheet.emplace(threadId);
+  sheet->PressCancel();
+  EXPECT_EQ(Wait(), 0u);
+}
+
+TEST_F(Host, RefusesADatabaseThatAnotherProgramHasForItself) {
+  Start({});
+  sheet->PressCancel();
+  EXPECT_EQ(Wait(), 0u);
+  sheet.reset();
+  otherProgram = LockedDatabase(database);
+  Launch({});
+  Answer(IDCANCEL,
+         L"The file \"" + database + L"\" cannot be used: the settings database is in use by another program.");
+  EXPECT_EQ(Wait(), 1u);
+}
+
+TEST_F(Host, StoresWhatTheOptionsSayOfTheClient) {
+  Start(L"--connection connected --bookmark 8=0 --bookmark 9=text");
+  sheet->PressCancel();
+  EXPECT_EQ(Wait(), 0u);
+  EXPECT_EQ(Stored(database, "SELECT Value FROM ClientState WHERE Name = 'ConnectionState'"), "2");
+  EXPECT_EQ(Stored(database, "SELECT group_concat(BookmarkId || '=' || Value) FROM Bookmarks"), "8=0,9=text");
 }

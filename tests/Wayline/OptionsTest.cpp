@@ -61,9 +61,34 @@ TEST(Options, RefuseAMissingOrEmptyValue) {
 
 TEST(Options, TakeJsonOnlyWithTheList) { EXPECT_THAT(Refusal({L"--json"}), HasSubstr("--list")); }
 
+TEST(Options, AStateOfTheConnectionIsGivenByItsName) {
+  EXPECT_EQ(Parsed({}).connection, std::nullopt);
+  EXPECT_EQ(Parsed({L"--connection", L"connected"}).connection, FSMState::Connected);
+  EXPECT_EQ(Parsed({L"--connection=disconnected"}).connection, FSMState::Disconnected);
+  for (const wchar_t* state : {L"2", L"online", L""}) {
+    EXPECT_THAT(Refusal({L"--connection", state}), HasSubstr("--connection"));
+  }
+}
+
+TEST(Options, ValuesOfTheClientAreGivenByTheirNumbers) {
+  const Options options = Parsed({L"--bookmark", L"8=1", L"--bookmark=9=a=b \u20ac", L"--bookmark", L"10="});
+  EXPECT_THAT(options.bookmarks,
+              testing::ElementsAre(std::pair(8u, std::wstring(L"1")), std::pair(9u, std::wstring(L"a=b \u20ac")),
+                                   std::pair(10u, std::wstring())));
+  for (const wchar_t* bookmark : {L"8", L"=1", L"x=1", L"-8=1", L"8 =1", L"4294967296=1", L""}) {
+    EXPECT_THAT(Refusal({L"--bookmark", bookmark}), HasSubstr("--bookmark"));
+  }
+}
+
+TEST(Options, TakeNothingToStoreWithTheList) {
+  EXPECT_THAT(Refusal({L"--list", L"--connection", L"connected"}), HasSubstr("--list"));
+  EXPECT_THAT(Refusal({L"--list", L"--bookmark", L"8=0"}), HasSubstr("--list"));
+}
+
 TEST(Options, HelpNamesEveryOption) {
   const std::string help = Answered(ParseCommandLine({L"--help"}));
-  for (const char* option : {"--mode", "--profile", "--list", "--json", "--database", "--help", "--version"}) {
+  for (const char* option :
+       {"--mode", "--profile", "--list", "--json", "--database", "--connection", "--bookmark", "--help", "--version"}) {
     EXPECT_THAT(help, HasSubstr(option));
   }
 }

@@ -59,6 +59,15 @@ TEST_F(ProfileChoice, RefusesAProfileThatCannotBeSelected) {
   }
 }
 
+TEST_F(ProfileChoice, PassesOverRecordsThatStandForNothing) {
+  profiles_[2001] = nullptr;
+  EXPECT_EQ(Choose({}, 2001), 0u);
+  EXPECT_EQ(Choose(2001, 2001), 0u);
+  EXPECT_EQ(sentence_, L"Profile 2001 does not exist.");
+  Add(2002, L"B");
+  EXPECT_EQ(Choose({}, 2001), 2002u);
+}
+
 TEST_F(ProfileChoice, SaysWhenThereIsNothingToChoose) {
   Add(1, L"Defaults");
   EXPECT_EQ(Choose({}, 1), 0u);

@@ -33,6 +33,14 @@ TEST(ProfileList, IsAHeadlineWithoutProfiles) {
   EXPECT_EQ(ProfileListJson({}, 0), "[]\n");
 }
 
+TEST(ProfileList, LeavesOutRecordsThatStandForNothing) {
+  const ProfileTable profiles = {{2001, nullptr}, {2002, MakeProfile(2002, L"Work", 1)}};
+  EXPECT_EQ(ProfileListText(profiles, 2001),
+            "  Id  Name  Parent  Hidden  Selectable  Active\n"
+            "2002  Work       1  no      yes         no\n");
+  EXPECT_EQ(ProfileListJson({{2001, nullptr}}, 2001), "[]\n");
+}
+
 TEST(ProfileList, IsJsonForPrograms) {
   EXPECT_EQ(ProfileListJson({{2001, MakeProfile(2001, L"a \"b\" \u20ac", 1)}}, 2001),
             "[\n"
@@ -48,21 +56,28 @@ TEST(ProfileList, IsJsonForPrograms) {
 }
 
 TEST(SheetResult, IsOneLineOfJson) {
-  EXPECT_EQ(SheetResultJson(0, false, {}), "{\"result\":0,\"saved\":false,\"changes\":[]}\n");
-  EXPECT_EQ(SheetResultJson(-1, false, {}), "{\"result\":-1,\"saved\":false,\"changes\":[]}\n");
+  EXPECT_EQ(SheetResultJson(0, false, {}), "{\"result\":0,\"saved\":false,\"changes\":[],\"lost\":[]}\n");
+  EXPECT_EQ(SheetResultJson(-1, false, {}), "{\"result\":-1,\"saved\":false,\"changes\":[],\"lost\":[]}\n");
 }
 
 TEST(SheetResult, ListsTheSavedRecordsOfEveryKind) {
   EXPECT_EQ(SheetResultJson(1, true,
-                            {{RecordKind::Profile, 2001, ChangeState::Renamed},
-                             {RecordKind::Preference, 1014, ChangeState::Changed},
-                             {RecordKind::AutoStartItem, 5, ChangeState::New},
-                             {RecordKind::ManualConfig, 2001, ChangeState::Changed},
-                             {RecordKind::AutoConfig, 2001, ChangeState::Removed}}),
+                            {{{RecordKind::Profile, 2001, ChangeState::Renamed},
+                              {RecordKind::Preference, 1014, ChangeState::Changed},
+                              {RecordKind::AutoStartItem, 5, ChangeState::New},
+                              {RecordKind::ManualConfig, 2001, ChangeState::Changed},
+                              {RecordKind::AutoConfig, 2001, ChangeState::Removed}},
+                             {}}),
             "{\"result\":1,\"saved\":true,\"changes\":["
             "{\"record\":\"profile\",\"id\":2001,\"state\":4},"
             "{\"record\":\"preference\",\"id\":1014,\"state\":2},"
             "{\"record\":\"autostart\",\"id\":5,\"state\":1},"
             "{\"record\":\"manualConfig\",\"id\":2001,\"state\":2},"
-            "{\"record\":\"autoConfig\",\"id\":2001,\"state\":3}]}\n");
+            "{\"record\":\"autoConfig\",\"id\":2001,\"state\":3}],\"lost\":[]}\n");
+}
+
+TEST(SheetResult, ListsWhatWasLost) {
+  EXPECT_EQ(SheetResultJson(1, true, {{}, {L"Profile \"Z\u00fcrich\" is gone.", L"So is another."}}),
+            "{\"result\":1,\"saved\":true,\"changes\":[],\"lost\":[\"Profile \\\"Z\xc3\xbcrich\\\" is gone.\",\"So is "
+            "another.\"]}\n");
 }

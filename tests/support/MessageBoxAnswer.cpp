@@ -63,6 +63,22 @@ void Give(MessageBoxAnswer answer, HWND box) {
 
 }  // namespace
 
+bool WaitForMessageBoxOf(DWORD threadId) {
+  return WaitUntil([threadId] { return FindMessageBox(threadId) != nullptr; });
+}
+
+ShownMessageBox AnswerMessageBoxOf(DWORD threadId, MessageBoxAnswer answer) {
+  HWND box = nullptr;
+  if (!WaitUntil([&] { return (box = FindMessageBox(threadId)) != nullptr; })) {
+    ADD_FAILURE() << "No message box was shown.";
+    return {};
+  }
+  ShownMessageBox shown = Describe(box);
+  Give(answer, box);
+  EXPECT_TRUE(WaitUntil([box] { return IsWindow(box) == FALSE; })) << "The message box stays open.";
+  return shown;
+}
+
 ShownMessageBox AnswerMessageBox(MessageBoxAnswer answer, const std::function<void()>& show) {
   auto user = std::async(std::launch::async, [answer, thread = GetCurrentThreadId()] {
     HWND box = nullptr;

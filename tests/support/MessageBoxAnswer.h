@@ -26,3 +26,10 @@ struct MessageBoxAnswer {
 /// Calls `show`, which is to show one message box and return when it is closed; answers it from another
 /// thread. The test fails when no message box comes.
 ShownMessageBox AnswerMessageBox(MessageBoxAnswer answer, const std::function<void()>& show);
+
+/// Waits for the message box of a thread, of this program or another one; false when none comes.
+bool WaitForMessageBoxOf(DWORD threadId);
+
+/// Waits for the message box of a thread, of this program or another one, answers it and waits until it is gone. The
+/// test fails when none comes or it stays.
+ShownMessageBox AnswerMessageBoxOf(DWORD threadId, MessageBoxAnswer answer);
