@@ -77,6 +77,8 @@ Failure SettingsStore::LoadProfiles(ProfileTable& profiles) {
   int32_t code = transaction.BeginReading();
   if (code != SQLITE_OK) return UseFailure(GetFile(), Connection(), code);
   if (Failure failure = CheckProfileChains(Connection(), GetFile())) return failure;
+  code = ReadActiveProfileId();
+  if (code != SQLITE_OK) return UseFailure(GetFile(), Connection(), code);
   ProfileTable table;
   LoadedRecords loaded;
   std::set<uint32_t> ids;
@@ -239,18 +241,24 @@ Failure SettingsStore::SetPreference(uint32_t profileId, PreferenceId preference
 }
 
 uint32_t SettingsStore::GetActiveProfileId() {
+  if (const int32_t code = ReadActiveProfileId(); code != SQLITE_OK) {
+    Log(LogSource::Database, LogLevel::Error,
+        Format(L"The active profile cannot be read: {}", ReasonText(Connection(), code)));
+  }
+  return activeProfileId_;
+}
+
+int32_t SettingsStore::ReadActiveProfileId() {
   Statement statement;
   int32_t code = statement.Prepare(Connection(), L"SELECT Value FROM ClientState WHERE Name = 'ActiveProfile'");
   if (code == SQLITE_OK) code = statement.Step();
   if (code == SQLITE_ROW) {
     activeProfileId_ = static_cast<uint32_t>(statement.Integer(0));
-  } else if (code == SQLITE_DONE) {
-    activeProfileId_ = 0;
-  } else {
-    Log(LogSource::Database, LogLevel::Error,
-        Format(L"The active profile cannot be read: {}", ReasonText(Connection(), code)));
+    return SQLITE_OK;
   }
-  return activeProfileId_;
+  if (code != SQLITE_DONE) return code;
+  activeProfileId_ = 0;
+  return SQLITE_OK;
 }
 
 ProfileTimeouts SettingsStore::GetActiveTimeouts() {

@@ -86,6 +86,7 @@ class SettingsStore {
  private:
   sqlite3* Connection() const;
   int32_t LoadProfile(uint32_t id, Profile& profile);
+  int32_t ReadActiveProfileId();
   uint32_t FirstOfChain(uint32_t profileId) const;
   const LoadedPreferences* FindPreferences(LoadedRecords& records, uint32_t profileId);
   const LoadedAutoStart* FindAutoStart(LoadedRecords& records, uint32_t profileId);
