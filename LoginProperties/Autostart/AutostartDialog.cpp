@@ -1,5 +1,8 @@
 #include "LoginProperties/Autostart/AutostartDialog.h"
 
+#include "LoginProperties/ProfilePage/DialogHelpers.h"
+#include "LoginProperties/ProfilePage/ProfileControls.h"
+
 namespace {
 
 constexpr wchar_t kPolicyName[] = L"AutoStart";
@@ -19,7 +22,8 @@ AutostartDialog::AutostartDialog(HINSTANCE instance, const wchar_t* templateId, 
 
 int AutostartDialog::OnInitDialog(int64_t parameter) {
   ProfileDataDialog::OnInitDialog(parameter);
-  ApplyOverridePolicy();
+  // Here the policy also keeps the user from choosing otherwise.
+  if (ApplyOverridePolicy()) EnableControl(GetWindow(), IDC_OVERRIDE_CHECK, false);
   return 1;
 }
 

@@ -70,7 +70,10 @@ int PreferenceDialog::OnInitDialog(int64_t parameter) {
   ProfileDataDialog::OnInitDialog(parameter);
   tree_.Attach(GetDlgItem(GetWindow(), IDC_PREFERENCE_TREE));
   inputFilter_.Attach(tree_.Window(), GetWindow());
-  if (ApplyOverridePolicy()) SetWindowControls();
+  if (ApplyOverridePolicy()) {
+    EnableControl(GetWindow(), IDC_OVERRIDE_CHECK, true);
+    SetWindowControls();
+  }
   return 1;
 }
 

@@ -72,7 +72,6 @@ bool ProfileDataDialog::ApplyOverridePolicy() {
     SheetLog::ResetByPolicy(TitleOf(GetWindow()), profile);
     traits_.followDefaults(*profile, true);
   }
-  EnableControl(GetWindow(), IDC_OVERRIDE_CHECK, true);
   return true;
 }
 

@@ -36,9 +36,8 @@ class ProfileDataDialog : public PropPageDialog {
   /// the policy.
   static bool IsOverrideDisabled(const wchar_t* pageName);
 
-  /// Resets the current profile to the page's defaults when the administrator's policy for it holds. The check box is
-  /// enabled, not disabled: the policy undoes the choice whenever the page is created, it does not lock it. Returns
-  /// whether the policy holds.
+  /// Resets the current profile to the page's defaults when the administrator's policy for it holds. Returns whether
+  /// the policy holds; what becomes of the check box is the page's own.
   bool ApplyOverridePolicy();
 
   /// Whether the page shows the defaults: the current profile follows them, or there is none.

@@ -1,5 +1,8 @@
 #include "LoginProperties/Proxy/ProxyDialog.h"
 
+#include "LoginProperties/ProfilePage/DialogHelpers.h"
+#include "LoginProperties/ProfilePage/ProfileControls.h"
+
 namespace {
 
 constexpr wchar_t kPolicyName[] = L"Proxy";
@@ -18,7 +21,7 @@ ProxyDialog::ProxyDialog(HINSTANCE instance, const wchar_t* templateId, HWND par
 
 int ProxyDialog::OnInitDialog(int64_t parameter) {
   ProfileDataDialog::OnInitDialog(parameter);
-  ApplyOverridePolicy();
+  if (ApplyOverridePolicy()) EnableControl(GetWindow(), IDC_OVERRIDE_CHECK, true);
   return 1;
 }
 

@@ -87,7 +87,7 @@ int TimeoutDialog::OnInitDialog(int64_t parameter) {
   warningCheck_ = GetDlgItem(GetWindow(), IDC_TIMEOUT_WARNING_CHECK);
   durationCheck_ = GetDlgItem(GetWindow(), IDC_TIMEOUT_DURATION_CHECK);
   thresholdCheck_ = GetDlgItem(GetWindow(), IDC_TIMEOUT_THRESHOLD_CHECK);
-  ApplyOverridePolicy();
+  if (ApplyOverridePolicy()) EnableControl(GetWindow(), IDC_OVERRIDE_CHECK, true);
   SetWindowControls();
   return ProfileDataDialog::OnInitDialog(parameter);
 }

@@ -208,7 +208,7 @@ TEST(OverrideBox, StoresTheChoiceInTheCurrentProfileOnly) {
   }
 }
 
-TEST(OverridePolicyOnPage, ResetsThePageToTheDefaultsButLeavesItsBoxEnabled) {
+TEST(OverridePolicyOnPage, ResetsThePageToTheDefaults) {
   for (const PolicyPage& page : kPolicyPages) {
     const Policy policy(page.policy, 1);
     LoginPropertiesContext context = MakeContext();
@@ -217,8 +217,32 @@ TEST(OverridePolicyOnPage, ResetsThePageToTheDefaultsButLeavesItsBoxEnabled) {
     sheet.SelectTab(page.tab);
     EXPECT_TRUE((*context.profiles[kWork].*page.followsDefaults)()) << page.tab;
     EXPECT_FALSE(sheet.IsChecked(IDC_OVERRIDE_CHECK)) << page.tab;
-    EXPECT_TRUE(sheet.IsEnabled(IDC_OVERRIDE_CHECK)) << page.tab;
+    for (const HWND control : GovernedControls(sheet)) EXPECT_FALSE(IsWindowEnabled(control)) << page.tab;
   }
+}
+
+TEST(OverridePolicyOnPage, LetsTheUserOverrideAgainExceptOnAutostart) {
+  for (const PolicyPage& page : kPolicyPages) {
+    const Policy policy(page.policy, 1);
+    LoginPropertiesContext context = MakeContext();
+    SheetDriver sheet(context);
+    sheet.SelectTab(page.tab);
+    EXPECT_EQ(sheet.IsEnabled(IDC_OVERRIDE_CHECK), page.tab != std::wstring(L"Autostart")) << page.tab;
+  }
+}
+
+TEST(OverridePolicyOnPage, OfAutostartKeepsItsBoxDisabledForEveryProfile) {
+  const Policy policy(L"AutoStart", 1);
+  LoginPropertiesContext context = MakeContext();
+  SheetDriver sheet(context);
+  sheet.SelectTab(L"Autostart");
+  sheet.Pick(IDC_PROFILE_COMBO, L"Home");
+  EXPECT_FALSE(sheet.IsEnabled(IDC_OVERRIDE_CHECK));
+  EXPECT_TRUE(sheet.IsEnabled(IDC_PROFILE_COMBO));
+  sheet.SelectTab(L"Proxy");
+  EXPECT_TRUE(sheet.IsEnabled(IDC_OVERRIDE_CHECK)) << "the policy is of one page";
+  sheet.SelectTab(L"Autostart");
+  EXPECT_FALSE(sheet.IsEnabled(IDC_OVERRIDE_CHECK));
 }
 
 TEST(OverridePolicyOnPage, ActsOnlyWhenThePageIsFirstShown) {
