@@ -104,9 +104,9 @@ int TimeoutDialog::SetWindowControls() {
     EnableThresholdGroup();
   } else if (edited) {
     const auto linked = FindLinkedDefault(context.linkedDefaultProfile, context.profiles, edited->GetLinkProfile());
-    // A profile whose parent is not known shows what a new profile holds.
-    Profile unlinked(0);
-    LoadTimeoutControls(linked ? *linked : unlinked);
+    // A copy, because another profile is only looked at. One whose parent is not known shows what a new profile holds.
+    Profile shown = linked ? *linked : Profile(0);
+    LoadTimeoutControls(shown);
   }
   return ProfileDataDialog::SetWindowControls();
 }

@@ -11,6 +11,7 @@
 #include "tests/ui/SheetDriver.h"
 #include "tests/ui/TestContext.h"
 #include "WaylineDll/Host.h"
+#include "WaylineDll/Store/RecordRows.h"
 
 using testing::ElementsAre;
 using testing::SizeIs;
@@ -179,6 +180,25 @@ TEST_F(TimeoutPage, FollowingTheDefaultsShowsTheLinkedProfileDisabled) {
   EXPECT_FALSE(sheet->IsEnabled(IDC_TIMEOUT_DURATION));
   EXPECT_EQ(Work().GetState(), ChangeState::Unchanged);
   EXPECT_EQ(context.profiles[kRoot]->GetState(), ChangeState::Unchanged);
+}
+
+TEST_F(TimeoutPage, FollowingTheDefaultsChangesNoValueOfTheLinkedProfile) {
+  Work().SetDefaultTimeouts(true);
+  Profile& root = *context.profiles[kRoot];
+  // On its own page each of them would get a default.
+  root.Columns().warnTime = 0;
+  root.Columns().durationTime = 0;
+  root.Columns().thresholdTimeOut = 0;
+  root.Columns().thresholdOnOff = true;
+  const Profile before = root;
+  Open();
+  EXPECT_EQ(sheet->Selected(IDC_TIMEOUT_DURATION), L" 8 hours");
+  EXPECT_EQ(sheet->Selected(IDC_TIMEOUT_WARNING), L" 1 minute");
+  sheet->Pick(IDC_PROFILE_COMBO, L"Home");
+  sheet->PressOk();
+  EXPECT_EQ(sheet->Result(), kSheetConfirmed);
+  EXPECT_EQ(ColumnNames(DifferingColumns(root, before).columns), L"");
+  EXPECT_EQ(root.GetState(), ChangeState::Unchanged);
 }
 
 TEST_F(TimeoutPage, TheOverrideBoxIsThatOfTheProfileShown) {
