@@ -11,7 +11,7 @@
 #include "WaylineDll/ConfigSetting.h"
 
 /// What the caller hands to ShowLoginProperties and gets back. Copying it copies the tables; the records themselves are
-/// shared by all copies.
+/// shared by all copies. Null records are allowed and stand for nothing.
 struct LoginPropertiesContext {
   HWND parentWindow = nullptr;           // owner of the sheet and of every page
   HINSTANCE resourceInstance = nullptr;  // module that holds the pages' templates

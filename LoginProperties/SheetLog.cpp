@@ -62,6 +62,11 @@ void Confirmed(const ProfileTable& profiles, const PreferenceTable& preferences,
 
 void Cancelled() { Log(LogLevel::Info, L"Login properties cancelled"); }
 
+void NotShown(SheetMode mode, size_t pages, const std::wstring& error) {
+  Log(LogLevel::Error,
+      Format(L"Login properties could not be shown: mode {}, pages {}", static_cast<uint32_t>(mode), pages) + error);
+}
+
 void PageShown(std::wstring_view page, const CurrentProfile& current) {
   Log(LogLevel::Detail, Format(L"Page '{}' shows profile {}", page, NameOf(current)));
 }

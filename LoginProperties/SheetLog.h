@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
+#include <string>
 #include <string_view>
 
 #include "Database/Profiles/Preference.h"
@@ -24,6 +26,9 @@ void Confirmed(const ProfileTable& profiles, const PreferenceTable& preferences,
 
 /// The user has closed the sheet otherwise.
 void Cancelled();
+
+/// The sheet could not be created. `error` is the system's reason as log lines append it, empty when it gives none.
+void NotShown(SheetMode mode, size_t pages, const std::wstring& error);
 
 /// A page has come to the front.
 void PageShown(std::wstring_view page, const CurrentProfile& current);

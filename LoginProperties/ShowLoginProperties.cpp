@@ -16,6 +16,7 @@
 #include "LoginProperties/Proxy/ProxyDialog.h"
 #include "LoginProperties/Resources/SheetStrings.h"
 #include "LoginProperties/SheetLog.h"
+#include "LoginProperties/SheetPlatform.h"
 #include "LoginProperties/Timeouts/TimeoutControls.h"
 #include "LoginProperties/Timeouts/TimeoutDialog.h"
 #include "LoginProperties/WiFiSwitching/AutoReconnectControls.h"
@@ -25,6 +26,8 @@
 #include "NetUtilities/Logger/Logger.h"
 #include "NetUtilities/Text/ErrorText.h"
 #include "WaylineDll/StringDb.h"
+
+SheetPlatform sheetPlatform;
 
 namespace {
 
@@ -100,9 +103,13 @@ INT_PTR ShowSheet(const LoginPropertiesContext& context, std::vector<PageDescrip
   header.nStartPage = 0;
   header.ppsp = pages.data();
   const ActivationContext commonControls;
-  const INT_PTR result = PropertySheetW(&header);
+  // Not every failure has a code: one from earlier must not be taken for it.
+  SetLastError(ERROR_SUCCESS);
+  const INT_PTR result = sheetPlatform.propertySheet(&header);
   if (result < 0) {
-    Log(LogLevel::Error, L"Login properties could not be shown" + ErrorSuffix(static_cast<int32_t>(GetLastError())));
+    const DWORD code = GetLastError();
+    SheetLog::NotShown(context.mode, pages.size(),
+                       code != ERROR_SUCCESS ? ErrorSuffix(static_cast<int32_t>(code)) : std::wstring());
   }
   return result;
 }

@@ -5,7 +5,7 @@ std::vector<SelectableProfile> SelectableProfiles(const ProfileTable& profiles) 
   constexpr uint32_t kLastRootProfileId = 2000;
   std::vector<SelectableProfile> selectable;
   for (const auto& [key, profile] : profiles) {
-    if (profile == nullptr) continue;
+    if (!profile) continue;
     const uint32_t id = profile->GetProfileId();
     std::wstring name = profile->GetName();
     if (id > kLastRootProfileId && !name.empty() && !profile->GetHidden()) selectable.push_back({std::move(name), id});

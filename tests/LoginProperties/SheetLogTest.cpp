@@ -9,6 +9,7 @@ namespace {
 using testing::ElementsAre;
 
 LogCapture::Message Info(const std::wstring& text) { return {LogSource::General, LogLevel::Info, text}; }
+LogCapture::Message Error(const std::wstring& text) { return {LogSource::General, LogLevel::Error, text}; }
 LogCapture::Message Detail(const std::wstring& text) { return {LogSource::General, LogLevel::Detail, text}; }
 
 std::shared_ptr<Profile> MakeProfile(uint32_t id, const std::wstring& name, ChangeState state) {
@@ -64,6 +65,24 @@ TEST_F(SheetLogTest, CountsTheOtherRecordsThatTheUserHasChanged) {
   SheetLog::Confirmed({{2002, home_}}, preferences, items, manual, automatic);
   EXPECT_THAT(log_.Messages(), ElementsAre(Info(L"Login properties confirmed; changed: profiles 0, preferences 1, "
                                                 L"autostart items 2, proxies 3")));
+}
+
+TEST_F(SheetLogTest, TakesNullRecordsForNothing) {
+  ProfileTable profiles = profiles_;
+  profiles[2003] = nullptr;
+  SheetLog::Opened(SheetMode::Full, profiles, nullptr);
+  SheetLog::Confirmed(profiles, {{PreferenceId{1}, nullptr}}, {{1, nullptr}}, {{2001, nullptr}}, {{2001, nullptr}});
+  EXPECT_THAT(log_.Messages(), ElementsAre(Info(L"Login properties opened: mode 1, profile (none), profiles in all: 3"),
+                                           Info(L"Login properties confirmed; changed: profiles 1, preferences 0, "
+                                                L"autostart items 0, proxies 0"),
+                                           Info(L"Profile 2001 'Work' is changed")));
+}
+
+TEST_F(SheetLogTest, TellsWhatCouldNotBeShownAndTheReasonIfThereIsOne) {
+  SheetLog::NotShown(SheetMode::Full, 6, L" Error 5 (0x5)");
+  SheetLog::NotShown(static_cast<SheetMode>(4), 0, {});
+  EXPECT_THAT(log_.Messages(), ElementsAre(Error(L"Login properties could not be shown: mode 1, pages 6 Error 5 (0x5)"),
+                                           Error(L"Login properties could not be shown: mode 4, pages 0")));
 }
 
 TEST_F(SheetLogTest, TellsThatTheUserHasCancelled) {

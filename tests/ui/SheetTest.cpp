@@ -1,6 +1,8 @@
 // Which pages the sheet has, and what happens to the caller's context.
 
+#include <commctrl.h>
 #include <gmock/gmock.h>
+#include <prsht.h>
 
 #include <atomic>
 #include <thread>
@@ -95,6 +97,24 @@ TEST(Sheet, LeavesTheContextAloneAfterCancel) {
   EXPECT_EQ(context.autoConfigs, before.autoConfigs);
 }
 
+namespace {
+
+bool ShowsSheetWithoutPages(DWORD threadId) {
+  bool shows = false;
+  EnumThreadWindows(
+      threadId,
+      [](HWND window, LPARAM found) -> BOOL {
+        const HWND tabs = PropSheet_GetTabControl(window);
+        if (tabs == nullptr) return TRUE;
+        *reinterpret_cast<bool*>(found) = TabCtrl_GetItemCount(tabs) == 0;
+        return FALSE;
+      },
+      reinterpret_cast<LPARAM>(&shows));
+  return shows;
+}
+
+}  // namespace
+
 // On Windows the platform refuses a sheet without pages; Wine shows an empty one, which only the end of the program's
 // message loop takes away. Both are results other than 1.
 TEST(Sheet, HasNoPagesInAModeThatDoesNotExist) {
@@ -112,6 +132,7 @@ TEST(Sheet, HasNoPagesInAModeThatDoesNotExist) {
       ended = true;
     });
     ASSERT_TRUE(WaitUntil([&] { return started.load(); }));
+    EXPECT_TRUE(WaitUntil([&] { return ended || ShowsSheetWithoutPages(threadId); })) << "the platform is asked";
     EXPECT_TRUE(WaitUntil([&] {
       PostThreadMessageW(threadId, WM_QUIT, 0, 0);
       return ended.load();
@@ -121,6 +142,32 @@ TEST(Sheet, HasNoPagesInAModeThatDoesNotExist) {
     EXPECT_EQ(context.currentProfile, before.currentProfile);
     EXPECT_EQ(context.profiles, before.profiles);
   }
+}
+
+TEST(Sheet, TakesNullRecordsForNothing) {
+  LoginPropertiesContext context = MakeContext();
+  const std::vector<std::wstring> tabs = {L"General",  L"Preferences",     L"Autostart",  L"Proxy",
+                                          L"Timeouts", L"Wi-Fi Switching", L"Preferences"};
+  for (const uint32_t id : {kRoot, 7u, kHidden, 2999u}) context.profiles[id] = nullptr;
+  context.preferences[PreferenceId::AutoConnect] = nullptr;
+  context.autoStartItems[1] = nullptr;
+  for (ConfigTable* configs : {&context.manualConfigs, &context.autoConfigs}) (*configs)[kWork] = nullptr;
+  context.currentProfile = nullptr;
+  SheetDriver sheet(context);
+  for (const std::wstring& tab : tabs) sheet.SelectTab(tab);
+  for (const wchar_t* profile : {L"Work", L"Home"}) {
+    for (const std::wstring& tab : tabs) {
+      sheet.SelectTab(tab);
+      EXPECT_EQ(sheet.CurrentTab(), tab);
+      EXPECT_THAT(sheet.Items(IDC_PROFILE_COMBO), ElementsAre(L"Home", L"Work", L"Work 2"));
+      sheet.Pick(IDC_PROFILE_COMBO, profile);
+      EXPECT_EQ(sheet.Selected(IDC_PROFILE_COMBO), profile);
+    }
+  }
+  sheet.PressOk();
+  EXPECT_EQ(sheet.Result(), kSheetConfirmed);
+  EXPECT_EQ(context.currentProfile, context.profiles[kHome]);
+  EXPECT_EQ(context.profiles.size(), 8u) << "they are handed back as they came";
 }
 
 TEST(Sheet, StartsAfreshAtEachCall) {

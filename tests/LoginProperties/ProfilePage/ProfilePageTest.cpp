@@ -30,21 +30,23 @@ int desktopQuestions = 0;
 
 }  // namespace
 
-TEST(SelectableProfiles, LeavesOutRootsNamelessAndHiddenProfiles) {
+TEST(SelectableProfiles, LeavesOutRootsNamelessAndHiddenProfilesAndNullRecords) {
   ProfileTable profiles;
   for (const auto& profile : {Named(1, L"Default"), Named(2000, L"Last root"), Named(2001, L"First"), Named(2002, L""),
                               Named(2003, L"Hidden", true), Named(12345, L"Far")}) {
     profiles.emplace(profile->GetProfileId(), profile);
   }
+  profiles.emplace(3000, nullptr);
   std::vector<std::pair<std::wstring, uint32_t>> found;
   for (const auto& profile : SelectableProfiles(profiles)) found.emplace_back(profile.name, profile.id);
   EXPECT_THAT(found, ElementsAre(std::pair{L"First", 2001u}, std::pair{L"Far", 12345u}));
 }
 
-TEST(FindProfile, GivesNullForAnUnknownId) {
+TEST(FindProfile, GivesNullForAnIdWithoutARecord) {
   const auto profile = Named(2001, L"First");
-  const ProfileTable profiles = {{2001, profile}};
+  const ProfileTable profiles = {{2001, profile}, {2002, nullptr}};
   EXPECT_EQ(FindProfile(profiles, 2001), profile);
+  EXPECT_EQ(FindProfile(profiles, 2002), nullptr);
   EXPECT_EQ(FindProfile(profiles, 0xffffffff), nullptr);
 }
 
