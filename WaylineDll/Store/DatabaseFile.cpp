@@ -118,11 +118,13 @@ Failure CheckDatabaseFile(const std::wstring& file, SettingsAccess access) {
   const bool isFile = std::filesystem::is_regular_file(path(file), error);
   if (error) return UseFailure(file, ReasonText(error));
   if (!isFile) return UseFailure(file, kForeignFile);
-  const bool edits = access == SettingsAccess::Edit;
+  // For reading too: what a program has left that was killed while it saved is undone. Where only reading is allowed,
+  // SQLite does with that.
   ConnectionHandle connection;
-  const int32_t code = OpenConnection(file, edits ? SQLITE_OPEN_READWRITE : SQLITE_OPEN_READONLY, connection);
+  const int32_t code = OpenConnection(file, SQLITE_OPEN_READWRITE, connection);
   if (code != SQLITE_OK) return UseFailure(file, connection.get(), code);
-  return edits ? CheckForEditing(connection.get(), file) : CheckForReading(connection.get(), file);
+  return access == SettingsAccess::Edit ? CheckForEditing(connection.get(), file)
+                                        : CheckForReading(connection.get(), file);
 }
 
 Failure CheckProfileChains(sqlite3* connection, const std::wstring& file) {

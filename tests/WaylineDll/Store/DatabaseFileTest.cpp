@@ -219,4 +219,20 @@ TEST_F(DatabaseFileTest, RefusesAFolderThatCannotBeWrittenTo) {
   std::filesystem::permissions(folder_.Path(), perms::owner_all);
   EXPECT_EQ(end, ForkedEnd::Succeeded);
 }
+
+TEST_F(DatabaseFileTest, ReadsWhatAProgramHasLeftThatWasKilledWhileItSaved) {
+  MakeSample();
+  const ForkedEnd end = DoInForkedProcess([&] {
+    FaultyFileSystem files;
+    Sql("UPDATE Services SET Name = 'x'");
+    // Just before the journal goes.
+    files.DieAt(2 * files.Operations(), FaultyFileSystem::Moment::Before);
+    Sql("UPDATE Services SET Name = 'y'");
+  });
+  ASSERT_EQ(end, ForkedEnd::Killed);
+  ASSERT_THAT(FilesInFolder(), testing::ElementsAre("Wayline.db", "Wayline.db-journal"));
+  EXPECT_EQ(CheckDatabaseFile(file_, SettingsAccess::Read), Failure());
+  EXPECT_EQ(Sql("SELECT DISTINCT Name FROM Services"), "x");
+  EXPECT_THAT(FilesInFolder(), testing::ElementsAre("Wayline.db"));
+}
 #endif
