@@ -2,8 +2,11 @@
 
 #include <prsht.h>
 
+#include <set>
+#include <utility>
 #include <vector>
 
+#include "Database/Profiles/ProfileIdManager.h"
 #include "LoginProperties/ActivationContext.h"
 #include "LoginProperties/Autostart/AutostartControls.h"
 #include "LoginProperties/Autostart/AutostartDialog.h"
@@ -24,6 +27,7 @@
 #include "NetUtilities/Crash/CrashDump.h"
 #include "NetUtilities/Files/WinLogonDesktop.h"
 #include "NetUtilities/Logger/Logger.h"
+#include "NetUtilities/Module/Singleton.h"
 #include "NetUtilities/Text/ErrorText.h"
 #include "WaylineDll/StringDb.h"
 
@@ -86,6 +90,13 @@ class SheetPages {
   AutoReconnectDialog autoReconnect_{instance_, MAKEINTRESOURCEW(IDD_AUTO_RECONNECT), parent_};
 };
 
+// So that a new record of this module never gets the id of a profile that there is.
+void TellUsedIds(const ProfileTable& profiles) {
+  std::set<uint32_t> ids;
+  for (const auto& [id, profile] : profiles) ids.insert(id);
+  if (const auto manager = Singleton<ProfileIdManager>::Get()) manager->SetUsed(std::move(ids));
+}
+
 std::wstring SheetTitle() {
   const std::wstring product = GetProductDisplayName(false);
   return LoadStringWithSubS(ModuleId::LoginProperties, IDS_SHEET_TITLE, false, {product});
@@ -121,6 +132,7 @@ extern "C" INT_PTR ShowLoginProperties(LoginPropertiesContext* callersContext) {
   PrepareCrashDump();
   LoginPropertiesContext& context = GetContext();
   context = *callersContext;
+  TellUsedIds(context.profiles);
   SheetLog::Opened(context.mode, context.profiles, context.currentProfile);
 
   const SheetPages pages(context.parentWindow);

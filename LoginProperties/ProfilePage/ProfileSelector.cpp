@@ -1,14 +1,14 @@
 #include "LoginProperties/ProfilePage/ProfileSelector.h"
 
+#include "Database/Profiles/ProfileIdManager.h"
+
 std::vector<SelectableProfile> SelectableProfiles(const ProfileTable& profiles) {
-  // Up to this id the records are roots that login profiles are linked to.
-  constexpr uint32_t kLastRootProfileId = 2000;
   std::vector<SelectableProfile> selectable;
   for (const auto& [key, profile] : profiles) {
     if (!profile) continue;
     const uint32_t id = profile->GetProfileId();
     std::wstring name = profile->GetName();
-    if (id > kLastRootProfileId && !name.empty() && !profile->GetHidden()) selectable.push_back({std::move(name), id});
+    if (id > kLastDefaultsId && !name.empty() && !profile->GetHidden()) selectable.push_back({std::move(name), id});
   }
   return selectable;
 }

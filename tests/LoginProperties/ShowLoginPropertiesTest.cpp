@@ -77,3 +77,10 @@ TEST_F(ShowLoginPropertiesTest, LeavesTheContextAloneWhereTheSheetCouldNotBeShow
   EXPECT_THAT(GetContext().profiles, IsEmpty());
   EXPECT_EQ(context_.profiles.size(), 1u);
 }
+
+TEST_F(ShowLoginPropertiesTest, ANewRecordNeverGetsTheIdOfAProfileThatThereIs) {
+  context_.profiles[2002] = nullptr;
+  context_.profiles[10001] = std::make_shared<Profile>(10001);
+  ErrorsFor(SheetMode::Full, ERROR_SUCCESS);
+  EXPECT_EQ(Profile(Profile::kNewId).GetProfileId(), 2003u);
+}
