@@ -264,9 +264,7 @@ TEST(ParseCertificateHash, ReadsNoOtherText) {
        {L"", L" ", L"ff", L"fffffffffffffffffffffffffffffff", L"fffffffffffffffffffffffffffffffff",
         L"ffffffffffffffffffffffffffffffffff", L"fffffffffffffffffffffffffffffffg", L" fffffffffffffffffffffffffffffff",
         L"fffffffffffffffffffffffffffffffffffffff", L"fffffffffffffffffffffffffffffffffffffffff",
-        L"ff:ff:ff:ff:ff:ff:ff:ff:ff:ff:ff:ff:ff:ff:ff:ff",
-        L"\u200e"
-        L"ffffffffffffffffffffffffffffffff"}) {
+        L"ff:ff:ff:ff:ff:ff:ff:ff:ff:ff:ff:ff:ff:ff:ff:ff", L"\u200e00000000000000000000000000000000"}) {
     EXPECT_EQ(ParseCertificateHash(text), std::nullopt) << ToUtf8(text);
   }
 }
