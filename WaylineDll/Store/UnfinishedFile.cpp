@@ -1,11 +1,34 @@
 #include "WaylineDll/Store/UnfinishedFile.h"
 
+#include <cerrno>
+#include <cstdio>
 #include <filesystem>
 #include <random>
 
 #include "NetUtilities/Text/Format.h"
 
 using std::filesystem::path;
+
+namespace {
+
+// Gives a file another name, and never replaces the one that has it: there is no moment between a look at the name and
+// its being taken.
+std::error_code Rename(const path& from, const path& to) {
+  std::error_code error;
+#ifdef _WIN32
+  // That of std::filesystem replaces.
+  if (_wrename(from.c_str(), to.c_str()) != 0) error.assign(errno, std::generic_category());
+#else
+  // Renaming replaces, but a second name does not.
+  std::filesystem::create_hard_link(from, to, error);
+  // The file may lie where a file has one name only.
+  std::error_code ignored;
+  if (error && !std::filesystem::exists(to, ignored)) std::filesystem::rename(from, to, error);
+#endif
+  return error;
+}
+
+}  // namespace
 
 // The name differs from those that other programs choose at the same time.
 UnfinishedFile::UnfinishedFile(const std::wstring& finalName)
@@ -17,13 +40,11 @@ UnfinishedFile::~UnfinishedFile() {
 }
 
 std::error_code UnfinishedFile::AppearIfMissing() const {
-  // A second name is never given to two files; renaming would replace one that has just come.
-  std::error_code error;
-  std::filesystem::create_hard_link(path(name_), path(finalName_), error);
+  const std::error_code error = Rename(path(name_), path(finalName_));
   if (!error) return {};
-  // Either the name is taken, or the file system has one name for each file.
-  if (std::filesystem::exists(path(finalName_), error) || error) return error;
-  return TakePlace();
+  // Who was faster has made the file.
+  std::error_code ignored;
+  return std::filesystem::exists(path(finalName_), ignored) ? std::error_code() : error;
 }
 
 std::error_code UnfinishedFile::TakePlace() const {

@@ -2,11 +2,11 @@
 
 #include <sqlite3.h>
 
-#include <barrier>
+#include <array>
 #include <filesystem>
-#include <thread>
 
 #include "tests/support/FaultyFileSystem.h"
+#include "tests/support/InThreads.h"
 #include "tests/WaylineDll/Store/StoreTest.h"
 
 #ifndef _WIN32
@@ -39,23 +39,16 @@ TEST_F(DatabaseCreationTest, LeavesADatabaseThatIsThereMeanwhile) {
 }
 
 TEST_F(DatabaseCreationTest, ProgramsThatCreateAtTheSameTimeUseOneFile) {
-  constexpr int kRounds = 20;
-  constexpr int kPrograms = 3;
+  constexpr int kRounds = 15;
   for (int round = 0; round < kRounds; ++round) {
     std::filesystem::remove(path(file_));
-    std::barrier start(kPrograms);
-    {
-      std::vector<std::jthread> programs;
-      for (int program = 0; program < kPrograms; ++program) {
-        programs.emplace_back([&, program] {
-          start.arrive_and_wait();
-          EXPECT_EQ(CreateDatabaseFile(file_), Failure());
-          Sql("PRAGMA busy_timeout = 10000; INSERT INTO Services VALUES (" + std::to_string(900 + program) +
-              ", 'x', 'x')");
-        });
-      }
-    }
-    ASSERT_EQ(Sql("SELECT count(*) FROM Services WHERE ServiceId >= 900"), std::to_string(kPrograms)) << round;
+    std::array<Failure, kThreads> failures;
+    InThreads([&](int thread) {
+      failures[static_cast<size_t>(thread)] = CreateDatabaseFile(file_);
+      Sql("PRAGMA busy_timeout = 10000; INSERT INTO Services VALUES (" + std::to_string(900 + thread) + ", 'x', 'x')");
+    });
+    ASSERT_THAT(failures, testing::Each(Failure())) << round;
+    ASSERT_EQ(Sql("SELECT count(*) FROM Services WHERE ServiceId >= 900"), std::to_string(kThreads)) << round;
     ASSERT_THAT(FilesInFolder(), ElementsAre("Wayline.db"));
   }
 }
