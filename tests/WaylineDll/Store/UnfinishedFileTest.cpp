@@ -61,7 +61,7 @@ TEST_F(UnfinishedFileTest, TakesThePlaceOfAnother) {
 }
 
 TEST_F(UnfinishedFileTest, OfThoseThatAppearAtTheSameTimeTheFirstStays) {
-  constexpr int kRounds = 100;
+  constexpr int kRounds = 30;
   for (int round = 0; round < kRounds; ++round) {
     std::filesystem::remove(path(file_));
     MeetingPoint meeting;
