@@ -1,7 +1,6 @@
 #include "WaylineDll/Bookmarks.h"
 
 #include <optional>
-#include <utility>
 
 #include "WaylineDll/OpenStore.h"
 #include "WaylineDll/Store/SettingsStore.h"
@@ -13,8 +12,8 @@ template <typename Value>
 bool Take(std::optional<Value> (StoredValues::*get)(uint32_t) const, Bookmark::Index index, Value& value) {
   const SettingsStore* const store = OpenStore();
   if (store == nullptr) return false;
-  std::optional<Value> stored = (store->Values().*get)(static_cast<uint32_t>(index));
-  if (stored) value = *std::move(stored);
+  const std::optional<Value> stored = (store->Values().*get)(static_cast<uint32_t>(index));
+  if (stored) value = *stored;
   return stored.has_value();
 }
 

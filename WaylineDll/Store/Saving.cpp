@@ -14,7 +14,7 @@
 namespace {
 
 std::wstring NameOf(const RowChange& change, const NameOfProfile& nameOf) {
-  const std::wstring profile = Format(L"the login profile \"{}\"", nameOf(change.profileId));
+  std::wstring profile = Format(L"the login profile \"{}\"", nameOf(change.profileId));
   switch (change.kind) {
     case RecordKind::Profile:
       return profile;

@@ -47,6 +47,8 @@ TEST(SessionLog, TellsWhatTheUserDid) {
     sheet.PressOk();
     ASSERT_EQ(sheet.Result(), kSheetConfirmed);
   }
+  // The first messages of all start the service, which takes longer than a sheet waits for it.
+  ASSERT_TRUE(log.Has(": Profile 2004 'Home' is changed"));
   EXPECT_THAT(Messages(log, kInfo),
               ElementsAreArray({"Login properties opened: mode 1, profile 2001 'Work', profiles in all: 6",
                                 "Login properties confirmed; changed: profiles 1, preferences 0, autostart items 0, "
