@@ -18,8 +18,9 @@ uint32_t ProfileIdManager::NextId() {
   return id;
 }
 
-void ProfileIdManager::SetUsed(std::set<uint32_t> ids) {
+void ProfileIdManager::SetUsed(std::set<uint32_t> ids, uint32_t lastRemoved) {
   used_ = std::move(ids);
   const auto end = used_.lower_bound(Profile::kNewId);
-  last_ = end == used_.begin() ? kLastDefaultsId : std::max(kLastDefaultsId, *std::prev(end));
+  last_ = std::max(kLastDefaultsId, end != used_.begin() ? *std::prev(end) : 0);
+  if (lastRemoved < Profile::kNewId) last_ = std::max(last_, lastRemoved);
 }

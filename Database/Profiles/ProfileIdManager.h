@@ -13,9 +13,9 @@ class ProfileIdManager {
   /// is in use or was handed out, and when those are used up the first that is free. 0 when none is left.
   uint32_t NextId();
 
-  /// Tells which ids are in use; all that were handed out before are forgotten. Whoever owns the profiles does so
-  /// before the first new one is made.
-  void SetUsed(std::set<uint32_t> ids);
+  /// Tells which ids are in use, and the highest that was; all that were handed out before are forgotten. Whoever owns
+  /// the profiles does so before the first new one is made.
+  void SetUsed(std::set<uint32_t> ids, uint32_t lastRemoved = 0);
 
  private:
   std::set<uint32_t> used_;

@@ -2,6 +2,9 @@
 
 #include <sqlite3.h>
 
+#include <filesystem>
+#include <system_error>
+
 #include "WaylineDll/Store/EmbeddedSql.h"
 #include "WaylineDll/Store/Failures.h"
 #include "WaylineDll/Store/OpenConnection.h"
@@ -22,6 +25,9 @@ int32_t Fill(sqlite3* connection) {
 }  // namespace
 
 Failure CreateDatabaseFile(const std::wstring& file) {
+  // What a database that has gone had not finished would be done to the new one.
+  std::error_code ignored;
+  std::filesystem::remove(std::filesystem::path(file + L"-journal"), ignored);
   const UnfinishedFile unfinished(file);
   {
     ConnectionHandle connection;

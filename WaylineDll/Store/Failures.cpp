@@ -36,6 +36,8 @@ std::wstring ReasonText(sqlite3* connection, int32_t code) {
   switch (code) {
     case SQLITE_READONLY_DIRECTORY:
       return std::wstring(kReadOnlyFolder);
+    case SQLITE_READONLY_ROLLBACK:
+      return L"a save was interrupted, and whoever opens the file first must be allowed to write it";
     case SQLITE_READONLY_DBMOVED:
       return L"the settings database has been moved or deleted";
     case SQLITE_CONSTRAINT_TRIGGER:

@@ -14,6 +14,13 @@ bool IsNewProfile(const RowChange& change) { return change.kind == RecordKind::P
 
 bool IsProfileRemoval(const RowChange& change) { return change.kind == RecordKind::Profile && change.IsRemoval(); }
 
+// Whether it makes a profile follow another one from now on.
+bool IsLinking(const RowChange& change) {
+  return change.kind == RecordKind::Profile && !change.IsRemoval() &&
+         std::ranges::any_of(change.changed,
+                             [](const ColumnBinding& column) { return column.kind == ColumnKind::ParentKey; });
+}
+
 uint32_t LinkOf(const RowChange& profile) { return static_cast<const Profile&>(*profile.record).GetLinkProfile(); }
 
 using MovedIds = std::map<uint32_t, uint32_t>;
@@ -55,30 +62,42 @@ Failure MoveNewProfiles(std::vector<RowChange>& plan, const StoredLinks& stored)
   return {};
 }
 
-// The profiles that there will be for rows to belong to; the others are left out, with a sentence for each.
+Failure RemovedMeanwhile(const std::wstring& name) {
+  return Format(
+      L"The login profile \"{}\" was removed by another program meanwhile. What was changed in it could not be "
+      L"saved.",
+      name);
+}
+
+Failure DefaultsRemovedMeanwhile(const std::wstring& name) {
+  return Format(
+      L"The login profile \"{}\" could not be saved: the defaults that it is to follow were removed by another "
+      L"program meanwhile.",
+      name);
+}
+
+// The profiles that rows can belong to; what belongs to others is left out, with a sentence for each profile.
 std::set<uint32_t> FindOwners(const std::vector<RowChange>& plan, const StoredLinks& stored,
                               const NameOfProfile& nameOf, std::vector<std::wstring>& lost) {
   std::set<uint32_t> owners;
-  std::set<uint32_t> missing;
   for (const auto& [id, link] : stored) owners.insert(id);
+  std::set<uint32_t> missing;
   for (const RowChange& change : plan) {
     const uint32_t id = change.profileId;
-    if (IsProfileRemoval(change) || owners.contains(id) || missing.contains(id)) continue;
-    if (!IsNewProfile(change)) {
-      missing.insert(id);
-      lost.push_back(
-          Format(L"The login profile \"{}\" was removed by another program meanwhile. What was changed in it "
-                 L"could not be saved.",
-                 nameOf(id)));
-    } else if (LinkOf(change) == 0 || owners.contains(LinkOf(change))) {
-      owners.insert(id);
-    } else {
-      missing.insert(id);
-      lost.push_back(
-          Format(L"The new login profile \"{}\" could not be saved: the defaults that it follows were "
-                 L"removed by another program meanwhile.",
-                 static_cast<const Profile&>(*change.record).GetName()));
+    if (IsProfileRemoval(change) || missing.contains(id)) continue;
+    Failure failure;
+    if (!owners.contains(id) && !IsNewProfile(change)) {
+      failure = RemovedMeanwhile(nameOf(id));
+    } else if (IsLinking(change) && LinkOf(change) != 0 && !owners.contains(LinkOf(change))) {
+      failure = DefaultsRemovedMeanwhile(static_cast<const Profile&>(*change.record).GetName());
     }
+    if (!failure) {
+      owners.insert(id);
+      continue;
+    }
+    lost.push_back(*failure);
+    missing.insert(id);
+    owners.erase(id);
   }
   return owners;
 }
@@ -87,7 +106,7 @@ std::set<uint32_t> FindOwners(const std::vector<RowChange>& plan, const StoredLi
 void RefuseRemovals(std::vector<RowChange>& plan, StoredLinks links, const NameOfProfile& nameOf,
                     std::vector<std::wstring>& lost) {
   for (const RowChange& change : plan) {
-    if (IsNewProfile(change)) links[change.profileId] = LinkOf(change);
+    if (IsLinking(change)) links[change.profileId] = LinkOf(change);
   }
   std::erase_if(plan, [&](const RowChange& change) {
     if (!IsProfileRemoval(change)) return false;

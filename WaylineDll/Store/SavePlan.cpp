@@ -1,6 +1,7 @@
 #include "WaylineDll/Store/SavePlan.h"
 
 #include <algorithm>
+#include <compare>
 #include <functional>
 #include <iterator>
 #include <map>
@@ -225,16 +226,25 @@ void PlanPreferences(const PreferenceTable& table, const LoadedRecords& loaded, 
   }
 }
 
-using AutoStartCandidates = std::map<uint32_t, Candidate<AutoStartItem>>;
+// The numbers of new entries are not those of entries that were loaded.
+struct AutoStartKey {
+  bool isNew;
+  uint32_t profileId;
+  uint32_t id;
+  auto operator<=>(const AutoStartKey&) const = default;
+};
+
+using AutoStartCandidates = std::map<AutoStartKey, Candidate<AutoStartItem>>;
 
 AutoStartCandidates FindAutoStart(const AutoStartTable& table, const LoadedRecords& loaded) {
   AutoStartCandidates candidates;
   for (const auto& [profileId, list] : loaded.autoStartItems) {
-    for (const auto& [id, item] : list) candidates[id] = {item.record, &item};
+    for (const auto& [id, item] : list) candidates[{false, profileId, id}] = {item.record, &item};
   }
   for (const auto& [id, item] : table) {
     if (!item) continue;
-    auto& candidate = candidates[id];
+    const bool isNew = item->GetState() == ChangeState::New;
+    auto& candidate = candidates[{isNew, static_cast<uint32_t>(item->fields.profileId), id}];
     if (!candidate.record || item->GetState() != ChangeState::Unchanged) candidate.record = item;
   }
   return candidates;
@@ -242,24 +252,23 @@ AutoStartCandidates FindAutoStart(const AutoStartTable& table, const LoadedRecor
 
 void PlanAutoStart(const AutoStartTable& table, const LoadedRecords& loaded, std::set<uint32_t> toPin,
                    std::vector<RowChange>& plan) {
-  AutoStartCandidates candidates = FindAutoStart(table, loaded);
-  std::set<uint32_t> planned;
-  for (auto& [id, candidate] : candidates) {
-    const auto profileId = static_cast<uint32_t>(candidate.record->fields.profileId);
+  const AutoStartCandidates candidates = FindAutoStart(table, loaded);
+  std::set<AutoStartKey> planned;
+  for (const auto& [key, candidate] : candidates) {
     const bool isCopy = candidate.loaded != nullptr && !candidate.loaded->stored;
-    auto change = PlanRow(RecordKind::AutoStartItem, id, profileId, candidate);
+    auto change = PlanRow(RecordKind::AutoStartItem, key.id, key.profileId, candidate);
     if (!change) continue;
     // Part of a list would hide the rest of the one that it was copied from.
-    toPin.insert(profileId);
-    planned.insert(id);
+    toPin.insert(key.profileId);
+    planned.insert(key);
     if (isCopy && change->IsRemoval()) continue;
     if (isCopy) change->loaded = nullptr;
     plan.push_back(std::move(*change));
   }
-  for (const auto& [id, candidate] : candidates) {
-    const auto profileId = static_cast<uint32_t>(candidate.record->fields.profileId);
-    if (!toPin.contains(profileId) || planned.contains(id) || !candidate.loaded || candidate.loaded->stored) continue;
-    plan.push_back(PinnedRow(RecordKind::AutoStartItem, id, profileId, *candidate.record));
+  for (const auto& [key, candidate] : candidates) {
+    if (!toPin.contains(key.profileId) || planned.contains(key) || !candidate.loaded || candidate.loaded->stored)
+      continue;
+    plan.push_back(PinnedRow(RecordKind::AutoStartItem, key.id, key.profileId, *candidate.record));
   }
 }
 

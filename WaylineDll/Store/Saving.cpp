@@ -2,6 +2,7 @@
 
 #include <sqlite3.h>
 
+#include <algorithm>
 #include <utility>
 
 #include "NetUtilities/Log.h"
@@ -29,6 +30,15 @@ std::wstring NameOf(const RowChange& change, const NameOfProfile& nameOf) {
   return L"the proxy configuration of " + profile;
 }
 
+// A new profile may have moved to an id that nobody knows it by.
+NameOfProfile WithNewProfiles(const std::vector<RowChange>& plan, const NameOfProfile& nameOf) {
+  return [&](uint32_t id) {
+    const auto found = std::ranges::find_if(
+        plan, [id](const RowChange& change) { return change.kind == RecordKind::Profile && change.profileId == id; });
+    return found != plan.end() ? static_cast<const Profile&>(*found->record).GetName() : nameOf(id);
+  };
+}
+
 int32_t ReadLinks(sqlite3* connection, StoredLinks& links) {
   Statement statement;
   int32_t code = statement.Prepare(connection, L"SELECT ProfileId, LinkProfile FROM Profiles");
@@ -54,7 +64,8 @@ Failure WritePlan(SQLite& sqlite, std::vector<RowChange> plan, const NameOfProfi
   RowWriter writer(sqlite);
   for (const RowChange& change : plan) {
     code = writer.Write(change);
-    if (code != SQLITE_OK) return RowFailure(NameOf(change, nameOf), ReasonText(connection, code));
+    if (code != SQLITE_OK)
+      return RowFailure(NameOf(change, WithNewProfiles(plan, nameOf)), ReasonText(connection, code));
     if (change.state != ChangeState::Unchanged) written.changes.push_back({change.kind, change.key, change.state});
   }
   code = transaction.Commit();

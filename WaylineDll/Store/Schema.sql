@@ -162,7 +162,7 @@ CREATE TABLE Services (
 
 -- What the client remembers between runs. "ActiveProfile" is the id of the profile that it uses, "ConnectionState" what
 -- its connection does (0 disconnected, 1 connecting, 2 connected, 3 disconnecting), "ProxyLocation" the id of the network
--- location whose proxies are in force, 0 for none.
+-- location whose proxies are in force, 0 for none, "LastRemovedProfile" the highest id of a profile that was removed.
 CREATE TABLE ClientState (
   Name TEXT PRIMARY KEY NOT NULL,
   Value TEXT NOT NULL
@@ -217,4 +217,11 @@ BEGIN
   DELETE FROM AutoStart WHERE ProfileId = OLD.ProfileId;
   DELETE FROM ConfigSettings WHERE ProfileId = OLD.ProfileId;
   DELETE FROM ClientState WHERE Name = 'ActiveProfile' AND Value = CAST(OLD.ProfileId AS TEXT);
+END;
+
+-- Programs that have loaded a profile must not take another one for it: its id is not given to a new one.
+CREATE TRIGGER ProfileIdIsNotUsedAgain AFTER DELETE ON Profiles WHEN OLD.ProfileId < 10000
+BEGIN
+  INSERT INTO ClientState (Name, Value) VALUES ('LastRemovedProfile', CAST(OLD.ProfileId AS TEXT))
+    ON CONFLICT (Name) DO UPDATE SET Value = excluded.Value WHERE CAST(Value AS INTEGER) < OLD.ProfileId;
 END;

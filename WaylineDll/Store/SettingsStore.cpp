@@ -92,9 +92,15 @@ Failure SettingsStore::LoadProfiles(ProfileTable& profiles) {
     ids.insert(id);
   }
   if (code != SQLITE_DONE) return UseFailure(GetFile(), Connection(), code);
+  int64_t removed = 0;
+  code = ReadNumber(Connection(),
+                    L"SELECT max(CAST(Value AS INTEGER)) FROM ClientState WHERE Name = 'LastRemovedProfile'", removed);
+  if (code != SQLITE_OK) return UseFailure(GetFile(), Connection(), code);
   profiles = std::move(table);
   loaded_ = std::move(loaded);
-  if (const auto manager = Singleton<ProfileIdManager>::Get()) manager->SetUsed(std::move(ids));
+  if (const auto manager = Singleton<ProfileIdManager>::Get()) {
+    manager->SetUsed(std::move(ids), static_cast<uint32_t>(removed));
+  }
   return {};
 }
 
@@ -194,6 +200,9 @@ Failure SettingsStore::Save(const SettingsTables& tables, SaveReport& report) {
   report = {};
   LoadedRecords fresh;
   LoadedRecords& records = loaded_ ? *loaded_ : fresh;
+  for (const auto& [id, profile] : tables.profiles) {
+    if (profile && profile->GetState() == ChangeState::New) records.created[id] = profile;
+  }
   const ListsToPin lists = FindListsToPin(tables.profiles, records);
   for (const uint32_t id : lists.preferences) {
     if (FindPreferences(records, id) == nullptr) return SaveFailure(ReasonText(Connection()));
@@ -223,6 +232,10 @@ Failure SettingsStore::SetPreference(uint32_t profileId, PreferenceId preference
   Transaction transaction(Connection());
   int32_t code = transaction.BeginWriting();
   if (code != SQLITE_OK) return failure(code);
+  Profile owner(0);
+  code = LoadProfile(profileId, owner);
+  if (code != SQLITE_OK) return failure(code);
+  if (profileId == 0 || owner.GetProfileId() != profileId) return SaveFailure(L"there is no such login profile");
   const auto preferences = RecordLoader(sqlite_).LoadPreferences(profileId, profileId);
   if (!preferences) return SaveFailure(ReasonText(Connection()));
   const auto found = preferences->find(preference);
@@ -237,7 +250,21 @@ Failure SettingsStore::SetPreference(uint32_t profileId, PreferenceId preference
                 : InsertRow(Connection(), kPreferenceTable,
                             {record, {record.GetBindings().begin(), record.GetBindings().end()}});
   if (code == SQLITE_OK) code = transaction.Commit();
-  return code == SQLITE_OK ? Failure() : failure(code);
+  if (code != SQLITE_OK) return failure(code);
+  NoteStored(record);
+  return {};
+}
+
+// What was handed out shows it too, unless the user has changed it meanwhile.
+void SettingsStore::NoteStored(const Preference& preference) {
+  if (!loaded_) return;
+  const auto list = loaded_->preferences.find(preference.Fields().profileId);
+  if (list == loaded_->preferences.end()) return;
+  auto& loaded = list->second[preference.GetPreferenceId()];
+  if (!loaded.record) loaded.record = std::make_shared<Preference>(preference);
+  if (loaded.record->GetState() == ChangeState::Unchanged) *loaded.record = preference;
+  loaded.values = preference;
+  loaded.stored = true;
 }
 
 uint32_t SettingsStore::GetActiveProfileId() {

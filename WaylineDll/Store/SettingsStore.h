@@ -70,7 +70,7 @@ class SettingsStore {
   /// Forgets the records that were handed out, and what was changed in them.
   void DiscardChanges() { loaded_.reset(); }
 
-  /// Stores the value of a preference as the profile's own.
+  /// Stores the value of a preference as the own one of a profile that is stored.
   Failure SetPreference(uint32_t profileId, PreferenceId preference, int32_t value);
 
   /// Id of the profile that the client uses; 0 when there is none. The last that was read when it cannot be read, which
@@ -91,6 +91,7 @@ class SettingsStore {
   const LoadedPreferences* FindPreferences(LoadedRecords& records, uint32_t profileId);
   const LoadedAutoStart* FindAutoStart(LoadedRecords& records, uint32_t profileId);
   uint32_t FindDefaultsForNew();
+  void NoteStored(const Preference& preference);
 
   std::optional<LoadedRecords> loaded_;  // from the loading of the profiles until they are saved or discarded
   uint32_t activeProfileId_ = 0;         // when it was last read

@@ -11,8 +11,7 @@ using std::filesystem::path;
 
 namespace {
 
-// Gives a file another name, and never replaces the one that has it: there is no moment between a look at the name and
-// its being taken.
+// Gives a file another name, and does not replace the one that has it.
 std::error_code Rename(const path& from, const path& to) {
   std::error_code error;
 #ifdef _WIN32

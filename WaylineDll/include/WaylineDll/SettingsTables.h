@@ -28,10 +28,10 @@ enum class RecordKind {
   AutoConfig,
 };
 
-/// A record that was written.
+/// A record whose changes were written.
 struct RecordChange {
   RecordKind kind;
-  uint32_t id;  // its key in its table
+  uint32_t id;  // its key in its table; of a new profile whose id was taken meanwhile the one that it has now
   ChangeState state;
 
   bool operator==(const RecordChange&) const = default;
@@ -39,7 +39,7 @@ struct RecordChange {
 
 /// What came of saving.
 struct SaveReport {
-  std::vector<RecordChange> changes;  // the records that were written
+  std::vector<RecordChange> changes;  // without what overriding stores along with them
   std::vector<std::wstring> lost;     // what could not be saved although the rest was: a sentence for the user each
 };
 

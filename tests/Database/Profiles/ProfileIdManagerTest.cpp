@@ -47,3 +47,12 @@ TEST(ProfileIdManager, NeverHandsOutAnIdTwice) {
   }
   EXPECT_EQ(handedOut.size(), 7999u);
 }
+
+TEST(ProfileIdManager, UsesTheIdOfARemovedProfileAgainOnlyWhenOthersAreUsedUp) {
+  ProfileIdManager ids;
+  ids.SetUsed({2001}, 9998);
+  EXPECT_EQ(ids.NextId(), 9999u);
+  EXPECT_EQ(ids.NextId(), 2002u);
+  ids.SetUsed({2001}, 4000000000);
+  EXPECT_EQ(ids.NextId(), 2002u);
+}

@@ -30,6 +30,23 @@ TEST_F(DatabaseCreationTest, MakesACompleteFileAndNothingElse) {
   EXPECT_EQ(std::filesystem::hard_link_count(path(file_)), 1u);
 }
 
+TEST_F(DatabaseCreationTest, IsNotSpoiltByWhatADatabaseOfBeforeHadNotFinished) {
+  ASSERT_EQ(CreateDatabaseFile(file_), Failure());
+  const path journal = file_ + L"-journal";
+  const path kept = file_ + L"-kept";
+  {
+    // More than the cache holds, so that the journal counts: as a program leaves it that ends while it saves.
+    const FileLock otherProgram(
+        file_, "PRAGMA cache_size = 1; BEGIN; UPDATE Profiles SET HelpdeskText = hex(zeroblob(20000))");
+    std::filesystem::copy_file(journal, kept);
+  }
+  std::filesystem::remove(path(file_));
+  std::filesystem::rename(kept, journal);
+  ASSERT_EQ(CreateDatabaseFile(file_), Failure());
+  EXPECT_EQ(Sql("PRAGMA integrity_check"), "ok");
+  EXPECT_EQ(Sql("SELECT count(*), sum(HelpdeskText IS NULL) FROM Profiles"), "9|8");
+}
+
 TEST_F(DatabaseCreationTest, LeavesADatabaseThatIsThereMeanwhile) {
   ASSERT_EQ(CreateDatabaseFile(file_), Failure());
   Sql("DELETE FROM ClientState");

@@ -164,8 +164,8 @@ TEST_F(SavingBesideOthers, ANewProfileWhoseDefaultsAreGoneIsNamedAndLeftOut) {
   ProfileOf(2001).SetState(ChangeState::Changed);
   Sql("DELETE FROM Profiles WHERE ProfileId IN (2002, 10001); DELETE FROM Profiles WHERE ProfileId = 100");
   const std::wstring rest =
-      L"\" could not be saved: the defaults that it follows were removed by another program meanwhile.";
-  SaveLoses({L"The new login profile \"New" + rest, L"The new login profile \"Follower" + rest});
+      L"\" could not be saved: the defaults that it is to follow were removed by another program meanwhile.";
+  SaveLoses({L"The login profile \"New" + rest, L"The login profile \"Follower" + rest});
   EXPECT_EQ(Sql("SELECT UserId FROM Profiles WHERE ProfileId = 2001"), "other");
   EXPECT_EQ(Sql("SELECT count(*) FROM Profiles WHERE ProfileId BETWEEN 3000 AND 3001"), "0");
 }
@@ -223,4 +223,46 @@ TEST_F(SavingBesideOthers, AnAutostartListThatOthersHaveStoredMeanwhileGetsWhatT
   SaveSucceeds();
   EXPECT_EQ(Sql("SELECT group_concat(Name) FROM (SELECT Name FROM AutoStart WHERE ProfileId = 2003 ORDER BY Phase)"),
             "Theirs,Tidy up");
+}
+
+TEST_F(SavingBesideOthers, ANewProfileOfOthersIsNotTakenForTheOneThatTheyRemoved) {
+  Sql("DELETE FROM Profiles WHERE ProfileId = 2005");
+  ASSERT_EQ(store_.LoadProfiles(tables_.profiles), Failure());
+  std::shared_ptr<Profile> theirs;
+  ASSERT_EQ(store_.CreateProfile(theirs), Failure());
+  EXPECT_NE(theirs->GetProfileId(), 2005u) << "others may be changing that one";
+}
+
+TEST_F(SavingBesideOthers, AProfileThatFollowsOthersFromNowOnDoesNotKeepItsOldDefaults) {
+  ProfileOf(2003).Columns().linkProfile = 1;
+  ProfileOf(2003).SetState(ChangeState::Changed);
+  ProfileOf(2004).SetState(ChangeState::Removed);
+  ProfileOf(2000).SetState(ChangeState::Removed);
+  SaveSucceeds();
+  EXPECT_EQ(Sql("SELECT count(*) FROM Profiles WHERE ProfileId IN (2000, 2004)"), "0");
+  EXPECT_EQ(Sql("SELECT LinkProfile FROM Profiles WHERE ProfileId = 2003"), "1");
+}
+
+TEST_F(SavingBesideOthers, AProfileWhoseNewDefaultsAreGoneIsNamedAndStaysAsItWas) {
+  ProfileOf(2003).Columns().linkProfile = 2005;
+  ProfileOf(2003).SetState(ChangeState::Changed);
+  ProfileOf(2001).SetUserId(L"other");
+  ProfileOf(2001).SetState(ChangeState::Changed);
+  Sql("DELETE FROM Profiles WHERE ProfileId = 2005");
+  SaveLoses(
+      {L"The login profile \"Travel\" could not be saved: the defaults that it is to follow were removed by another "
+       L"program meanwhile."});
+  EXPECT_EQ(Sql("SELECT LinkProfile FROM Profiles WHERE ProfileId = 2003"), "2000");
+  EXPECT_EQ(Sql("SELECT UserId FROM Profiles WHERE ProfileId = 2001"), "other");
+}
+
+TEST_F(SavingBesideOthers, AProfileThatMovedIsCalledByItsName) {
+  std::shared_ptr<Profile> created;
+  ASSERT_EQ(store_.CreateProfile(created), Failure());
+  created->SetName(L"Mine");
+  created->SetState(ChangeState::New);
+  tables_.profiles[2006] = created;
+  Sql("INSERT INTO Profiles (ProfileId, Name, LinkProfile) VALUES (2006, 'Theirs', 1);"
+      "CREATE TRIGGER Refuse BEFORE INSERT ON Profiles BEGIN SELECT RAISE(ABORT, 'it is not wanted'); END");
+  SaveFails(L"Nothing was saved, because the login profile \"Mine\" could not be stored: it is not wanted.");
 }

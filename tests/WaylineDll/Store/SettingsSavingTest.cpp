@@ -255,7 +255,7 @@ TEST_F(SettingsSaving, AnOverriddenPageIsPinnedWhenOneOfItsValuesChanges) {
   EXPECT_EQ(Sql(kTimeouts), "0|14400|1|1000|600|30");
 }
 
-TEST_F(SettingsSaving, LookingAtAnOverriddenPagePinsNothing) {
+TEST_F(SettingsSaving, AChangeElsewherePinsNothingOfAnOverriddenPage) {
   Sql("UPDATE Profiles SET DefaultTimeouts = 0 WHERE ProfileId = 2001");
   ASSERT_EQ(store_.LoadProfiles(tables_.profiles), Failure());
   ProfileOf(2001).SetUserId(L"other");  // of another page
@@ -442,6 +442,21 @@ TEST_F(SettingsSaving, AProxyConfigurationThatIsFilledInIsAdded) {
             "http://proxy.example.org/own.pac|");
 }
 
+TEST_F(SettingsSaving, ANewEntryDoesNotTakeThePlaceOfOneThatWasLoadedUnderItsNumber) {
+  const auto notes = AutoStartOf(2004, L"Notes");
+  notes->fields.delaySeconds = 99;
+  notes->SetState(ChangeState::Changed);
+  const auto program = std::make_shared<AutoStartItem>();
+  program->fields.id = notes->fields.id;
+  program->fields.profileId = 2004;
+  program->fields.name = L"Clock";
+  program->SetState(ChangeState::New);
+  tables_.autoStartItems[static_cast<uint32_t>(program->fields.id)] = program;
+  SaveSucceeds();
+  EXPECT_EQ(Sql("SELECT DelaySeconds FROM AutoStart WHERE ProfileId = 2004 AND Name = 'Notes'"), "99");
+  EXPECT_EQ(Sql("SELECT count(*) FROM AutoStart WHERE ProfileId = 2004 AND Name = 'Clock'"), "1");
+}
+
 // Records that come and go
 
 TEST_F(SettingsSaving, AProfileThatWasMadeAndRemovedAgainLeavesNoRows) {
@@ -476,6 +491,12 @@ TEST_F(SettingsSaving, ANewProfileBringsItsRowsAlong) {
             "Fresh|1|0|NULL|NULL|NULL")
       << "limits stay inherited";
   EXPECT_EQ(Sql("SELECT count(*) FROM Preferences WHERE ProfileId = 2006"), "27");
+}
+
+TEST_F(SettingsSaving, ANewProfileThatTheCallerMadeItselfInheritsToo) {
+  AddProfile(3000, 100).SetDefaultPreferences(false);
+  SaveSucceeds();
+  EXPECT_EQ(Sql("SELECT State FROM Preferences WHERE ProfileId = 3000 AND PreferenceId = 1477"), "1480");
 }
 
 TEST_F(SettingsSaving, ProfilesAreAddedAndRemovedInTheOrderOfTheirLinks) {

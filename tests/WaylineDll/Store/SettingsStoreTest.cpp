@@ -4,6 +4,7 @@
 
 #include "Database/Profiles/BuiltInPreferences.h"
 #include "tests/WaylineDll/Store/StoreTest.h"
+#include "WaylineDll/Store/OpenConnection.h"
 
 using namespace std::chrono_literals;
 using testing::IsEmpty;
@@ -185,6 +186,39 @@ TEST_F(SettingsStoreTest, SetPreferenceStoresAnInheritedOneAsTheProfilesOwn) {
   EXPECT_EQ(Sql("SELECT State FROM Preferences WHERE ProfileId = 1 AND PreferenceId = 1044"), "2");
 }
 
+TEST_F(SettingsStoreTest, SetPreferenceNeedsAProfileThatIsStored) {
+  const std::string before = FileBytes(file_);
+  for (const uint32_t id : {0u, 4711u}) {
+    EXPECT_EQ(store_.SetPreference(id, PreferenceId::AutoConnect, Preference::kOn),
+              Failure(L"Nothing was saved: there is no such login profile."));
+  }
+  EXPECT_TRUE(FileBytes(file_) == before);
+}
+
+TEST_F(SettingsStoreTest, WhatIsSetWhileASheetIsOpenIsShownUnlessTheUserHasChangedIt) {
+  PreferenceTable preferences;
+  ASSERT_TRUE(store_.LoadPreferences(2001, preferences));
+  preferences.at(PreferenceId::VpnHealthCheck)->SetValue(Preference::kOn);
+  EXPECT_EQ(store_.SetPreference(2001, PreferenceId::AutoConnect, Preference::kOn), std::nullopt);
+  EXPECT_EQ(store_.SetPreference(2001, PreferenceId::VpnHealthCheck, Preference::kOff), std::nullopt);
+  EXPECT_EQ(preferences.at(PreferenceId::AutoConnect)->GetValue(), Preference::kOn);
+  EXPECT_EQ(preferences.at(PreferenceId::AutoConnect)->GetState(), ChangeState::Unchanged);
+  EXPECT_EQ(preferences.at(PreferenceId::VpnHealthCheck)->GetValue(), Preference::kOn);
+  SaveSucceeds();
+  EXPECT_THAT(report_.changes, SizeIs(1));
+  EXPECT_THAT(log_.Messages(), IsEmpty()) << "what the client has set itself was changed by no other program";
+  EXPECT_EQ(Sql("SELECT group_concat(PreferenceId || ':' || State) FROM Preferences WHERE ProfileId = 2001"),
+            "1014:2,1483:2");
+}
+
+TEST_F(SettingsStoreTest, ItsConnectionWaitsForOtherPrograms) {
+  sqlite3_stmt* statement = nullptr;
+  sqlite3_prepare_v2(StoreConnection(), "PRAGMA busy_timeout", -1, &statement, nullptr);
+  const StatementHandle owner(statement);
+  ASSERT_EQ(sqlite3_step(statement), SQLITE_ROW);
+  EXPECT_EQ(sqlite3_column_int(statement, 0), kBusyTimeout);
+}
+
 TEST_F(SettingsStoreTest, SetPreferenceSaysWhyItFails) {
   const FileLock otherProgram(file_, "BEGIN IMMEDIATE");
   EXPECT_EQ(store_.SetPreference(2001, PreferenceId::AutoConnect, Preference::kOn),
@@ -338,7 +372,7 @@ TEST_F(SettingsStoreTest, ANewProfileFollowsTheFirstDefaultsWhereTheActiveProfil
 
 TEST_F(SettingsStoreTest, ANewProfileWithoutAnyDefaultsStartsWithThoseOfTheClient) {
   Sql("DELETE FROM Profiles WHERE ProfileId > 2000; DELETE FROM Profiles WHERE ProfileId = 2000;"
-      "DELETE FROM Profiles");
+      "DELETE FROM Profiles; DELETE FROM ClientState");
   ASSERT_EQ(store_.LoadProfiles(tables_.profiles), Failure());
   ASSERT_THAT(tables_.profiles, IsEmpty());
   std::shared_ptr<Profile> created;
@@ -367,6 +401,14 @@ TEST_F(SettingsStoreTest, ANewProfileNeedsAnIdAndTheOthers) {
   store_.DiscardChanges();
   EXPECT_EQ(store_.CreateProfile(created),
             Failure(L"No login profile can be made: the login profiles have not been loaded."));
+}
+
+TEST_F(SettingsStoreTest, ANewProfileDoesNotGetTheIdOfARemovedOne) {
+  Sql("DELETE FROM Profiles WHERE ProfileId = 2005; DELETE FROM Profiles WHERE ProfileId = 2003");
+  ASSERT_EQ(store_.LoadProfiles(tables_.profiles), Failure());
+  std::shared_ptr<Profile> created;
+  ASSERT_EQ(store_.CreateProfile(created), Failure());
+  EXPECT_EQ(created->GetProfileId(), 2006u);
 }
 
 TEST_F(SettingsStoreTest, ANewProfileHasThePreferencesAndEntriesOfTheDefaultsThatItFollows) {
