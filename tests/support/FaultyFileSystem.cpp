@@ -83,6 +83,16 @@ FaultyFileSystem::~FaultyFileSystem() {
   sqlite3_vfs_register(real_, 1);
 }
 
+std::vector<std::pair<int, FaultyFileSystem::Moment>> FaultyFileSystem::MomentsFrom(int first) const {
+  std::vector<std::pair<int, Moment>> moments;
+  for (int operation = first; operation <= operations_; ++operation) {
+    moments.emplace_back(operation, Moment::Before);
+    if (writes_.contains(operation)) moments.emplace_back(operation, Moment::Halfway);
+  }
+  moments.emplace_back(operations_, Moment::After);
+  return moments;
+}
+
 void FaultyFileSystem::DieAt(int operation, Moment moment) {
   fatalOperation_ = operation;
   fatalMoment_ = moment;
@@ -117,7 +127,7 @@ int FaultyFileSystem::Delete(sqlite3_vfs* vfs, const char* name, int syncFolder)
 }
 
 int FaultyFileSystem::Write(sqlite3_file* real, const void* bytes, int count, int64_t offset) {
-  ++operations_;
+  writes_.insert(++operations_);
   if (IsTime(Moment::Before)) EndProcess();
   if (IsTime(Moment::Halfway)) {
     WriteWithinRoom(real, bytes, count / 2, offset);

@@ -4,6 +4,9 @@
 
 #include <cstdint>
 #include <limits>
+#include <set>
+#include <utility>
+#include <vector>
 
 /// While it lives, the files that SQLite opens are on a file system that can fill up, and that can end the process in
 /// the middle of what SQLite does to them: opening, writing, truncating, syncing and deleting files are numbered from
@@ -24,6 +27,10 @@ class FaultyFileSystem {
 
   /// How many operations there have been.
   int Operations() const { return operations_; }
+
+  /// The moments at which the operations from `first` on leave the files in states of their own: before each of them,
+  /// and halfway through what is written.
+  std::vector<std::pair<int, Moment>> MomentsFrom(int first) const;
 
   /// Ends the process without a word at the operation of this number, 1 being the first of this object.
   void DieAt(int operation, Moment moment);
@@ -53,6 +60,7 @@ class FaultyFileSystem {
   sqlite3_vfs* real_;
   sqlite3_vfs vfs_;
   int operations_ = 0;
+  std::set<int> writes_;  // those of the operations that write
   int fatalOperation_ = 0;
   Moment fatalMoment_ = Moment::Before;
   int64_t room_ = kUnlimited;

@@ -196,50 +196,45 @@ TEST_F(SchemaUpgradeTest, ProgramsThatUpgradeAtTheSameTimeAllUseTheResult) {
 
 #ifndef _WIN32
 TEST_F(SchemaUpgradeTest, AProgramThatIsKilledLeavesTheOldOrTheNewDatabase) {
-  using enum FaultyFileSystem::Moment;
   // Enough pages for many moments.
   Sql("INSERT INTO AutoStart (ProfileId, Phase, ItemOrder, RecordType, Name, Program) SELECT 3000, 300, 1, 2, 'x', "
-      "hex(zeroblob(500)) FROM Preferences");
+      "hex(zeroblob(1500)) FROM Preferences");
   rows_ = Sql(kRowsOfVersion1);
   const std::string original = FileBytes(file_);
-  int operations = 0;
+  std::vector<std::pair<int, FaultyFileSystem::Moment>> moments;
   {
     const FaultyFileSystem files;
     ASSERT_EQ(Upgrade(), Failure());
-    operations = files.Operations();
+    moments = files.MomentsFrom(1);
   }
-  int moments = 0;
-  int upgraded = 0;
-  for (int operation = 1; operation <= operations; ++operation) {
-    for (const FaultyFileSystem::Moment moment : {Before, Halfway, After}) {
-      for (const auto& entry : std::filesystem::directory_iterator(folder_.Path())) std::filesystem::remove(entry);
-      WriteFile(original);
-      const ForkedEnd end = DoInForkedProcess([&] {
-        FaultyFileSystem files;
-        files.DieAt(operation, moment);
-        Upgrade();
-      });
-      ASSERT_EQ(end, ForkedEnd::Killed);
-      ++moments;
-      const bool copied = std::filesystem::exists(path(Copy()));
-      const std::string version = Version();
-      ASSERT_THAT(version, testing::AnyOf("1", "2")) << operation;
-      upgraded += version == "2" ? 1 : 0;
-      ASSERT_EQ(Sql(kRowsOfVersion1), rows_) << operation;
-      ASSERT_EQ(Sql("PRAGMA integrity_check"), "ok") << operation;
-      ASSERT_EQ(Sql("SELECT count(*) FROM sqlite_master WHERE name = 'Bookmarks'"), version == "2" ? "1" : "0");
-      ASSERT_TRUE(copied || version == "1") << operation;
-      ASSERT_EQ(Upgrade(), Failure()) << operation;
-      ASSERT_EQ(Version(), "2");
-      ASSERT_EQ(Sql(kRowsOfVersion1), rows_);
-      const std::wstring file = std::exchange(file_, Copy());
-      ASSERT_EQ(Sql("PRAGMA integrity_check"), "ok") << operation;
-      ASSERT_EQ(Sql(kRowsOfVersion1), rows_) << operation;
-      file_ = file;
-    }
+  EXPECT_GE(moments.size(), 200u);
+  size_t upgraded = 0;
+  for (const auto& [operation, moment] : moments) {
+    for (const auto& entry : std::filesystem::directory_iterator(folder_.Path())) std::filesystem::remove(entry);
+    WriteFile(original);
+    const ForkedEnd end = DoInForkedProcess([&, fatal = operation, when = moment] {
+      FaultyFileSystem files;
+      files.DieAt(fatal, when);
+      Upgrade();
+    });
+    ASSERT_EQ(end, ForkedEnd::Killed);
+    const bool copied = std::filesystem::exists(path(Copy()));
+    const std::string version = Version();
+    ASSERT_THAT(version, testing::AnyOf("1", "2")) << operation;
+    upgraded += version == "2" ? 1 : 0;
+    ASSERT_EQ(Sql(kRowsOfVersion1), rows_) << operation;
+    ASSERT_EQ(Sql("PRAGMA integrity_check"), "ok") << operation;
+    ASSERT_EQ(Sql("SELECT count(*) FROM sqlite_master WHERE name = 'Bookmarks'"), version == "2" ? "1" : "0");
+    ASSERT_TRUE(copied || version == "1") << operation;
+    ASSERT_EQ(Upgrade(), Failure()) << operation;
+    ASSERT_EQ(Version(), "2");
+    ASSERT_EQ(Sql(kRowsOfVersion1), rows_);
+    const std::wstring file = std::exchange(file_, Copy());
+    ASSERT_EQ(Sql("PRAGMA integrity_check"), "ok") << operation;
+    ASSERT_EQ(Sql(kRowsOfVersion1), rows_) << operation;
+    file_ = file;
   }
-  EXPECT_GE(moments, 200);
-  EXPECT_GT(upgraded, 0);
-  EXPECT_LT(upgraded, moments);
+  EXPECT_GT(upgraded, 0u);
+  EXPECT_LT(upgraded, moments.size());
 }
 #endif
