@@ -232,15 +232,20 @@ bool SheetDriver::PressKeyUntil(const std::function<bool()>& effect, WORD key, c
   return false;
 }
 
-// The left button goes down and up in the middle of an area of the screen.
+// The left button goes down and up in the middle of an area of the screen. Each event carries its place: under load the
+// screen still reports where the pointer was before, and a click would land there.
 bool SheetDriver::ClickByMouseUntil(const std::function<bool()>& effect, const RECT& area) {
+  const auto whole = [](LONG place, int size) { return static_cast<LONG>((place * 65536LL + 32768) / size); };
   for (int tries = 0; tries < kTries; ++tries) {
     if (!WaitUntil([this] { return IsInForeground(); })) Fail("the sheet does not come to the foreground");
-    SetCursorPos((area.left + area.right) / 2, (area.top + area.bottom) / 2);
-    INPUT inputs[2]{};
-    inputs[0].type = inputs[1].type = INPUT_MOUSE;
-    inputs[0].mi.dwFlags = MOUSEEVENTF_LEFTDOWN;
-    inputs[1].mi.dwFlags = MOUSEEVENTF_LEFTUP;
+    INPUT inputs[3]{};
+    const DWORD buttons[] = {0, MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP};
+    for (size_t index = 0; index < ARRAYSIZE(inputs); ++index) {
+      inputs[index].type = INPUT_MOUSE;
+      inputs[index].mi.dx = whole((area.left + area.right) / 2, GetSystemMetrics(SM_CXSCREEN));
+      inputs[index].mi.dy = whole((area.top + area.bottom) / 2, GetSystemMetrics(SM_CYSCREEN));
+      inputs[index].mi.dwFlags = MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE | buttons[index];
+    }
     SendInput(ARRAYSIZE(inputs), inputs, sizeof(INPUT));
     if (WaitUntil(effect, kPatience)) return true;
   }
