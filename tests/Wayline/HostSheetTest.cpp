@@ -3,115 +3,39 @@
 #include <windows.h>
 
 #include <gmock/gmock.h>
-#include <sqlite3.h>
 
-#include <memory>
-
-#include "Database/SQLite/SQLiteHandles.h"
 #include "LoginProperties/Preferences/PreferenceControls.h"
 #include "LoginProperties/ProfilePage/ProfileControls.h"
 #include "LoginProperties/Timeouts/TimeoutControls.h"
-#include "NetUtilities/Module/Handle.h"
 #include "NetUtilities/Text/Utf8.h"
 #include "tests/support/FileBytes.h"
 #include "tests/support/MessageBoxAnswer.h"
 #include "tests/support/ServiceLog.h"
-#include "tests/support/TemporaryFolder.h"
 #include "tests/support/TreeItems.h"
-#include "tests/ui/SheetDriver.h"
+#include "tests/ui/OtherConnection.h"
+#include "tests/Wayline/HostProgram.h"
 
 namespace {
 
-// A connection that lets nobody else read or write the database while it lives.
-ConnectionHandle LockedDatabase(const std::wstring& file) {
-  sqlite3* connection = nullptr;
-  EXPECT_EQ(sqlite3_open(ToUtf8(file).c_str(), &connection), SQLITE_OK);
-  EXPECT_EQ(sqlite3_exec(connection, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr), SQLITE_OK);
-  return ConnectionHandle(connection);
-}
-
-// The first value that a statement finds in the database.
-std::string Stored(const std::wstring& file, const char* sql) {
-  sqlite3* opened = nullptr;
-  EXPECT_EQ(sqlite3_open(ToUtf8(file).c_str(), &opened), SQLITE_OK);
-  const ConnectionHandle connection(opened);
-  std::string value;
-  const auto take = [](void* target, int, char** values, char**) {
-    *static_cast<std::string*>(target) = values[0] != nullptr ? values[0] : "NULL";
-    return 0;
-  };
-  EXPECT_EQ(sqlite3_exec(opened, sql, take, &value, nullptr), SQLITE_OK);
-  return value;
-}
-
-// Wayline.exe on a database of its own, with what it prints going into a file.
-class Host : public testing::Test {
+class Host : public testing::Test, protected HostProgram {
  protected:
-  // Opens the sheet.
-  void Start(const std::wstring& options) {
-    Launch(options);
-    sheet.emplace(threadId);
-  }
-
-  void Launch(const std::wstring& options) {
-    SECURITY_ATTRIBUTES inherited{sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
-    const Handle output(CreateFileW(outputFile.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, &inherited,
-                                    CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
-    STARTUPINFOW startup{};
-    startup.cb = sizeof(startup);
-    startup.dwFlags = STARTF_USESTDHANDLES;
-    startup.hStdOutput = output.get();
-    startup.hStdError = output.get();
-    std::wstring command =
-        L"\"Z:" + FromUtf8(PAVISE_BIN_DIR) + L"/Wayline.exe\" --database \"" + database + L"\" " + options;
-    PROCESS_INFORMATION information{};
-    ASSERT_TRUE(
-        CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup, &information));
-    process.reset(information.hProcess);
-    const Handle thread(information.hThread);
-    threadId = information.dwThreadId;
-  }
-
-  // Answers the box in which the program tells what went wrong.
-  void Answer(int button, const std::wstring& sentence) {
-    const ShownMessageBox box = AnswerMessageBoxOf(threadId, MessageBoxAnswer::Button(button));
-    EXPECT_EQ(box.title, L"Wayline");
-    EXPECT_EQ(box.text, sentence);
-    EXPECT_THAT(box.buttons, testing::ElementsAre(IDRETRY, IDCANCEL));
-  }
-
   // Changes something and presses OK, while another program has the database for itself.
   void ConfirmWhileLocked() {
     Start(L"--mode 2 --profile 2001");
     sheet->Click(IDC_OVERRIDE_CHECK);
     sheet->Pick(IDC_TIMEOUT_DURATION, L" 1 hour");
     before = FileBytes(database);
-    otherProgram = LockedDatabase(database);
+    otherProgram = LockDatabase(database, kExclusively);
     sheet->PressOk();
   }
 
-  DWORD Wait() {
-    constexpr DWORD kLimitMilliseconds = 20000;
-    EXPECT_EQ(WaitForSingleObject(process.get(), kLimitMilliseconds), WAIT_OBJECT_0);
-    DWORD code = 0;
-    GetExitCodeProcess(process.get(), &code);
-    return code;
-  }
+  // Answers the box in which the program tells what went wrong.
+  void Answer(int button, const std::wstring& sentence) { ExpectMessage(button, sentence, {IDRETRY, IDCANCEL}); }
 
-  std::string Printed() const {
-    std::string text = FileBytes(outputFile);
-    std::erase(text, '\r');
-    return text;
-  }
-
-  TemporaryFolder folder;
-  std::wstring database = folder.File(L"Wayline.db");
-  std::wstring outputFile = folder.File(L"output.txt");
-  Handle process;
-  DWORD threadId = 0;
-  std::optional<SheetDriver> sheet;
   std::string before;  // the database, before OK was pressed
   ConnectionHandle otherProgram;
+
+  static constexpr char kExclusively[] = "BEGIN EXCLUSIVE";
 };
 
 constexpr wchar_t kSavingFails[] = L"Nothing was saved: the settings database is in use by another program.";
@@ -150,7 +74,7 @@ TEST_F(Host, SavesAPreferenceThatTheUserToggles) {
   constexpr char kStored[] = "SELECT State FROM Preferences WHERE ProfileId = 2004 AND PreferenceId = 1014";
   Start(L"--profile 2004");
   sheet->SelectTab(kPreferencesTab);
-  ASSERT_EQ(Stored(database, kStored), std::to_string(kOn));
+  ASSERT_EQ(StoredValue(database, kStored), std::to_string(kOn));
   // Texts of another program's tree cannot be asked for: this is the first entry of the first group.
   const HWND tree = sheet->Control(IDC_PREFERENCE_TREE);
   const HTREEITEM autoConnect = TreeView_GetChild(tree, TreeView_GetRoot(tree));
@@ -163,7 +87,7 @@ TEST_F(Host, SavesAPreferenceThatTheUserToggles) {
   EXPECT_EQ(
       Printed(),
       "{\"result\":1,\"saved\":true,\"changes\":[{\"record\":\"preference\",\"id\":1014,\"state\":2}],\"lost\":[]}\n");
-  EXPECT_EQ(Stored(database, kStored), std::to_string(kOff));
+  EXPECT_EQ(StoredValue(database, kStored), std::to_string(kOff));
 }
 
 TEST_F(Host, LeavesTheDatabaseAsItWasAfterCancel) {
@@ -203,7 +127,7 @@ TEST_F(Host, SavesWhatTheUserConfirmedAsSoonAsTheDatabaseIsFree) {
   EXPECT_EQ(
       Printed(),
       "{\"result\":1,\"saved\":true,\"changes\":[{\"record\":\"profile\",\"id\":2001,\"state\":2}],\"lost\":[]}\n");
-  EXPECT_EQ(Stored(database, "SELECT DurationTime FROM Profiles WHERE ProfileId = 2001"), "3600");
+  EXPECT_EQ(StoredValue(database, "SELECT DurationTime FROM Profiles WHERE ProfileId = 2001"), "3600");
 }
 
 TEST_F(Host, RefusesADatabaseThatCannotBeSavedToBeforeItOpensTheSheet) {
@@ -234,7 +158,7 @@ TEST_F(Host, RefusesADatabaseThatAnotherProgramHasForItself) {
   sheet->PressCancel();
   EXPECT_EQ(Wait(), 0u);
   sheet.reset();
-  otherProgram = LockedDatabase(database);
+  otherProgram = LockDatabase(database, kExclusively);
   Launch({});
   Answer(IDCANCEL,
          L"The file \"" + database + L"\" cannot be used: the settings database is in use by another program.");
@@ -245,6 +169,6 @@ TEST_F(Host, StoresWhatTheOptionsSayOfTheClient) {
   Start(L"--connection connected --bookmark 8=0 --bookmark 9=text");
   sheet->PressCancel();
   EXPECT_EQ(Wait(), 0u);
-  EXPECT_EQ(Stored(database, "SELECT Value FROM ClientState WHERE Name = 'ConnectionState'"), "2");
-  EXPECT_EQ(Stored(database, "SELECT group_concat(BookmarkId || '=' || Value) FROM Bookmarks"), "8=0,9=text");
+  EXPECT_EQ(StoredValue(database, "SELECT Value FROM ClientState WHERE Name = 'ConnectionState'"), "2");
+  EXPECT_EQ(StoredValue(database, "SELECT group_concat(BookmarkId || '=' || Value) FROM Bookmarks"), "8=0,9=text");
 }
