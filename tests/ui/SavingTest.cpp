@@ -2,11 +2,15 @@
 
 #include <gmock/gmock.h>
 
+#include "LoginProperties/Preferences/PreferenceControls.h"
 #include "LoginProperties/ProfilePage/ProfileControls.h"
 #include "LoginProperties/Timeouts/TimeoutControls.h"
 #include "LoginProperties/WiFiSwitching/AutoReconnectControls.h"
 #include "tests/support/FileBytes.h"
 #include "tests/support/TemporaryFolder.h"
+#include "tests/support/TreeItems.h"
+#include "tests/support/WaitUntil.h"
+#include "tests/ui/OtherConnection.h"
 #include "tests/ui/SaveContext.h"
 #include "tests/ui/SheetDriver.h"
 #include "WaylineDll/Host.h"
@@ -18,6 +22,46 @@ using Seconds = Profile::Seconds;
 namespace {
 
 constexpr uint32_t kFollowsDefaults = 2001;  // "Work" of the sample data
+
+// Profiles of the sample data; the last has preferences of its own, in which "Automatically connect" is on.
+constexpr const wchar_t* kThreeProfiles[] = {L"Work", L"Work 2", L"Z\u00fcrich Office"};
+
+int AutoConnectImage(const SheetDriver& sheet) {
+  const HWND tree = sheet.Control(IDC_PREFERENCE_TREE);
+  return TreeItemImage(tree, FindTreeItem(tree, L"Automatically connect if password saved"));
+}
+
+// Turns "Automatically connect" round for three profiles, with a look at another tab after each of them.
+void ToggleForThreeProfiles(SheetDriver& sheet) {
+  for (const wchar_t* profile : kThreeProfiles) {
+    sheet.SelectTab(L"Preferences");
+    sheet.Pick(IDC_PROFILE_COMBO, profile);
+    if (!sheet.IsChecked(IDC_OVERRIDE_CHECK)) sheet.Click(IDC_OVERRIDE_CHECK);
+    const int before = AutoConnectImage(sheet);
+    const HWND tree = sheet.Control(IDC_PREFERENCE_TREE);
+    TreeView_SelectItem(tree, FindTreeItem(tree, L"Automatically connect if password saved"));
+    SendMessageW(tree, WM_CHAR, L' ', 0);
+    ASSERT_TRUE(WaitUntil([&] { return AutoConnectImage(sheet) != before; }));
+    sheet.SelectTab(L"Proxy");
+  }
+}
+
+// Images of "Automatically connect" for the three profiles.
+std::vector<int> AutoConnectOfThreeProfiles(SheetDriver& sheet) {
+  std::vector<int> images;
+  sheet.SelectTab(L"Preferences");
+  for (const wchar_t* profile : kThreeProfiles) {
+    sheet.Pick(IDC_PROFILE_COMBO, profile);
+    images.push_back(AutoConnectImage(sheet));
+  }
+  return images;
+}
+
+constexpr int kOff = 1;
+constexpr int kOn = 2;
+constexpr char kStoredAutoConnect[] =
+    "SELECT group_concat(Choice) FROM (SELECT ProfileId || ':' || State AS Choice FROM Preferences "
+    "WHERE PreferenceId = 1014 AND ProfileId IN (2001, 2002, 2004) ORDER BY ProfileId)";
 
 class Saving : public testing::Test {
  protected:
@@ -166,6 +210,38 @@ TEST_F(Saving, CancelLeavesTheDatabaseByteForByteAsItWas) {
   }
   // The records are shared with the sheet and carry its edits, so that they are dropped instead of being saved.
   EXPECT_EQ(context.profiles.at(kFollowsDefaults)->GetState(), ChangeState::Changed);
+  CloseSettings();
+  EXPECT_EQ(FileBytes(file), before);
+}
+
+TEST_F(Saving, TogglesOnThreeProfilesAreAllSavedByOneOk) {
+  ASSERT_EQ(StoredValue(file, kStoredAutoConnect), "2004:2");
+  {
+    SheetDriver sheet(context);
+    ToggleForThreeProfiles(sheet);
+    EXPECT_THAT(AutoConnectOfThreeProfiles(sheet), ElementsAre(kOn, kOn, kOff));
+    sheet.PressOk();
+    ASSERT_EQ(sheet.Result(), kSheetConfirmed);
+  }
+  SaveContext(context);
+  EXPECT_EQ(StoredValue(file, kStoredAutoConnect), "2001:2,2002:2,2004:1");
+}
+
+TEST_F(Saving, TogglesOnThreeProfilesAreAllDroppedByCancel) {
+  const std::string before = FileBytes(file);
+  {
+    SheetDriver sheet(context);
+    ToggleForThreeProfiles(sheet);
+    sheet.PressCancel();
+    ASSERT_EQ(sheet.Result(), kSheetCancelled);
+  }
+  DiscardChanges();
+  Load();
+  SheetDriver sheet(context);
+  EXPECT_THAT(AutoConnectOfThreeProfiles(sheet), ElementsAre(kOff, kOff, kOn));
+  sheet.PressOk();
+  ASSERT_EQ(sheet.Result(), kSheetConfirmed);
+  EXPECT_THAT(SaveContext(context), testing::IsEmpty());
   CloseSettings();
   EXPECT_EQ(FileBytes(file), before);
 }
