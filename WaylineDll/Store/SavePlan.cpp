@@ -167,20 +167,19 @@ void PlanRemovedProfiles(const ProfilesToSave& profiles, const LoadedRecords& lo
   }
 }
 
-// A row beside the profiles that is not inherited column by column. Nothing when the record has not changed.
+// A row beside the profiles, which is not inherited column by column. False when the record has not changed.
 template <typename Record>
-std::optional<RowChange> PlanRow(RecordKind kind, uint32_t key, uint32_t profileId,
-                                 const Candidate<Record>& candidate) {
+bool PlanRow(RecordKind kind, uint32_t key, uint32_t profileId, const Candidate<Record>& candidate, RowChange& change) {
   const Record& record = *candidate.record;
-  RowChange change{.kind = kind, .key = key, .state = record.GetState(), .profileId = profileId};
-  if (change.state == ChangeState::Unchanged) return std::nullopt;
+  change = {.kind = kind, .key = key, .state = record.GetState(), .profileId = profileId};
+  if (change.state == ChangeState::Unchanged) return false;
   if (candidate.loaded != nullptr) change.loaded = std::make_shared<Record>(candidate.loaded->values);
   if (!change.IsRemoval()) {
     change.changed = change.loaded ? ChangedColumns(record, *change.loaded) : AllButTheKey(record);
-    if (change.changed.empty()) return std::nullopt;
+    if (change.changed.empty()) return false;
   }
   change.record = std::make_shared<Record>(record);
-  return change;
+  return true;
 }
 
 // A row that is only to be there: the profile makes the list its own in which the user has seen it.
@@ -210,10 +209,10 @@ void PlanPreferences(const PreferenceTable& table, const LoadedRecords& loaded, 
   std::set<PreferenceCandidates::key_type> planned;
   for (const auto& [key, candidate] : candidates) {
     const auto [profileId, id] = key;
-    auto change = PlanRow(RecordKind::Preference, static_cast<uint32_t>(id), profileId, candidate);
-    if (!change) continue;
+    RowChange change;
+    if (!PlanRow(RecordKind::Preference, static_cast<uint32_t>(id), profileId, candidate, change)) continue;
     planned.insert(key);
-    plan.push_back(std::move(*change));
+    plan.push_back(std::move(change));
     const Profile* const profile = profiles.Now(profileId);
     if (profile != nullptr && !profile->GetDefaultPreferences() && CanOwnPreferences(profileId)) {
       toPin.insert(profileId);
@@ -256,14 +255,14 @@ void PlanAutoStart(const AutoStartTable& table, const LoadedRecords& loaded, std
   std::set<AutoStartKey> planned;
   for (const auto& [key, candidate] : candidates) {
     const bool isCopy = candidate.loaded != nullptr && !candidate.loaded->stored;
-    auto change = PlanRow(RecordKind::AutoStartItem, key.id, key.profileId, candidate);
-    if (!change) continue;
+    RowChange change;
+    if (!PlanRow(RecordKind::AutoStartItem, key.id, key.profileId, candidate, change)) continue;
     // Part of a list would hide the rest of the one that it was copied from.
     toPin.insert(key.profileId);
     planned.insert(key);
-    if (isCopy && change->IsRemoval()) continue;
-    if (isCopy) change->loaded = nullptr;
-    plan.push_back(std::move(*change));
+    if (isCopy && change.IsRemoval()) continue;
+    if (isCopy) change.loaded = nullptr;
+    plan.push_back(std::move(change));
   }
   for (const auto& [key, candidate] : candidates) {
     if (!toPin.contains(key.profileId) || planned.contains(key) || !candidate.loaded || candidate.loaded->stored)
@@ -281,8 +280,9 @@ void PlanConfigs(const ConfigTable& table, bool automatic, const LoadedRecords& 
     if (config && config->GetState() != ChangeState::Unchanged) candidates[id].record = config;
   }
   for (const auto& [id, candidate] : candidates) {
-    auto change = PlanRow(automatic ? RecordKind::AutoConfig : RecordKind::ManualConfig, id, id, candidate);
-    if (change) plan.push_back(std::move(*change));
+    RowChange change;
+    const RecordKind kind = automatic ? RecordKind::AutoConfig : RecordKind::ManualConfig;
+    if (PlanRow(kind, id, id, candidate, change)) plan.push_back(std::move(change));
   }
 }
 

@@ -127,10 +127,12 @@ uint32_t SettingsStore::FindDefaultsForNew() {
   return !profiles.empty() && profiles.begin()->first <= kLastDefaultsId ? profiles.begin()->first : 0;
 }
 
+LoadedRecords& SettingsStore::RecordsOr(LoadedRecords& fresh) { return loaded_ ? *loaded_ : fresh; }
+
 bool SettingsStore::LoadPreferences(uint32_t profileId, PreferenceTable& preferences) {
   preferences.clear();
   LoadedRecords fresh;
-  const LoadedPreferences* const list = FindPreferences(loaded_ ? *loaded_ : fresh, profileId);
+  const LoadedPreferences* const list = FindPreferences(RecordsOr(fresh), profileId);
   if (list != nullptr) CopyRecords(*list, preferences);
   return list != nullptr;
 }
@@ -138,7 +140,7 @@ bool SettingsStore::LoadPreferences(uint32_t profileId, PreferenceTable& prefere
 bool SettingsStore::LoadOwnPreferences(uint32_t profileId, PreferenceTable& preferences) {
   preferences.clear();
   LoadedRecords fresh;
-  const LoadedPreferences* const list = FindPreferences(loaded_ ? *loaded_ : fresh, profileId);
+  const LoadedPreferences* const list = FindPreferences(RecordsOr(fresh), profileId);
   if (list == nullptr) return false;
   for (const auto& [id, loaded] : *list) {
     if (loaded.stored || loaded.record->GetState() != ChangeState::Unchanged) preferences.emplace(id, loaded.record);
@@ -149,14 +151,14 @@ bool SettingsStore::LoadOwnPreferences(uint32_t profileId, PreferenceTable& pref
 bool SettingsStore::LoadAutoStart(uint32_t profileId, AutoStartTable& items) {
   items.clear();
   LoadedRecords fresh;
-  const LoadedAutoStart* const list = FindAutoStart(loaded_ ? *loaded_ : fresh, profileId);
+  const LoadedAutoStart* const list = FindAutoStart(RecordsOr(fresh), profileId);
   if (list != nullptr) CopyRecords(*list, items);
   return list != nullptr;
 }
 
 std::shared_ptr<ConfigSetting> SettingsStore::LoadConfig(uint32_t profileId, bool automatic) {
   LoadedRecords fresh;
-  LoadedConfigs& configs = (loaded_ ? *loaded_ : fresh).configs;
+  LoadedConfigs& configs = RecordsOr(fresh).configs;
   auto found = configs.find({profileId, automatic});
   if (found == configs.end()) {
     auto loaded = RecordLoader(sqlite_).LoadConfig(profileId, automatic);
@@ -199,7 +201,7 @@ uint32_t SettingsStore::FirstOfChain(uint32_t profileId) const {
 Failure SettingsStore::Save(const SettingsTables& tables, SaveReport& report) {
   report = {};
   LoadedRecords fresh;
-  LoadedRecords& records = loaded_ ? *loaded_ : fresh;
+  LoadedRecords& records = RecordsOr(fresh);
   for (const auto& [id, profile] : tables.profiles) {
     if (profile && profile->GetState() == ChangeState::New) records.created[id] = profile;
   }

@@ -87,6 +87,7 @@ class SettingsStore {
   sqlite3* Connection() const;
   int32_t LoadProfile(uint32_t id, Profile& profile);
   int32_t ReadActiveProfileId();
+  LoadedRecords& RecordsOr(LoadedRecords& fresh);
   uint32_t FirstOfChain(uint32_t profileId) const;
   const LoadedPreferences* FindPreferences(LoadedRecords& records, uint32_t profileId);
   const LoadedAutoStart* FindAutoStart(LoadedRecords& records, uint32_t profileId);
