@@ -109,7 +109,7 @@ Failure SettingsStore::CreateProfile(std::shared_ptr<Profile>& profile) {
   const auto created = std::make_shared<Profile>(Profile::kNewId);
   const uint32_t id = created->GetProfileId();
   if (id == 0 || !loaded_) return Format(L"No login profile can be made: {}.", loaded_ ? kNoProfileIdLeft : kNotLoaded);
-  const uint32_t defaults = FindDefaultsForNew();
+  const uint32_t defaults = FindDefaultsForNew(loaded_->profiles);
   if (defaults != 0) *created = loaded_->profiles.at(defaults);
   created->Columns().profileId = id;
   created->Columns().linkProfile = defaults;
@@ -119,8 +119,7 @@ Failure SettingsStore::CreateProfile(std::shared_ptr<Profile>& profile) {
   return {};
 }
 
-uint32_t SettingsStore::FindDefaultsForNew() {
-  const auto& profiles = loaded_->profiles;
+uint32_t SettingsStore::FindDefaultsForNew(const std::map<uint32_t, Profile>& profiles) {
   const auto active = profiles.find(GetActiveProfileId());
   const uint32_t link = active != profiles.end() ? active->second.GetLinkProfile() : 0;
   if (link != 0 && link <= kLastDefaultsId && profiles.contains(link)) return link;

@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -91,7 +92,7 @@ class SettingsStore {
   uint32_t FirstOfChain(uint32_t profileId) const;
   const LoadedPreferences* FindPreferences(LoadedRecords& records, uint32_t profileId);
   const LoadedAutoStart* FindAutoStart(LoadedRecords& records, uint32_t profileId);
-  uint32_t FindDefaultsForNew();
+  uint32_t FindDefaultsForNew(const std::map<uint32_t, Profile>& profiles);
   void NoteStored(const Preference& preference);
 
   std::optional<LoadedRecords> loaded_;  // from the loading of the profiles until they are saved or discarded
