@@ -133,7 +133,7 @@ class SheetSequence : public testing::Test {
       case SheetPage::Timeouts:
         return StepOnTimeouts();
       case SheetPage::WiFi:
-        return OneIn(3) ? TypeDetail() : ClickWiFi();
+        return model_->OwnDetails() && OneIn(2) ? TypeDetail() : ClickWiFi();
       case SheetPage::Other:
         return ChooseProfile();
     }
@@ -231,7 +231,7 @@ class SheetSequence : public testing::Test {
 
   void ClickWiFi() {
     ProfileColumns& columns = model_->Chosen();
-    switch (Below(6)) {
+    switch (!model_->OwnDetails() && OneIn(2) ? BoxBeforeTheFields() : Below(6)) {
       case 0:
         return ClickBox(IDC_OVERRIDE_CHECK, columns.smUserMayOverrideAutoReconnectDefaults,
                         &ProfileColumns::overrideAutoReconnectDefaults);
@@ -254,6 +254,12 @@ class SheetSequence : public testing::Test {
     }
   }
 
+  // The one of the first three that must be ticked next, so that something can be typed.
+  int BoxBeforeTheFields() {
+    if (!model_->OwnWiFi()) return 0;
+    return model_->Automatic() ? 2 : 1;
+  }
+
   void ClickBox(int id, bool enabled, Flag flag) {
     if (!enabled) return;
     story_ << "box " << id << "; ";
@@ -262,7 +268,6 @@ class SheetSequence : public testing::Test {
   }
 
   void TypeDetail() {
-    if (!model_->OwnDetails()) return;
     if (OneIn(3)) return TypeWrongStrength();
     OneIn(2) ? TypeStrength() : TypeInterval();
   }
@@ -332,6 +337,14 @@ class SheetSequence : public testing::Test {
     ASSERT_EQ(sheet_->MessageBoxText(), std::nullopt);
     result_ = sheet_->Result();
     EXPECT_EQ(result_, kSheetCancelled);
+  }
+
+  // Where there are fields to type into, while a strength stands there that is refused everywhere else.
+  void CancelOnFields() {
+    TakeStep([this] { GoTo(SheetPage::WiFi); });
+    if (HasFailure() || result_) return;
+    if (model_->Page() == SheetPage::WiFi && model_->OwnDetails()) Type(IDC_RECONNECT_STRENGTH, L"9");
+    Cancel();
   }
 
   // The steps of the other program
@@ -516,7 +529,7 @@ class SheetSequence : public testing::Test {
       if (!result_) TakeStep([this] { StepOnThePage(); });
     }
     if (HasFailure()) return;
-    if (!result_) Cancel();
+    if (!result_) CancelOnFields();
     if (HasFatalFailure()) return;
     sheet_.reset();
     *result_ == kSheetConfirmed ? ExpectSaved() : ExpectDiscarded();
