@@ -83,7 +83,7 @@ void SheetModel::ShowPage(const StoredSettings& stored) {
 }
 
 std::optional<std::wstring> SheetModel::LeavePage() {
-  const auto refusal = LeaveProfile();
+  auto refusal = LeaveProfile();
   if (page_ == SheetPage::WiFi) wiFiHasGivenWay_ = !refusal;
   return refusal;
 }
