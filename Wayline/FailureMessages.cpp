@@ -8,17 +8,26 @@
 namespace {
 
 int ShowBox(const std::wstring& text, UINT style) {
-  Log(LogLevel::Info, L"Message: " + text);
   return MessageBoxW(nullptr, text.c_str(), GetProductDisplayName(false).c_str(), style | MB_SETFOREGROUND);
+}
+
+int LogAndShowBox(const std::wstring& text, UINT style) {
+  Log(LogLevel::Info, L"Message: " + text);
+  return ShowBox(text, style);
 }
 
 }  // namespace
 
-Failure AttemptUntilCancelled(const std::function<Failure()>& attempt) {
+Failure AttemptUntilCancelled(const std::function<Failure()>& attempt, const std::wstring& whenCancelled) {
+  const std::wstring secondParagraph = whenCancelled.empty() ? L"" : L"\n\n" + whenCancelled;
   Failure failure = attempt();
-  while (failure && ShowBox(*failure, MB_RETRYCANCEL | MB_ICONERROR) == IDRETRY) failure = attempt();
+  while (failure && LogAndShowBox(*failure + secondParagraph, MB_RETRYCANCEL | MB_ICONERROR) == IDRETRY) {
+    failure = attempt();
+  }
   return failure;
 }
+
+void TellFailure(const std::wstring& sentence) { ShowBox(sentence, MB_OK | MB_ICONERROR); }
 
 void TellLost(const std::vector<std::wstring>& sentences) {
   if (sentences.empty()) return;
@@ -27,5 +36,5 @@ void TellLost(const std::vector<std::wstring>& sentences) {
     if (!text.empty()) text += L"\n";
     text += sentence;
   }
-  ShowBox(text, MB_OK | MB_ICONWARNING);
+  LogAndShowBox(text, MB_OK | MB_ICONWARNING);
 }

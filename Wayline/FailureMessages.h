@@ -10,7 +10,11 @@
 // program that was started with a click.
 
 /// Attempts something until it succeeds, or the person who is told why it failed cancels. The last failure.
-Failure AttemptUntilCancelled(const std::function<Failure()>& attempt);
+/// `whenCancelled` is a sentence that tells what cancelling means, if it costs the person something.
+Failure AttemptUntilCancelled(const std::function<Failure()>& attempt, const std::wstring& whenCancelled = {});
+
+/// Tells of a failure after which there is nothing to choose. Logs nothing: the log may be what failed.
+void TellFailure(const std::wstring& sentence);
 
 /// Tells what was lost, if anything was.
 void TellLost(const std::vector<std::wstring>& sentences);

@@ -63,6 +63,13 @@ int LogAndFail(const std::wstring& sentence) {
   return Fail(sentence);
 }
 
+// In a run that is to show the sheet: whoever started it with a click sees no console.
+int TellAndFail(const std::wstring& sentence) {
+  const int code = LogAndFail(sentence);
+  TellFailure(sentence);
+  return code;
+}
+
 std::wstring DefaultDatabase() {
   const std::wstring folder = Singleton<PathData>::Get()->GetUserDataDirectory();
   return folder.empty() ? folder : folder + L"\\Wayline.db";
@@ -72,43 +79,6 @@ int PrintProfiles(const Options& options, const ProfileTable& profiles) {
   const uint32_t activeId = GetActiveProfileIdExoprt();
   std::cout << (options.json ? ProfileListJson(profiles, activeId) : ProfileListText(profiles, activeId));
   return kSuccess;
-}
-
-// Only the person can say that what the sheet was closed with is not wanted any more.
-Failure Save(const LoginPropertiesContext& context, SaveReport& report) {
-  const SettingsTables tables = {context.profiles, context.preferences, context.autoStartItems, context.manualConfigs,
-                                 context.autoConfigs};
-  Failure failure = AttemptUntilCancelled([&] { return SaveSettings(tables, report); });
-  if (!failure) Log(LogLevel::Info, Format(L"Settings saved, records changed: {}", report.changes.size()));
-  return failure;
-}
-
-int ShowSheet(const Options& options, ProfileTable profiles) {
-  SheetModule module;  // outlives the records below, some of which it makes
-  LoginPropertiesContext context;
-  if (const Failure failure =
-          ChooseProfile(profiles, options.profile, GetActiveProfileIdExoprt(), context.currentProfile)) {
-    return LogAndFail(*failure);
-  }
-  if (const Failure failure = module.Load()) return LogAndFail(*failure);
-  context.resourceInstance = module.Instance();
-  context.mode = options.mode;
-  context.profiles = std::move(profiles);
-
-  // The sheet's records are ours: after any other result than OK they hold edits that nobody wants, and are
-  // dropped.
-  const INT_PTR result = module.Show(context);
-  Failure failure;
-  SaveReport report;
-  if (result == kSheetConfirmed) {
-    failure = Save(context, report);
-  } else {
-    DiscardChanges();
-    if (result == kSheetNotShown) failure = L"The sheet could not be shown.";
-  }
-  std::cout << SheetResultJson(result, result == kSheetConfirmed && !failure, report) << std::flush;
-  TellLost(report.lost);
-  return failure ? LogAndFail(*failure) : kSuccess;
 }
 
 // What the options say, once the settings are open.
@@ -122,17 +92,62 @@ Failure StoreValues(const Options& options) {
   return {};
 }
 
+// Only the person can say that what the sheet was closed with is not wanted any more.
+Failure Save(const LoginPropertiesContext& context, SaveReport& report) {
+  const SettingsTables tables = {context.profiles, context.preferences, context.autoStartItems, context.manualConfigs,
+                                 context.autoConfigs};
+  Failure failure =
+      AttemptUntilCancelled([&] { return SaveSettings(tables, report); }, L"If you cancel, your changes are lost.");
+  if (!failure) Log(LogLevel::Info, Format(L"Settings saved, records changed: {}", report.changes.size()));
+  return failure;
+}
+
+int ShowSheet(const Options& options, ProfileTable profiles) {
+  SheetModule module;  // outlives the records below, some of which it makes
+  LoginPropertiesContext context;
+  if (const Failure failure =
+          ChooseProfile(profiles, options.profile, GetActiveProfileIdExoprt(), context.currentProfile)) {
+    // A profile that the command line names is told as the rest of the command line is: where it was written.
+    return options.profile ? LogAndFail(*failure) : TellAndFail(*failure);
+  }
+  if (const Failure failure = module.Load()) return TellAndFail(*failure);
+  if (const Failure failure = AttemptUntilCancelled([&] { return StoreValues(options); })) return LogAndFail(*failure);
+  context.resourceInstance = module.Instance();
+  context.mode = options.mode;
+  context.profiles = std::move(profiles);
+
+  // The sheet's records are ours: after any other result than OK they hold edits that nobody wants, and are
+  // dropped.
+  const INT_PTR result = module.Show(context);
+  Failure failure;
+  SaveReport report;
+  if (result == kSheetConfirmed) {
+    failure = Save(context, report);
+  } else {
+    DiscardChanges();
+  }
+  std::cout << SheetResultJson(result, result == kSheetConfirmed && !failure, report) << std::flush;
+  TellLost(report.lost);
+  if (result == kSheetNotShown) return TellAndFail(L"The sheet could not be shown.");
+  return failure ? LogAndFail(*failure) : kSuccess;
+}
+
 Failure Load(const Options& options, const std::wstring& file, ProfileTable& profiles) {
   if (Failure failure = OpenSettings(file, options.list ? SettingsAccess::Read : SettingsAccess::Edit)) return failure;
-  if (Failure failure = StoreValues(options)) return failure;
   return LoadProfiles(profiles);
 }
 
 int Run(const Options& options) {
-  if (const Failure failure = SetUpLogService()) return Fail(*failure);
+  if (const Failure failure = SetUpLogService()) {
+    if (!options.list) TellFailure(*failure);
+    return Fail(*failure);  // nothing can be logged
+  }
   const Logging logging;
   const std::wstring file = options.database.empty() ? DefaultDatabase() : options.database;
-  if (file.empty()) return LogAndFail(L"The folder of the user's settings cannot be determined.");
+  if (file.empty()) {
+    constexpr wchar_t kNoFolder[] = L"The folder of the user's settings cannot be determined.";
+    return options.list ? LogAndFail(kNoFolder) : TellAndFail(kNoFolder);
+  }
   const OpenDatabase database;
   ProfileTable profiles;
   const auto load = [&] { return Load(options, file, profiles); };

@@ -45,6 +45,21 @@ TEST(FailureMessages, CancelEndsTheAttempts) {
   }
 }
 
+TEST(FailureMessages, WhatCancellingCostsIsSaidInAParagraphOfItsOwn) {
+  const auto box = AnswerMessageBox(MessageBoxAnswer::Button(IDCANCEL), [] {
+    Attempt attempt;
+    EXPECT_EQ(AttemptUntilCancelled(std::ref(attempt), L"All is lost then."), Failure(L"It failed."));
+  });
+  EXPECT_EQ(box.text, L"It failed.\n\nAll is lost then.");
+}
+
+TEST(FailureMessages, WhatCannotBeRepeatedCanOnlyBeRead) {
+  const auto box = AnswerMessageBox(MessageBoxAnswer::Button(IDOK), [] { TellFailure(L"It failed."); });
+  EXPECT_EQ(box.title, GetProductDisplayName(false));
+  EXPECT_EQ(box.text, L"It failed.");
+  EXPECT_THAT(box.buttons, ElementsAre(IDOK));
+}
+
 TEST(FailureMessages, WhatWasLostIsToldInOneBox) {
   const auto box = AnswerMessageBox(MessageBoxAnswer::Button(IDOK), [] { TellLost({L"A is gone.", L"B is gone."}); });
   EXPECT_EQ(box.title, GetProductDisplayName(false));

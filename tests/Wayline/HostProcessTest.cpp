@@ -138,6 +138,11 @@ TEST_F(HostProcessTest, RefusesAProfileThatDoesNotExistOrCannotBeSelected) {
   Fails({L"--profile", L"2005"}, L"Profile 2005 cannot be selected because it is hidden or no login profile.");
 }
 
+TEST_F(HostProcessTest, StoresNoValuesOfTheOptionsForAProfileThatItRefuses) {
+  MakeSample();
+  Fails({L"--profile", L"77", L"--connection", L"connected", L"--bookmark", L"8=0"}, L"Profile 77 does not exist.");
+}
+
 TEST_F(HostProcessTest, RefusesAnOptionThatItDoesNotKnowBeforeItTouchesAFile) {
   const ProgramOutcome outcome = Run({L"--lists"});
   EXPECT_EQ(outcome.exitCode, 2u);

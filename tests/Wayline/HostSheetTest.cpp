@@ -39,6 +39,8 @@ class Host : public testing::Test, protected HostProgram {
 };
 
 constexpr wchar_t kSavingFails[] = L"Nothing was saved: the settings database is in use by another program.";
+constexpr wchar_t kSavingFailsBox[] =
+    L"Nothing was saved: the settings database is in use by another program.\n\nIf you cancel, your changes are lost.";
 
 constexpr size_t kPreferencesTab = 1;
 constexpr size_t kTimeoutsTab = 4;
@@ -110,7 +112,7 @@ TEST_F(Host, LeavesTheDatabaseAsItWasAfterCancel) {
 TEST_F(Host, SaysWhenSavingFailsAndKeepsTheFileWhenTheUserGivesUp) {
   const ServiceLog log;
   ConfirmWhileLocked();
-  Answer(IDCANCEL, kSavingFails);
+  Answer(IDCANCEL, kSavingFailsBox);
   EXPECT_EQ(Wait(), 1u);
   EXPECT_EQ(Printed(), "{\"result\":1,\"saved\":false,\"changes\":[],\"lost\":[]}\n" + ToUtf8(kSavingFails) + '\n');
   EXPECT_TRUE(log.Has("Nothing was saved"));
@@ -119,10 +121,10 @@ TEST_F(Host, SaysWhenSavingFailsAndKeepsTheFileWhenTheUserGivesUp) {
 
 TEST_F(Host, SavesWhatTheUserConfirmedAsSoonAsTheDatabaseIsFree) {
   ConfirmWhileLocked();
-  Answer(IDRETRY, kSavingFails);
+  Answer(IDRETRY, kSavingFailsBox);
   ASSERT_TRUE(WaitForMessageBoxOf(threadId));
   otherProgram.reset();
-  Answer(IDRETRY, kSavingFails);
+  Answer(IDRETRY, kSavingFailsBox);
   EXPECT_EQ(Wait(), 0u);
   EXPECT_EQ(
       Printed(),

@@ -81,6 +81,7 @@ RunningProgram::RunningProgram(const std::wstring& name, const std::vector<std::
     throw std::runtime_error("A program cannot be started.");
   }
   process_.reset(information.hProcess);
+  threadId_ = information.dwThreadId;
   const Handle thread(information.hThread);
   output_.Start();
   error_.Start();

@@ -17,7 +17,7 @@ struct ProgramOutcome {
   std::string error;
 };
 
-/// Full path of a program that is in the search path, by its file name.
+/// Full path of a program that is in the search path, by its file name; a full path is given back.
 std::wstring FindProgram(const std::wstring& name);
 
 /// A program that runs, and whose output is read meanwhile. It ends with this object at the latest.
@@ -27,6 +27,9 @@ class RunningProgram {
   ~RunningProgram();
   RunningProgram(const RunningProgram&) = delete;
   RunningProgram& operator=(const RunningProgram&) = delete;
+
+  /// The thread that it began with.
+  DWORD ThreadId() const { return threadId_; }
 
   /// What it has printed so far.
   std::string Output() const { return output_.Text(); }
@@ -62,6 +65,7 @@ class RunningProgram {
   Stream output_;
   Stream error_;
   Handle process_;
+  DWORD threadId_ = 0;
 };
 
 /// Runs a program to its end.
