@@ -2,6 +2,8 @@
 
 #include <windowsx.h>
 
+#include <vector>
+
 namespace {
 
 // The page whose window the sheet is about to create. A page's first message carries the sheet's description of the
@@ -17,6 +19,25 @@ bool IsClosePosted(HWND window) {
   constexpr WPARAM kSystemCommand = 0xfff0;  // the lowest bits are the system's own
   return isPosted(WM_CLOSE) || (isPosted(WM_SYSCOMMAND) && (message.wParam & kSystemCommand) == SC_CLOSE);
 }
+
+// Takes such messages out of the queue for as long as this lives: what is found there then has been posted meanwhile.
+class EarlierCloses {
+ public:
+  explicit EarlierCloses(HWND window) {
+    MSG message{};
+    for (const UINT id : {WM_CLOSE, WM_SYSCOMMAND}) {
+      while (PeekMessageW(&message, window, id, id, PM_REMOVE) != FALSE) messages_.push_back(message);
+    }
+  }
+  ~EarlierCloses() {
+    for (const MSG& message : messages_) PostMessageW(message.hwnd, message.message, message.wParam, message.lParam);
+  }
+  EarlierCloses(const EarlierCloses&) = delete;
+  EarlierCloses& operator=(const EarlierCloses&) = delete;
+
+ private:
+  std::vector<MSG> messages_;
+};
 
 BaseDialog* ObjectOf(HWND window) { return reinterpret_cast<BaseDialog*>(GetWindowLongPtrW(window, DWLP_USER)); }
 
@@ -102,7 +123,9 @@ INT_PTR BaseDialog::Dispatch(UINT message, WPARAM wordParameter, LPARAM longPara
       // What the system does by itself would come back as the command of Cancel, which a dialog may answer by closing
       // itself.
       const int result = OnMsg(message, wordParameter, longParameter);
-      return result != 0 || IsPage(window_) ? result : Cancel(longParameter);
+      if (result != 0 || IsPage(window_)) return result;
+      // Under a message box of its own the dialog must not go.
+      return IsWindowEnabled(window_) != FALSE ? Cancel(longParameter) : TRUE;
     }
     default:
       return OnMsg(message, wordParameter, longParameter);
@@ -113,6 +136,7 @@ int BaseDialog::Cancel(int64_t parameter) {
   if (IsPage(window_)) return OnCancel(parameter);
   if (cancelling_) return EndDialog(window_, IDCANCEL);
   cancelling_ = true;
+  const EarlierCloses earlierCloses(window_);
   const int result = OnCancel(parameter);
   cancelling_ = window_ != nullptr && IsClosePosted(window_);
   return result;

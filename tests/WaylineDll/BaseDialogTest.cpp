@@ -216,6 +216,53 @@ TEST_F(BaseDialogTest, ADialogThatRefusesToBeCancelledIsAskedEachTime) {
   EXPECT_EQ(refusing.cancels, 1 + static_cast<int>(kCloses.size()));
 }
 
+TEST_F(BaseDialogTest, ADialogThatRefusesToBeCancelledIsAskedForEachOfTwoClosesPostedTogether) {
+  Cancelling refusing(IDD_TEST_DIALOG);
+  refusing.onCancel = [] {};
+  for (const auto& [message, parameter] : {std::pair<UINT, WPARAM>(WM_CLOSE, 0), {WM_SYSCOMMAND, SC_CLOSE}}) {
+    refusing.cancels = 0;
+    refusing.steps = {[&] {
+                        for (int close = 0; close < 2; ++close) {
+                          PostMessageW(refusing.GetWindow(), message, parameter, 0);
+                        }
+                      },
+                      [] {}, [] {}, [] {}};
+    EXPECT_EQ(refusing.DoModal(), Dialog::kStillOpen);
+    EXPECT_EQ(refusing.cancels, 2);
+  }
+}
+
+TEST_F(BaseDialogTest, ADialogThatClosesItselfEndsByOneCancelAlsoWhenAnotherCloseWaits) {
+  Cancelling closing(IDD_TEST_DIALOG);
+  closing.onCancel = [&] { PostMessageW(closing.GetWindow(), WM_CLOSE, 0, 0); };
+  closing.steps = {[&] {
+                     PostMessageW(closing.GetWindow(), WM_CLOSE, 0, 0);
+                     PostMessageW(closing.GetWindow(), WM_CLOSE, 0, 0);
+                   },
+                   [] {}, [] {}, [] {}};
+  EXPECT_EQ(closing.DoModal(), IDCANCEL);
+  EXPECT_EQ(closing.cancels, 1);
+}
+
+TEST_F(BaseDialogTest, ADialogThatAsksAQuestionInItsCancelIsNotClosedUnderIt) {
+  for (const Close close : kCloses) {
+    Cancelling asking(IDD_TEST_DIALOG);
+    asking.onCancel = [&] {
+      // As a message box of the dialog: it disables its owner, and deals out the messages that come meanwhile.
+      EnableWindow(asking.GetWindow(), FALSE);
+      close(asking.GetWindow());
+      MSG message{};
+      for (const UINT id : {WM_SYSCOMMAND, WM_CLOSE}) {
+        while (PeekMessageW(&message, asking.GetWindow(), id, id, PM_REMOVE) != FALSE) DispatchMessageW(&message);
+      }
+      EnableWindow(asking.GetWindow(), TRUE);
+    };
+    asking.steps = {[&] { asking.CallsForClick(IDCANCEL); }, [] {}, [] {}};
+    EXPECT_EQ(asking.DoModal(), Dialog::kStillOpen);
+    EXPECT_EQ(asking.cancels, 1);
+  }
+}
+
 TEST_F(BaseDialogTest, ADialogThatHandlesItsClosingStaysOpen) {
   class Handling : public Dialog {
    public:

@@ -45,7 +45,8 @@ class WAYLINE_CLASS BaseDialog {
 
   /// Cancel was pressed, or the dialog closed in another way. By default ends a modal dialog with IDCANCEL. A modal
   /// dialog that closes its own window here, at once or with a posted message, ends with IDCANCEL and is not asked
-  /// again; one that does neither stays open.
+  /// again; one that does neither stays open. What is to close the window while it is disabled, as under a message box,
+  /// does not come here and is ignored.
   virtual int OnCancel(int64_t parameter);
 
   /// Help was asked for with F1 or the caption's question mark; `parameter` is the address of a HELPINFO.
