@@ -1,8 +1,13 @@
 #include "WaylineDll/Host.h"
 
 #include <gmock/gmock.h>
+#include <sqlite3.h>
 
+#include "Database/SQLite/SQLiteHandles.h"
+#include "NetUtilities/Text/Utf8.h"
+#include "tests/support/FileBytes.h"
 #include "tests/support/RegisteredService.h"
+#include "tests/support/ServiceLog.h"
 #include "tests/support/TemporaryFolder.h"
 #include "WaylineDll/ActiveProfile.h"
 #include "WaylineDll/Connection.h"
@@ -15,6 +20,14 @@ namespace {
 class HostTest : public testing::Test {
  protected:
   ~HostTest() override { CloseSettings(); }
+
+  // Runs a statement on the file, as another program does.
+  void Run(const char* statement) const {
+    sqlite3* opened = nullptr;
+    EXPECT_EQ(sqlite3_open(ToUtf8(file_).c_str(), &opened), SQLITE_OK);
+    const ConnectionHandle connection(opened);
+    EXPECT_EQ(sqlite3_exec(opened, statement, nullptr, nullptr, nullptr), SQLITE_OK);
+  }
 
   TemporaryFolder folder_;
   std::wstring file_ = folder_.File(L"Wayline.db");
@@ -124,6 +137,34 @@ TEST_F(HostTest, TellsTheBookmarksThatWereSet) {
   EXPECT_EQ(text, L"Z\u00fcrich");
 }
 
+TEST_F(HostTest, StoresAPreferenceOfTheActiveProfile) {
+  constexpr PreferenceId kId = PreferenceId::AutoConnect;
+  ASSERT_EQ(OpenSettings(file_), Failure());
+  const uint32_t active = GetActiveProfileIdExoprt();
+  for (const bool on : {true, false, true}) {
+    UpdateActiveProfilePreference(kId, on);
+    PreferenceTable preferences;
+    ASSERT_TRUE(GetUserPreferences(active, preferences));
+    ASSERT_TRUE(preferences.contains(kId));
+    EXPECT_EQ(preferences.at(kId)->GetValue(), on ? Preference::kOn : Preference::kOff);
+    ASSERT_TRUE(GetPreferences(2003, preferences));
+    EXPECT_EQ(preferences.at(kId)->GetValue(), Preference::kOff) << "that of another profile";
+  }
+}
+
+TEST_F(HostTest, WithoutAnActiveProfileNoPreferenceIsStored) {
+  const RegisteredService service;
+  const ServiceLog log;
+  UpdateActiveProfilePreference(PreferenceId::AutoConnect, true);
+  ASSERT_EQ(OpenSettings(file_), Failure());
+  Run("DELETE FROM ClientState WHERE Name = 'ActiveProfile'");
+  ASSERT_EQ(GetActiveProfileIdExoprt(), 0u);
+  const std::string before = FileBytes(file_);
+  for (const bool on : {true, false}) UpdateActiveProfilePreference(PreferenceId::AutoConnect, on);
+  EXPECT_TRUE(FileBytes(file_) == before) << "the file has changed";
+  EXPECT_TRUE(log.Has(": Nothing was saved: "));
+}
+
 TEST_F(HostTest, ClosingReleasesTheFile) {
   ASSERT_EQ(OpenSettings(file_), Failure());
   CloseSettings();
@@ -132,8 +173,10 @@ TEST_F(HostTest, ClosingReleasesTheFile) {
 }
 
 TEST_F(HostTest, KeepsNothingOpenWhenAFileCannotBeUsed) {
-  const RegisteredService service;  // the reason is logged
+  const RegisteredService service;
+  const ServiceLog log;
   ASSERT_EQ(OpenSettings(file_), Failure());
   EXPECT_NE(OpenSettings(folder_.File(L"none") + L"\\x.db"), Failure());
   EXPECT_EQ(GetActiveProfileIdExoprt(), 0u);
+  EXPECT_TRUE(log.Has("unable to open database file"));
 }
