@@ -134,6 +134,8 @@ int AutoReconnectDialog::OnFieldLeft(int id) {
   StoreFields();
   // A click on a tab is followed by the sheet's own question, and one message is enough.
   const int result = leaving_ || next == PropSheet_GetTabControl(sheet) ? 1 : ValidateWindowControls();
+  // The message took the release of the mouse button. What was clicked would wait for it, and get the click on Cancel.
+  if (result == 0) PostMessageW(next, WM_CANCELMODE, 0, 0);
   EnableControl(GetWindow(), id, true);
   return result;
 }

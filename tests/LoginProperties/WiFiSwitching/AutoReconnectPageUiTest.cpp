@@ -670,6 +670,24 @@ TEST_F(AutoReconnectPage, EveryWayOfCancellingWorksAfterARefusal) {
   }
 }
 
+// The message takes the release of the mouse button away from what was clicked.
+TEST_F(AutoReconnectPage, AClickOnCancelWorksAfterARefusalOfAnotherClick) {
+  Override();
+  for (const int clicked : {0, IDC_RECONNECT_WAIT_RADIO}) {
+    Work().SetOverrideSignalStrength(40);
+    Open();
+    sheet->Focus(IDC_RECONNECT_STRENGTH);
+    sheet->Type(L"9");
+    const HWND target = clicked != 0 ? sheet->Control(clicked) : GetDlgItem(sheet->Sheet(), IDOK);
+    ASSERT_TRUE(sheet->ClickByMouseUntil([this] { return sheet->MessageBoxText().has_value(); }, target)) << clicked;
+    ExpectRefusal();
+    sheet->PressCancelByMouse();
+    ASSERT_EQ(sheet->MessageBoxText(), std::nullopt) << clicked;
+    EXPECT_EQ(sheet->Result(), kSheetCancelled) << clicked;
+    sheet.reset();
+  }
+}
+
 TEST_F(AutoReconnectPage, EveryWayOfCancellingWorksWhileAStrengthOfZeroIsNotInForce) {
   Override(false, false);
   for (const Ending& cancellation : kCancellations) {
