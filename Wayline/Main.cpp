@@ -41,11 +41,14 @@ class ComApartment {
   HRESULT result_;
 };
 
-// Messages can be logged while this lives; in the end all of them have been delivered.
+// Messages can be logged while this lives; in the end all of them have been delivered, and nobody holds the service.
 class Logging : LogSession {
  public:
   Logging() = default;
-  ~Logging() { StopLogger(); }
+  ~Logging() {
+    StopLibraryLog();
+    StopLogger();
+  }
 };
 
 // The settings database is open while this lives.

@@ -26,9 +26,13 @@ Failure OpenSettings(const std::wstring& file, SettingsAccess access) {
   databasePlatform.createInstanceMutex = [](const std::wstring&) { return InstanceMutex{}; };
   CloseSettings();
   auto store = std::make_unique<SettingsStore>();
-  if (Failure failure = store->Open(file, access)) return failure;
-  openStore = std::move(store);
+  // A failure logs, too, and the service must not be held any longer than that.
   logging.emplace();
+  if (Failure failure = store->Open(file, access)) {
+    logging.reset();
+    return failure;
+  }
+  openStore = std::move(store);
   return {};
 }
 
@@ -56,3 +60,5 @@ void CloseSettings() {
   openStore.reset();
   logging.reset();
 }
+
+void StopLibraryLog() { StopLogger(); }

@@ -41,6 +41,15 @@ bool ChainEnds(sqlite3* connection, uint32_t id) {
          statement.BindInteger(1, id) == SQLITE_OK && statement.Step() == SQLITE_ROW;
 }
 
+int32_t FindProfile(sqlite3* connection, uint32_t id, bool& exists) {
+  Statement statement;
+  int32_t code = statement.Prepare(connection, L"SELECT 1 FROM Profiles WHERE ProfileId = ?1");
+  if (code == SQLITE_OK) code = statement.BindInteger(1, id);
+  if (code == SQLITE_OK) code = statement.Step();
+  exists = code == SQLITE_ROW;
+  return exists || code == SQLITE_DONE ? SQLITE_OK : code;
+}
+
 // The records of a list that was loaded.
 template <typename List, typename Table>
 void CopyRecords(const List& list, Table& table) {
@@ -233,10 +242,10 @@ Failure SettingsStore::SetPreference(uint32_t profileId, PreferenceId preference
   Transaction transaction(Connection());
   int32_t code = transaction.BeginWriting();
   if (code != SQLITE_OK) return failure(code);
-  Profile owner(0);
-  code = LoadProfile(profileId, owner);
+  bool exists = false;
+  code = FindProfile(Connection(), profileId, exists);
   if (code != SQLITE_OK) return failure(code);
-  if (profileId == 0 || owner.GetProfileId() != profileId) return SaveFailure(L"there is no such login profile");
+  if (!exists) return SaveFailure(L"there is no such login profile");
   const auto preferences = RecordLoader(sqlite_).LoadPreferences(profileId, profileId);
   if (!preferences) return SaveFailure(ReasonText(Connection()));
   const auto found = preferences->find(preference);

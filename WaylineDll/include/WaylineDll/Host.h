@@ -42,3 +42,7 @@ WAYLINE_API Failure SetBookmark(Bookmark::Index index, const std::wstring& value
 
 /// Closes the settings database, if one is open.
 WAYLINE_API void CloseSettings();
+
+/// Delivers what the library has logged, and gives the logging service back; later messages are dropped. For the end of
+/// the program.
+WAYLINE_API void StopLibraryLog();

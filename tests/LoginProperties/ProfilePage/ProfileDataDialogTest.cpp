@@ -91,12 +91,14 @@ TEST_F(ProfileConfigs, AreLoadedForEachProfileAndKind) {
   EXPECT_EQ(GetContext().autoConfigs.size(), 2u);
 }
 
-TEST_F(ProfileConfigs, AreNullForAProfileWithoutThem) {
+TEST_F(ProfileConfigs, AreEmptyForAProfileWithoutThem) {
   Choose(kWithoutConfigs);
-  EXPECT_EQ(Page::GetCurrentAutoConfig(), nullptr);
-  EXPECT_EQ(Page::GetCurrentManualConfig(), nullptr);
-  EXPECT_THAT(GetContext().autoConfigs, ElementsAre(Pair(kWithoutConfigs, nullptr)));
-  EXPECT_THAT(GetContext().manualConfigs, ElementsAre(Pair(kWithoutConfigs, nullptr)));
+  for (const auto& config : {Page::GetCurrentAutoConfig(), Page::GetCurrentManualConfig()}) {
+    ASSERT_NE(config, nullptr);
+    EXPECT_EQ(config->fields.profileId, static_cast<int32_t>(kWithoutConfigs));
+    EXPECT_EQ(config->fields.manualProxy, L"");
+    EXPECT_EQ(config->GetState(), ChangeState::Unchanged);
+  }
 }
 
 TEST_F(ProfileConfigs, AreNotLoadedAgainAfterAFailure) {
