@@ -25,7 +25,7 @@ class EarlierCloses {
  public:
   explicit EarlierCloses(HWND window) {
     MSG message{};
-    for (const UINT id : {WM_CLOSE, WM_SYSCOMMAND}) {
+    for (const UINT id : {UINT{WM_CLOSE}, UINT{WM_SYSCOMMAND}}) {
       while (PeekMessageW(&message, window, id, id, PM_REMOVE) != FALSE) messages_.push_back(message);
     }
   }

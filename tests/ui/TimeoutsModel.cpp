@@ -36,7 +36,7 @@ void OfferedValues::Choose(int32_t stored) {
   }
 }
 
-void TimeoutsModel::Show(ProfileColumns& edited, ProfileColumns& defaults) {
+void TimeoutsModel::Show(ProfileColumns& edited, ProfileColumns defaults) {
   duration.values = UpTo(Limit(edited.smSessionTime), {2 * kMinute, 5 * kMinute, 10 * kMinute, 20 * kMinute,
                                                        30 * kMinute, kHour, 2 * kHour, 4 * kHour, 8 * kHour});
   warning.values =

@@ -18,8 +18,8 @@ struct OfferedValues {
 
 /// What a user sees on the "Timeouts" page and what leaving it stores, said without the code of the page.
 struct TimeoutsModel {
-  /// The page shows a profile, or the defaults that it follows. What was never set is set by that.
-  void Show(ProfileColumns& edited, ProfileColumns& defaults);
+  /// The page shows a profile, or the defaults that it follows. What was never set in the profile is set by that.
+  void Show(ProfileColumns& edited, ProfileColumns defaults);
 
   /// The page is to give way: stores what was chosen, and tells why that cannot stand.
   std::optional<std::wstring> Leave(ProfileColumns& edited) const;
