@@ -252,7 +252,7 @@ TEST_F(BaseDialogTest, ADialogThatAsksAQuestionInItsCancelIsNotClosedUnderIt) {
       EnableWindow(asking.GetWindow(), FALSE);
       close(asking.GetWindow());
       MSG message{};
-      for (const UINT id : {WM_SYSCOMMAND, WM_CLOSE}) {
+      for (const UINT id : {UINT{WM_SYSCOMMAND}, UINT{WM_CLOSE}}) {
         while (PeekMessageW(&message, asking.GetWindow(), id, id, PM_REMOVE) != FALSE) DispatchMessageW(&message);
       }
       EnableWindow(asking.GetWindow(), TRUE);

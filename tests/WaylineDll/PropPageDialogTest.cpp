@@ -151,7 +151,7 @@ TEST_F(PropPageDialogTest, CancelCallsOnCancelAndEndsWith0) {
 }
 
 TEST_F(PropPageDialogTest, APageThatIsToldToCloseStays) {
-  for (const UINT message : {WM_CLOSE, WM_SYSCOMMAND}) {
+  for (const UINT message : {UINT{WM_CLOSE}, UINT{WM_SYSCOMMAND}}) {
     const INT_PTR result = Show({[&] { SendMessageW(first.GetWindow(), message, SC_CLOSE, 0); }, [] {},
                                  [&] {
                                    EXPECT_EQ(first.GetWindow(), PageInFront());
