@@ -1,5 +1,7 @@
 // Which pages the sheet has, and what happens to the caller's context.
 
+#include <windows.h>
+
 #include <commctrl.h>
 #include <gmock/gmock.h>
 #include <prsht.h>
