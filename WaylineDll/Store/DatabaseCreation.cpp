@@ -22,12 +22,19 @@ int32_t Fill(sqlite3* connection) {
   return code == SQLITE_OK ? transaction.Commit() : code;
 }
 
+// What a database that has gone had not finished would be done to the new one. The journal is looked for first: that of
+// a database which another program has just made is never there without it.
+void RemoveOrphanedJournal(const std::wstring& file) {
+  const std::filesystem::path journal = file + L"-journal";
+  std::error_code error;
+  if (!std::filesystem::exists(journal, error) || error) return;
+  if (!std::filesystem::exists(std::filesystem::path(file), error) && !error) std::filesystem::remove(journal, error);
+}
+
 }  // namespace
 
 Failure CreateDatabaseFile(const std::wstring& file) {
-  // What a database that has gone had not finished would be done to the new one.
-  std::error_code ignored;
-  std::filesystem::remove(std::filesystem::path(file + L"-journal"), ignored);
+  RemoveOrphanedJournal(file);
   const UnfinishedFile unfinished(file);
   {
     ConnectionHandle connection;
