@@ -13,6 +13,10 @@ struct LoadedRecord {
   std::shared_ptr<Record> record;
   Record values;
   bool stored = false;  // the profile stores it itself: it is not inherited, copied from its defaults or built in
+  bool copied = false;  // made as a copy of another profile's own: it is stored whatever the profile inherits
+
+  /// Whether it is the profile's own, or will be when it is saved.
+  bool IsOwn() const { return stored || record->GetState() != ChangeState::Unchanged; }
 };
 
 using LoadedPreferences = std::map<PreferenceId, LoadedRecord<Preference>>;

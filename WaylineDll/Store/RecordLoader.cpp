@@ -80,6 +80,18 @@ std::optional<LoadedAutoStart> RecordLoader::LoadAutoStart(uint32_t profileId, u
   return std::nullopt;
 }
 
+std::optional<std::vector<ServiceRecord>> RecordLoader::LoadServices() const {
+  std::vector<ServiceRecord> services;
+  SQLContext context;
+  int32_t code = sqlite_.Execute(
+      context,
+      Format(L"select {} from {} order by ServiceId;", ColumnNames(ServiceRecord().GetBindings()), kServiceTable), {});
+  for (; code == SQLITE_ROW; code = context.Step()) sqlite_.ReadData(context, &services.emplace_back());
+  if (code == SQLITE_DONE) return services;
+  sqlite_.ReportError(code);
+  return std::nullopt;
+}
+
 std::optional<LoadedRecord<ConfigSetting>> RecordLoader::LoadConfig(uint32_t profileId, bool automatic) const {
   ConfigSetting config;
   config.fields.profileId = static_cast<int32_t>(profileId);

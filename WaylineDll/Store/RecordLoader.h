@@ -3,7 +3,9 @@
 #include <cstdint>
 #include <optional>
 #include <string_view>
+#include <vector>
 
+#include "Database/Profiles/ServiceInfo.h"
 #include "Database/SQLite/SQLite.h"
 #include "WaylineDll/Store/LoadedRecords.h"
 
@@ -22,6 +24,9 @@ class RecordLoader {
   /// The autostart list of the profile itself, else copies of that of the nearest profile along its links which has
   /// one, numbered from `nextId` on. Links are followed as above.
   std::optional<LoadedAutoStart> LoadAutoStart(uint32_t profileId, uint32_t firstId, uint32_t& nextId) const;
+
+  /// All network services in the order of their ids.
+  std::optional<std::vector<ServiceRecord>> LoadServices() const;
 
   /// The profile's configuration; an empty one when it has none.
   std::optional<LoadedRecord<ConfigSetting>> LoadConfig(uint32_t profileId, bool automatic) const;

@@ -92,6 +92,9 @@ class ProfilesToSave {
     return profile != nullptr && profile->GetState() == ChangeState::Removed;
   }
 
+  // Whether it was made and is not wanted after all.
+  bool IsDropped(uint32_t id) const { return Now(id) == nullptr && loaded_.created.contains(id); }
+
   // How many links there are above a profile. A circle does not go on for ever.
   size_t Depth(uint32_t id) const {
     size_t depth = 0;
@@ -173,7 +176,9 @@ bool PlanRow(RecordKind kind, uint32_t key, uint32_t profileId, const Candidate<
   const Record& record = *candidate.record;
   change = {.kind = kind, .key = key, .state = record.GetState(), .profileId = profileId};
   if (change.state == ChangeState::Unchanged) return false;
-  if (candidate.loaded != nullptr) change.loaded = std::make_shared<Record>(candidate.loaded->values);
+  if (candidate.loaded != nullptr && !candidate.loaded->copied) {
+    change.loaded = std::make_shared<Record>(candidate.loaded->values);
+  }
   if (!change.IsRemoval()) {
     change.changed = change.loaded ? ChangedColumns(record, *change.loaded) : AllButTheKey(record);
     if (change.changed.empty()) return false;
@@ -319,7 +324,9 @@ std::vector<RowChange> PlanSaving(const SettingsTables& tables, const LoadedReco
   PlanAutoStart(tables.autoStartItems, loaded, lists.autoStartItems, plan);
   PlanConfigs(tables.manualConfigs, false, loaded, plan);
   PlanConfigs(tables.autoConfigs, true, loaded, plan);
-  std::erase_if(plan, [&](const RowChange& change) { return profiles.IsRemoved(change.profileId); });
+  std::erase_if(plan, [&](const RowChange& change) {
+    return profiles.IsRemoved(change.profileId) || profiles.IsDropped(change.profileId);
+  });
   PlanRemovedProfiles(profiles, loaded, plan);
   return plan;
 }

@@ -2,6 +2,7 @@
 
 #include <sqlite3.h>
 
+#include <algorithm>
 #include <array>
 #include <filesystem>
 #include <set>
@@ -48,6 +49,11 @@ int32_t FindProfile(sqlite3* connection, uint32_t id, bool& exists) {
   if (code == SQLITE_OK) code = statement.Step();
   exists = code == SQLITE_ROW;
   return exists || code == SQLITE_DONE ? SQLITE_OK : code;
+}
+
+// Whether a list is the profile's own as a whole: it is not inherited, or was changed.
+bool IsOwnList(const LoadedAutoStart& list) {
+  return std::ranges::any_of(list, [](const auto& entry) { return entry.second.IsOwn(); });
 }
 
 // The records of a list that was loaded.
@@ -123,6 +129,7 @@ Failure SettingsStore::CreateProfile(std::shared_ptr<Profile>& profile) {
   created->Columns().profileId = id;
   created->Columns().linkProfile = defaults;
   created->SetName({});
+  created->SetHidden(false);  // as defaults may be
   loaded_->created[id] = created;
   profile = created;
   return {};
@@ -151,7 +158,7 @@ bool SettingsStore::LoadOwnPreferences(uint32_t profileId, PreferenceTable& pref
   const LoadedPreferences* const list = FindPreferences(RecordsOr(fresh), profileId);
   if (list == nullptr) return false;
   for (const auto& [id, loaded] : *list) {
-    if (loaded.stored || loaded.record->GetState() != ChangeState::Unchanged) preferences.emplace(id, loaded.record);
+    if (loaded.IsOwn()) preferences.emplace(id, loaded.record);
   }
   return !preferences.empty();
 }
@@ -162,6 +169,69 @@ bool SettingsStore::LoadAutoStart(uint32_t profileId, AutoStartTable& items) {
   const LoadedAutoStart* const list = FindAutoStart(RecordsOr(fresh), profileId);
   if (list != nullptr) CopyRecords(*list, items);
   return list != nullptr;
+}
+
+bool SettingsStore::LoadOwnAutoStart(uint32_t profileId, AutoStartTable& items) {
+  items.clear();
+  LoadedRecords fresh;
+  const LoadedAutoStart* const list = FindAutoStart(RecordsOr(fresh), profileId);
+  if (list == nullptr || !IsOwnList(*list)) return false;
+  CopyRecords(*list, items);
+  std::erase_if(items, [](const auto& entry) { return entry.second->GetState() == ChangeState::Removed; });
+  return !items.empty();
+}
+
+uint64_t SettingsStore::CopyAutoStart(uint32_t profileId, const AutoStartTable& source, AutoStartTable& copies) {
+  LoadedRecords fresh;
+  LoadedRecords& records = RecordsOr(fresh);
+  LoadedAutoStart& list = records.autoStartItems[profileId];
+  const auto isCopied = [](const auto& entry) { return entry.second.copied; };
+  if (std::ranges::none_of(list, isCopied)) {
+    std::erase_if(list, [](const auto& entry) { return !entry.second.IsOwn(); });
+    for (const auto& [key, item] : source) {
+      if (!item || item->GetState() == ChangeState::Removed) continue;
+      const uint32_t id = records.nextCopyId++;
+      const auto copy = std::make_shared<AutoStartItem>();
+      copy->fields = item->fields;
+      copy->fields.id = static_cast<int32_t>(id);
+      copy->fields.profileId = static_cast<int32_t>(profileId);
+      copy->SetState(ChangeState::Changed);
+      list[id] = {.record = copy, .values = *copy, .copied = true};
+    }
+  }
+  uint64_t count = 0;
+  for (const auto& [id, loaded] : list) {
+    if (!loaded.copied) continue;
+    copies[id] = loaded.record;
+    ++count;
+  }
+  return count;
+}
+
+bool SettingsStore::CopyLists(uint32_t sourceId, uint32_t newId) {
+  if (!loaded_) return false;
+  const LoadedPreferences* const preferences = FindPreferences(*loaded_, sourceId);
+  if (preferences == nullptr || FindAutoStart(*loaded_, sourceId) == nullptr) return false;
+  auto copies = RecordLoader(sqlite_).LoadPreferences(newId, FirstOfChain(newId));
+  if (!copies) return false;
+  for (const auto& [id, loaded] : *preferences) {
+    if (!loaded.IsOwn()) continue;
+    const auto copy = std::make_shared<Preference>(loaded.record->Fields());
+    copy->SetProfileId(newId);
+    (*copies)[id] = {.record = copy, .values = *copy, .copied = true};
+  }
+  loaded_->preferences[newId] = std::move(*copies);
+  AutoStartTable items;
+  AutoStartTable itemCopies;
+  loaded_->autoStartItems.erase(newId);
+  if (LoadOwnAutoStart(sourceId, items)) CopyAutoStart(newId, items, itemCopies);
+  return true;
+}
+
+bool SettingsStore::LoadServices(std::vector<ServiceRecord>& services) {
+  auto loaded = RecordLoader(sqlite_).LoadServices();
+  services = loaded ? std::move(*loaded) : std::vector<ServiceRecord>();
+  return loaded.has_value();
 }
 
 std::shared_ptr<ConfigSetting> SettingsStore::LoadConfig(uint32_t profileId, bool automatic) {

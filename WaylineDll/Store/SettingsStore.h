@@ -6,7 +6,9 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
+#include "Database/Profiles/ServiceInfo.h"
 #include "Database/SQLite/SQLite.h"
 #include "WaylineDll/SettingsAccess.h"
 #include "WaylineDll/SettingsTables.h"
@@ -58,6 +60,23 @@ class SettingsStore {
   /// Fills the table with the autostart entries in force for the profile: its own, else copies of those of its
   /// defaults.
   bool LoadAutoStart(uint32_t profileId, AutoStartTable& items);
+
+  /// As above, of a list that the profile stores itself or that was changed, without the entries that were removed.
+  /// False also when there are none.
+  bool LoadOwnAutoStart(uint32_t profileId, AutoStartTable& items);
+
+  /// Makes copies of autostart entries the own ones of a profile, adds them to `copies` and returns their number. They
+  /// take the place of what the profile inherits, and are handed out for it from then on. A profile that has got
+  /// copies already gets no others: those are added once more.
+  uint64_t CopyAutoStart(uint32_t profileId, const AutoStartTable& source, AutoStartTable& copies);
+
+  /// Gives a new profile, whose link is final, copies of all preferences and autostart entries that are `sourceId`'s
+  /// own. They are handed out for it from then on, and saved with it. False when they cannot be read, which is logged;
+  /// then nothing is copied.
+  bool CopyLists(uint32_t sourceId, uint32_t newId);
+
+  /// All network services in the order of their ids. False when they cannot be read, which is logged.
+  bool LoadServices(std::vector<ServiceRecord>& services);
 
   /// The proxy configuration of a profile: the one that the client found, or the one that the user entered. Empty where
   /// there is none.

@@ -14,10 +14,13 @@
 /// is saved as the profile's own.
 WAYLINE_API bool GetAutoStart(uint32_t profileId, AutoStartTable& items);
 
-/// The user's own autostart entries of a profile.
+/// The user's own autostart entries of a profile: its whole list when it stores one itself or one of them was changed,
+/// without those that were removed. False also when there are none.
 WAYLINE_API bool LoadUserAutoStart(uint32_t profileId, AutoStartTable& items);
 
-/// Copies the user's entries in `source` to profile `profileId` in `destination`, as new records; returns their number.
+/// Makes copies of the entries in `source` the own ones of profile `profileId`, adds them to `destination` and returns
+/// their number. GetAutoStart hands them out from then on, until they are saved or discarded. Copies that a wizard has
+/// made for the profile already are added, and no others made.
 WAYLINE_API uint64_t CopyUserAutoStart(uint32_t profileId, const AutoStartTable& source, AutoStartTable& destination);
 
 /// A new autostart entry of a profile with defaults and an id of its own.

@@ -403,6 +403,15 @@ TEST_F(SettingsStoreTest, ANewProfileNeedsAnIdAndTheOthers) {
             Failure(L"No login profile can be made: the login profiles have not been loaded."));
 }
 
+TEST_F(SettingsStoreTest, ANewProfileIsShownAlsoWhereItsDefaultsAreHidden) {
+  Sql("UPDATE Profiles SET Hidden = 1 WHERE ProfileId = 1");
+  ProfileTable profiles;
+  ASSERT_EQ(store_.LoadProfiles(profiles), Failure());
+  std::shared_ptr<Profile> created;
+  ASSERT_EQ(store_.CreateProfile(created), Failure());
+  EXPECT_FALSE(created->GetHidden());
+}
+
 TEST_F(SettingsStoreTest, ANewProfileDoesNotGetTheIdOfARemovedOne) {
   Sql("DELETE FROM Profiles WHERE ProfileId = 2005; DELETE FROM Profiles WHERE ProfileId = 2003");
   ASSERT_EQ(store_.LoadProfiles(tables_.profiles), Failure());
