@@ -59,6 +59,8 @@ bool IsSheet(HWND window) { return PropSheet_GetTabControl(window) != nullptr; }
   throw std::runtime_error(what);
 }
 
+POINT MiddleOf(const RECT& area) { return {(area.left + area.right) / 2, (area.top + area.bottom) / 2}; }
+
 }  // namespace
 
 INT_PTR ShowSheetOfModule(LoginPropertiesContext* context) {
@@ -232,30 +234,40 @@ bool SheetDriver::PressKeyUntil(const std::function<bool()>& effect, WORD key, c
   return false;
 }
 
-// The left button goes down and up in the middle of an area of the screen. Each event carries its place: under load the
-// screen still reports where the pointer was before, and a click would land there.
-bool SheetDriver::ClickByMouseUntil(const std::function<bool()>& effect, const RECT& area) {
+// Each event carries its place: under load the screen still reports where the pointer was before, and a click would
+// land there.
+void SheetDriver::ClickByMouse(POINT point, int times) const {
+  if (!WaitUntil([this] { return IsInForeground(); })) Fail("the sheet does not come to the foreground");
   const auto whole = [](LONG place, int size) { return static_cast<LONG>((place * 65536LL + 32768) / size); };
+  std::vector<INPUT> inputs;
+  const auto add = [&](DWORD button) {
+    INPUT input{};
+    input.type = INPUT_MOUSE;
+    input.mi.dx = whole(point.x, GetSystemMetrics(SM_CXSCREEN));
+    input.mi.dy = whole(point.y, GetSystemMetrics(SM_CYSCREEN));
+    input.mi.dwFlags = MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE | button;
+    inputs.push_back(input);
+  };
+  add(0);
+  for (int time = 0; time < times; ++time) {
+    add(MOUSEEVENTF_LEFTDOWN);
+    add(MOUSEEVENTF_LEFTUP);
+  }
+  SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
+}
+
+bool SheetDriver::ClickByMouseUntil(const std::function<bool()>& effect, POINT point, int times) const {
   for (int tries = 0; tries < kTries; ++tries) {
-    if (!WaitUntil([this] { return IsInForeground(); })) Fail("the sheet does not come to the foreground");
-    INPUT inputs[3]{};
-    const DWORD buttons[] = {0, MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP};
-    for (size_t index = 0; index < ARRAYSIZE(inputs); ++index) {
-      inputs[index].type = INPUT_MOUSE;
-      inputs[index].mi.dx = whole((area.left + area.right) / 2, GetSystemMetrics(SM_CXSCREEN));
-      inputs[index].mi.dy = whole((area.top + area.bottom) / 2, GetSystemMetrics(SM_CYSCREEN));
-      inputs[index].mi.dwFlags = MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE | buttons[index];
-    }
-    SendInput(ARRAYSIZE(inputs), inputs, sizeof(INPUT));
+    ClickByMouse(point, times);
     if (WaitUntil(effect, kPatience)) return true;
   }
   return false;
 }
 
-bool SheetDriver::ClickByMouseUntil(const std::function<bool()>& effect, HWND window) {
+bool SheetDriver::ClickByMouseUntil(const std::function<bool()>& effect, HWND window) const {
   RECT area{};
   GetWindowRect(window, &area);
-  return ClickByMouseUntil(effect, area);
+  return ClickByMouseUntil(effect, MiddleOf(area));
 }
 
 void SheetDriver::SelectTabByMouse(const std::wstring& title) {
@@ -264,7 +276,7 @@ void SheetDriver::SelectTabByMouse(const std::wstring& title) {
   TabCtrl_GetItemRect(tabs, static_cast<int>(IndexOfTab(title)), &area);
   MapWindowPoints(tabs, nullptr, reinterpret_cast<POINT*>(&area), 2);
   const auto effect = [&] { return MessageBoxText().has_value() || CurrentTab() == title; };
-  if (!ClickByMouseUntil(effect, area)) Fail("the tab does not answer to the mouse");
+  if (!ClickByMouseUntil(effect, MiddleOf(area))) Fail("the tab does not answer to the mouse");
   Settle();
 }
 

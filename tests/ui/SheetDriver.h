@@ -74,9 +74,16 @@ class SheetDriver {
   /// hands the keyboard over to a window.
   bool PressKeyUntil(const std::function<bool()>& effect, WORD key, const std::vector<WORD>& modifiers = {});
 
-  /// Clicks on the middle of a window with the mouse, with real input, until `effect` holds; false when it never does.
-  /// The click gives the focus away to what is clicked, if that takes it; only then does it do something there.
-  bool ClickByMouseUntil(const std::function<bool()>& effect, HWND window);
+  /// Clicks on a point of the screen with the mouse, with real input, `times` times in a row. The click gives the focus
+  /// away to what is clicked, if that takes it; only then does it do something there.
+  void ClickByMouse(POINT point, int times = 1) const;
+
+  /// The same again and again until `effect` holds; false when it never does. A click is lost where the screen reports
+  /// another place of the pointer in the middle of it.
+  bool ClickByMouseUntil(const std::function<bool()>& effect, POINT point, int times = 1) const;
+
+  /// The same on the middle of a window.
+  bool ClickByMouseUntil(const std::function<bool()>& effect, HWND window) const;
 
   /// Asks for another page with the mouse; the one in front may refuse to give way.
   void SelectTabByMouse(const std::wstring& title);
@@ -118,7 +125,6 @@ class SheetDriver {
   void PressEnding(int button);
   void Settle() const;
   void PressKey(WORD key, const std::vector<WORD>& modifiers);
-  bool ClickByMouseUntil(const std::function<bool()>& effect, const RECT& area);
   void PressEndingByMouse(int button);
   size_t IndexOfTab(const std::wstring& title) const;
   bool IsInForeground() const;

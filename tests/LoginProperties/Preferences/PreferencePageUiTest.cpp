@@ -51,19 +51,6 @@ constexpr int kCheckOn = 2;
 constexpr int kOptionOff = 7;
 constexpr int kOptionOn = 8;
 
-void SendMouse(const std::vector<std::pair<DWORD, POINT>>& events) {
-  std::vector<INPUT> inputs;
-  for (const auto& [flags, point] : events) {
-    INPUT input{};
-    input.type = INPUT_MOUSE;
-    input.mi.dx = static_cast<LONG>((point.x * 65536LL + 32768) / GetSystemMetrics(SM_CXSCREEN));
-    input.mi.dy = static_cast<LONG>((point.y * 65536LL + 32768) / GetSystemMetrics(SM_CYSCREEN));
-    input.mi.dwFlags = flags | MOUSEEVENTF_ABSOLUTE | MOUSEEVENTF_MOVE;
-    inputs.push_back(input);
-  }
-  SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
-}
-
 class PreferencesUi : public testing::Test {
  protected:
   PreferencesUi() {
@@ -123,20 +110,14 @@ class PreferencesUi : public testing::Test {
     return point;
   }
 
-  // Presses and releases the real mouse there, `times` times in a row.
-  void Press(POINT point, int times = 1) const {
-    ASSERT_TRUE(WaitUntil([this] {
-      SetForegroundWindow(sheet->Sheet());
-      return GetForegroundWindow() == sheet->Sheet();
-    }));
-    std::vector<std::pair<DWORD, POINT>> events;
-    for (int time = 0; time < times; ++time) {
-      events.emplace_back(MOUSEEVENTF_LEFTDOWN, point);
-      events.emplace_back(MOUSEEVENTF_LEFTUP, point);
-    }
-    SendMouse(events);
+  void Click(const std::wstring& text, TreeItemPart part, int times = 1) const {
+    sheet->ClickByMouse(OnScreen(text, part), times);
   }
-  void Press(const std::wstring& text, TreeItemPart part, int times = 1) const { Press(OnScreen(text, part), times); }
+
+  // Whether an entry gets the image from a click on it.
+  bool ClickShows(const std::wstring& text, int image, TreeItemPart part = TreeItemPart::Label, int times = 1) const {
+    return sheet->ClickByMouseUntil([&] { return Image(text) == image; }, OnScreen(text, part), times);
+  }
 
   // Returns when all input so far has been dealt with, and what it posted: the key that moves the focus comes after.
   void PressTab() {
@@ -144,19 +125,12 @@ class PreferencesUi : public testing::Test {
     ASSERT_TRUE(sheet->PressKeyUntil([&] { return sheet->FocusedControl() != before; }, VK_TAB));
   }
 
-  // With the mouse, where SheetDriver::PressOk sends a message that overtakes input.
-  void PressOkButton() const {
-    RECT button{};
-    GetWindowRect(GetDlgItem(sheet->Sheet(), IDOK), &button);
-    Press({(button.left + button.right) / 2, (button.top + button.bottom) / 2});
-  }
-
   void PressOverrideBox() const {
     const bool before = sheet->IsChecked(IDC_OVERRIDE_CHECK);
     RECT box{};
     GetWindowRect(sheet->Control(IDC_OVERRIDE_CHECK), &box);
-    Press({box.left + 8, (box.top + box.bottom) / 2});
-    ASSERT_TRUE(WaitUntil([&] { return sheet->IsChecked(IDC_OVERRIDE_CHECK) != before; }));
+    ASSERT_TRUE(sheet->ClickByMouseUntil([&] { return sheet->IsChecked(IDC_OVERRIDE_CHECK) != before; },
+                                         {box.left + 8, (box.top + box.bottom) / 2}));
   }
 
   // Runs a statement on the file as another program would; the rows of its answer, their columns with spaces between.
@@ -197,10 +171,8 @@ TEST_F(PreferencesUi, OkSavesExactlyWhatWasChosen) {
   const auto before = Rows();
   Open();
   sheet->Click(IDC_OVERRIDE_CHECK);
-  Press(kAutoConnect, TreeItemPart::StateIcon);
-  ASSERT_TRUE(WaitUntil([this] { return Image(kAutoConnect) == kCheckOn; }));
-  Press(L"1300", TreeItemPart::Label);
-  ASSERT_TRUE(WaitUntil([this] { return Image(L"1300") == kOptionOn; }));
+  ASSERT_TRUE(ClickShows(kAutoConnect, kCheckOn, TreeItemPart::StateIcon));
+  ASSERT_TRUE(ClickShows(L"1300", kOptionOn));
   sheet->PressOk();
   ASSERT_EQ(sheet->Result(), kSheetConfirmed);
   EXPECT_THAT(SaveContext(context), ElementsAre(RecordChange{RecordKind::Profile, kWork, ChangeState::Changed},
@@ -223,12 +195,10 @@ TEST_F(PreferencesUi, ClickingAnOptionAgainTurnsAllOffButItStaysChosen) {
   Load(kOffice);
   const auto before = Rows();
   Open();
-  Press(L"1300", TreeItemPart::Label);
-  ASSERT_TRUE(WaitUntil([this] { return Image(L"1300") == kOptionOn; }));
+  ASSERT_TRUE(ClickShows(L"1300", kOptionOn));
   EXPECT_THAT(Images(kMtuGroup), ElementsAre(7, 7, 8, 7, 7));
   // Elsewhere, so that the two are no double click.
-  Press(L"1300", TreeItemPart::StateIcon);
-  ASSERT_TRUE(WaitUntil([this] { return Image(L"1300") == kOptionOff; }));
+  ASSERT_TRUE(ClickShows(L"1300", kOptionOff, TreeItemPart::StateIcon));
   EXPECT_THAT(Images(kMtuGroup), ElementsAre(7, 7, 7, 7, 7));
   sheet->PressOk();
   ASSERT_EQ(sheet->Result(), kSheetConfirmed);
@@ -241,8 +211,7 @@ TEST_F(PreferencesUi, CancelSavesNothing) {
   Load(kOffice);
   const auto before = Rows();
   Open();
-  Press(kAutoConnect, TreeItemPart::Label);
-  ASSERT_TRUE(WaitUntil([this] { return Image(kAutoConnect) == kCheckOff; }));
+  ASSERT_TRUE(ClickShows(kAutoConnect, kCheckOff));
   sheet->PressCancel();
   EXPECT_NE(sheet->Result(), kSheetConfirmed);
   EXPECT_THAT(context.preferences, IsEmpty());
@@ -251,20 +220,17 @@ TEST_F(PreferencesUi, CancelSavesNothing) {
 
 TEST_F(PreferencesUi, ADoubleClickTogglesOnceAndLeavesGroupsOpen) {
   OpenOn(kOffice);
-  Press(kFirstGroup, TreeItemPart::Label, 2);
-  Press(kAutoConnect, TreeItemPart::Label, 2);
-  ASSERT_TRUE(WaitUntil([this] { return Image(kAutoConnect) == kCheckOff; }));
-  Press(kTray, TreeItemPart::Label);
-  ASSERT_TRUE(WaitUntil([this] { return Image(kTray) == kCheckOff; }));
+  Click(kFirstGroup, TreeItemPart::Label, 2);
+  ASSERT_TRUE(ClickShows(kAutoConnect, kCheckOff, TreeItemPart::Label, 2));
+  ASSERT_TRUE(ClickShows(kTray, kCheckOff));
   EXPECT_EQ(Image(kAutoConnect), kCheckOff);
   EXPECT_TRUE(IsOpened(kFirstGroup));
 }
 
 TEST_F(PreferencesUi, AClickBesideAnEntryDoesNothing) {
   OpenOn(kOffice);
-  Press(kAutoConnect, TreeItemPart::RightOfLabel);
-  Press(kTray, TreeItemPart::Label);
-  ASSERT_TRUE(WaitUntil([this] { return Image(kTray) == kCheckOff; }));
+  Click(kAutoConnect, TreeItemPart::RightOfLabel);
+  ASSERT_TRUE(ClickShows(kTray, kCheckOff));
   EXPECT_EQ(Image(kAutoConnect), kCheckOn);
 }
 
@@ -273,8 +239,7 @@ TEST_F(PreferencesUi, AnEntryThatNobodyStoresIsBuiltInAndCanBeToggled) {
   const auto before = Rows();
   OpenOn(kOffice);
   ASSERT_EQ(Image(kAutoConnect), kCheckOff);
-  Press(kAutoConnect, TreeItemPart::Label);
-  ASSERT_TRUE(WaitUntil([this] { return Image(kAutoConnect) == kCheckOn; }));
+  ASSERT_TRUE(ClickShows(kAutoConnect, kCheckOn));
   sheet->PressOk();
   ASSERT_EQ(sheet->Result(), kSheetConfirmed);
   EXPECT_THAT(SaveContext(context), ElementsAre(RecordChange{RecordKind::Preference, 1014, ChangeState::Changed}));
@@ -285,8 +250,8 @@ TEST_F(PreferencesUi, WhileTheProfileFollowsTheDefaultsTheTreeTakesNoInput) {
   Open();
   EXPECT_FALSE(sheet->IsEnabled(IDC_PREFERENCE_TREE));
   ASSERT_THAT(Images(kFirstGroup), ElementsAre(kCheckOff, kCheckOff, kCheckOff));
-  Press(kAutoConnect, TreeItemPart::Label);
-  Press(kFirstGroup, TreeItemPart::Label, 2);
+  Click(kAutoConnect, TreeItemPart::Label);
+  Click(kFirstGroup, TreeItemPart::Label, 2);
   // Past the disabled window, too. Each on an entry of its own: two toggles of one would look like none.
   TreeView_SelectItem(Tree(), Item(kTray));
   SendMessageW(Tree(), WM_CHAR, L' ', 0);
@@ -298,7 +263,7 @@ TEST_F(PreferencesUi, WhileTheProfileFollowsTheDefaultsTheTreeTakesNoInput) {
   PressTab();
   EXPECT_THAT(Images(kFirstGroup), ElementsAre(kCheckOff, kCheckOff, kCheckOff));
   EXPECT_TRUE(IsOpened(kFirstGroup));
-  PressOkButton();
+  sheet->PressOkByMouse();  // where PressOk sends a message that overtakes input
   ASSERT_EQ(sheet->Result(), kSheetConfirmed);
   EXPECT_THAT(SaveContext(context), IsEmpty());
 }
@@ -308,8 +273,7 @@ TEST_F(PreferencesUi, TickingTheBoxLetsTheTreeTakeInput) {
   PressOverrideBox();
   EXPECT_TRUE(sheet->IsEnabled(IDC_PREFERENCE_TREE));
   EXPECT_EQ(Image(kAutoConnect), kCheckOff) << "inherited";
-  Press(kAutoConnect, TreeItemPart::Label);
-  EXPECT_TRUE(WaitUntil([this] { return Image(kAutoConnect) == kCheckOn; }));
+  EXPECT_TRUE(ClickShows(kAutoConnect, kCheckOn));
 }
 
 TEST_F(PreferencesUi, OverridingAndBackIsSeenAtOnce) {
@@ -334,8 +298,7 @@ TEST_F(PreferencesUi, AProfileAbove10000SavesThoseOfTheLinkedProfile) {
   const auto before = Rows();
   OpenOn(kVisitor);
   ASSERT_EQ(Image(kAutoConnect), kCheckOff) << "its own would be on";
-  Press(kAutoConnect, TreeItemPart::Label);
-  ASSERT_TRUE(WaitUntil([this] { return Image(kAutoConnect) == kCheckOn; }));
+  ASSERT_TRUE(ClickShows(kAutoConnect, kCheckOn));
   sheet->PressOk();
   ASSERT_EQ(sheet->Result(), kSheetConfirmed);
   EXPECT_THAT(SaveContext(context), ElementsAre(RecordChange{RecordKind::Preference, 1014, ChangeState::Changed}));
@@ -381,8 +344,7 @@ TEST_F(PreferencesUi, ASavedCertificateCanBeTurnedDown) {
   Open();
   ASSERT_NE(Item(kCertificateGroup), nullptr);
   ASSERT_THAT(Images(kCertificateGroup), ElementsAre(kCheckOn));
-  Press(kCertificate, TreeItemPart::Label);
-  ASSERT_TRUE(WaitUntil([this] { return Image(kCertificate) == kCheckOff; }));
+  ASSERT_TRUE(ClickShows(kCertificate, kCheckOff));
   sheet->PressOk();
   ASSERT_EQ(sheet->Result(), kSheetConfirmed);
   EXPECT_THAT(SaveContext(context), ElementsAre(RecordChange{RecordKind::Preference, 1522, ChangeState::Changed}));
@@ -391,8 +353,7 @@ TEST_F(PreferencesUi, ASavedCertificateCanBeTurnedDown) {
 
 TEST_F(PreferencesUi, AnotherProfileShowsItsOwnPreferencesAndTogglesAreThereAgain) {
   OpenOn(kOffice);
-  Press(L"700", TreeItemPart::Label);
-  ASSERT_TRUE(WaitUntil([this] { return Image(L"700") == kOptionOn; }));
+  ASSERT_TRUE(ClickShows(L"700", kOptionOn));
   sheet->Pick(IDC_PROFILE_COMBO, L"Work 2");
   EXPECT_EQ(Image(L"1300"), kOptionOn);
   EXPECT_FALSE(sheet->IsEnabled(IDC_PREFERENCE_TREE));
@@ -407,8 +368,7 @@ TEST_F(PreferencesUi, AnotherProfileShowsItsOwnPreferencesAndTogglesAreThereAgai
 
 TEST_F(PreferencesUi, CancelDropsTheTogglesOfAllProfiles) {
   OpenOn(kOffice);
-  Press(L"700", TreeItemPart::Label);
-  ASSERT_TRUE(WaitUntil([this] { return Image(L"700") == kOptionOn; }));
+  ASSERT_TRUE(ClickShows(L"700", kOptionOn));
   sheet->Pick(IDC_PROFILE_COMBO, L"Work 2");
   sheet->PressCancel();
   DiscardChanges();
@@ -420,8 +380,7 @@ TEST_F(PreferencesUi, CancelDropsTheTogglesOfAllProfiles) {
 TEST_F(PreferencesUi, WhatWasChosenIsSavedFromAnotherTabAndAfterComingBack) {
   for (const bool comesBack : {false, true}) {
     OpenOn(kOffice);
-    Press(kAutoConnect, TreeItemPart::Label);
-    ASSERT_TRUE(WaitUntil([this] { return Image(kAutoConnect) == kCheckOff; }));
+    ASSERT_TRUE(ClickShows(kAutoConnect, kCheckOff));
     sheet->SelectTab(L"General");
     if (comesBack) sheet->SelectTab(L"Preferences");
     sheet->PressOk();
