@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "Database/Profiles/ProfileIdManager.h"
-#include "LoginProperties/ActivationContext.h"
+#include "NetUtilities/Module/ActivationContext.h"
 #include "LoginProperties/Autostart/AutostartControls.h"
 #include "LoginProperties/Autostart/AutostartDialog.h"
 #include "LoginProperties/General/GeneralControls.h"

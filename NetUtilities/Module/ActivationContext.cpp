@@ -1,4 +1,4 @@
-#include "LoginProperties/ActivationContext.h"
+#include "NetUtilities/Module/ActivationContext.h"
 
 #include "NetUtilities/Module/OwnModule.h"
 
