@@ -8,15 +8,9 @@
 #include "Database/Profiles/Profile.h"
 #include "WaylineDll/Api.h"
 #include "WaylineDll/ConfigSetting.h"
+#include "WaylineDll/WizardId.h"
 
 class ServiceInfo;
-
-/// The client's setup wizards. Other numbers belong to other parts of the client.
-enum class WizardId : uint32_t {
-  Servers = 3,
-  NewProfile = 4,
-  UserIdAndService = 5,
-};
 
 /// What a wizard is given, and what it hands back when the user finishes it.
 struct SetupWizardData_t {
@@ -37,6 +31,7 @@ class WAYLINE_CLASS Tether {
 /// Launches a setup wizard over another window.
 class WAYLINE_CLASS SetupWizardTether : public Tether {
  public:
-  /// Runs the wizard modally over `parent`; 1 when the user finished it, in which case `data` is filled.
+  /// Runs the wizard modally over the top-level window of `parent`; 1 when the user finished it, in which case `data`
+  /// and its records are filled. Otherwise 0: they are as before, and what cannot be shown has been told or logged.
   int64_t ShowAsSecondaryWindow(HWND parent, WizardId wizard, SetupWizardData_t* data);
 };
