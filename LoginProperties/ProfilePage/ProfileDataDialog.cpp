@@ -5,7 +5,6 @@
 #include "LoginProperties/LoginPropertiesContext.h"
 #include "LoginProperties/ProfilePage/ConfigCache.h"
 #include "LoginProperties/ProfilePage/DialogHelpers.h"
-#include "LoginProperties/ProfilePage/FrozenDrawing.h"
 #include "LoginProperties/ProfilePage/OverridePolicy.h"
 #include "LoginProperties/ProfilePage/ProfileControls.h"
 #include "LoginProperties/ProfilePage/ProfileSelector.h"
@@ -34,21 +33,13 @@ ProfileDataDialog::ProfileDataDialog(HINSTANCE instance, const wchar_t* template
 int ProfileDataDialog::OnInitDialog(int64_t) {
   profileCombo = GetDlgItem(GetWindow(), IDC_PROFILE_COMBO);
   overrideCheck = GetDlgItem(GetWindow(), IDC_OVERRIDE_CHECK);
+  selector_.Attach(profileCombo);
   return 1;
 }
 
 int ProfileDataDialog::SetWindowControls() {
   if (profileCombo == nullptr) return 1;  // the page is still being created
-  const LoginPropertiesContext& context = GetContext();
-  const FrozenDrawing frozen(profileCombo);
-  ComboBox_ResetContent(profileCombo);
-  for (const SelectableProfile& profile : SelectableProfiles(context.profiles)) {
-    const int index = ComboBox_AddString(profileCombo, profile.name.c_str());
-    ComboBox_SetItemData(profileCombo, index, profile.id);
-  }
-  if (context.currentProfile) {
-    ComboBox_SelectString(profileCombo, -1, context.currentProfile->GetName().c_str());
-  }
+  selector_.Show(GetContext().profiles, GetContext().currentProfile);
   return 1;
 }
 

@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "LoginProperties/ProfilePage/PageTraits.h"
+#include "LoginProperties/ProfilePage/ProfileCombo.h"
 #include "WaylineDll/ConfigSetting.h"
 #include "WaylineDll/PropPageDialog.h"
 
@@ -13,7 +14,7 @@ class ProfileDataDialog : public PropPageDialog {
   ProfileDataDialog(HINSTANCE instance, const wchar_t* templateId, HWND parentWindow, const PageTraits& traits);
 
  protected:
-  /// Refills the selector and selects the current profile in it.
+  /// Brings the selector up to date: the profiles that it lists, and the current one in it.
   int SetWindowControls() override;
 
   /// Takes the handles of the controls that the pages have in common.
@@ -60,4 +61,5 @@ class ProfileDataDialog : public PropPageDialog {
   void OpenHelp(bool ownsIt) const;
 
   PageTraits traits_;
+  ProfileCombo selector_;
 };

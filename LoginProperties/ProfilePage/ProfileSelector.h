@@ -10,6 +10,8 @@
 struct SelectableProfile {
   std::wstring name;
   uint32_t id;
+
+  bool operator==(const SelectableProfile&) const = default;
 };
 
 /// The profiles that a user can select, in ascending id: login profiles (ids above 2000) that have a name and are not

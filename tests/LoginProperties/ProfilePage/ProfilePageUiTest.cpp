@@ -111,23 +111,37 @@ TEST(ProfileSelector, ShowsTheFirstIdAboveTheRoots) {
   EXPECT_THAT(sheet.Items(IDC_PROFILE_COMBO), ElementsAre(L"Home", L"Work", L"Work 2"));
 }
 
-TEST(ProfileSelector, SelectsTheShorterOfTwoNamesWithOnePrefix) {
+// By its id: profiles may have one name, or names that begin alike.
+TEST(ProfileSelector, SelectsTheCurrentProfileWhateverOthersAreCalled) {
+  constexpr uint32_t kNamesake = 2006;
+  constexpr uint32_t kPrefix = 2007;
   LoginPropertiesContext context = MakeContext();
-  {
-    const SheetDriver sheet(context);
-    EXPECT_EQ(sheet.SelectedValue(IDC_PROFILE_COMBO), kWork);
+  for (const auto& [id, name] : {std::pair{kNamesake, L"Work"}, std::pair{kPrefix, L"wo"}}) {
+    context.profiles[id] = std::make_shared<Profile>(id);
+    context.profiles[id]->SetName(name);
   }
-  context.currentProfile = context.profiles[kWork2];
-  const SheetDriver sheet(context);
-  EXPECT_EQ(sheet.SelectedValue(IDC_PROFILE_COMBO), kWork2);
+  for (const uint32_t id : {kWork, kWork2, kNamesake, kPrefix}) {
+    context.currentProfile = context.profiles[id];
+    SheetDriver sheet(context);
+    for (const wchar_t* tab : kTabs) {
+      sheet.SelectTab(tab);
+      EXPECT_THAT(sheet.Items(IDC_PROFILE_COMBO), ElementsAre(L"Home", L"wo", L"Work", L"Work", L"Work 2")) << tab;
+      EXPECT_EQ(sheet.SelectedValue(IDC_PROFILE_COMBO), id) << tab;
+    }
+  }
 }
 
 TEST(ProfileSelector, SelectsNothingForAProfileThatIsNotListed) {
   for (const uint32_t id : {kHidden, kRoot}) {
     LoginPropertiesContext context = MakeContext();
+    // Listed profiles have its name, or begin with it.
+    context.profiles[id]->SetName(id == kRoot ? L"Work" : L"Wo");
     context.currentProfile = context.profiles[id];
     SheetDriver sheet(context);
-    EXPECT_EQ(sheet.Selected(IDC_PROFILE_COMBO), std::nullopt);
+    for (const wchar_t* tab : kTabs) {
+      sheet.SelectTab(tab);
+      EXPECT_EQ(sheet.Selected(IDC_PROFILE_COMBO), std::nullopt) << tab;
+    }
     sheet.PressOk();
     EXPECT_EQ(sheet.Result(), kSheetConfirmed);
     EXPECT_EQ(context.currentProfile->GetProfileId(), id);

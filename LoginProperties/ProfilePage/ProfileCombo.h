@@ -1,0 +1,29 @@
+#pragma once
+
+#include <windows.h>
+
+#include <memory>
+#include <vector>
+
+#include "Database/Profiles/Profile.h"
+#include "LoginProperties/ProfilePage/ProfileSelector.h"
+
+/// A page's profile selector: a combo box whose items are the profiles that can be selected, sorted by name, with their
+/// ids as values. Profiles of one name stand in ascending id.
+class ProfileCombo {
+ public:
+  /// Takes a combo box that is still empty; its window stays the caller's.
+  void Attach(HWND combo);
+
+  /// Lists the profiles of the table and selects the current one, by its id; none when that is null or not listed. The
+  /// list stays as it is while it is right: with 10,000 profiles filling it is what takes the time.
+  void Show(const ProfileTable& profiles, const std::shared_ptr<Profile>& current);
+
+ private:
+  void Fill(std::vector<SelectableProfile> profiles);
+  int PlaceOf(uint32_t id) const;
+
+  HWND combo_ = nullptr;
+  std::vector<SelectableProfile> listed_;  // in ascending id
+  std::vector<uint32_t> ids_;              // of the items, in their order
+};
