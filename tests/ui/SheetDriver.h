@@ -98,6 +98,9 @@ class SheetDriver {
   /// Id of the control with the keyboard focus.
   int FocusedControl() const;
 
+  /// The message box or dialog that stands over the sheet; null when there is none.
+  HWND MessageBoxWindow() const;
+
   /// The text of the message box that the sheet shows, or nothing.
   std::optional<std::wstring> MessageBoxText() const;
 
@@ -129,7 +132,6 @@ class SheetDriver {
   size_t IndexOfTab(const std::wstring& title) const;
   bool IsInForeground() const;
   bool WaitForSheet();
-  HWND MessageBoxWindow() const;
 
   INT_PTR result_ = 0;
   DWORD threadId_ = 0;

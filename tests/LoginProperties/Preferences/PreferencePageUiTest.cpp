@@ -4,7 +4,6 @@
 #include <sqlite3.h>
 
 #include <functional>
-#include <optional>
 #include <set>
 #include <string>
 #include <utility>
@@ -16,25 +15,22 @@
 #include "NetUtilities/Registry/RegistryNames.h"
 #include "NetUtilities/Text/Utf8.h"
 #include "tests/support/SavedCertificate.h"
-#include "tests/support/TemporaryFolder.h"
 #include "tests/support/TestRegistryKey.h"
 #include "tests/support/TreeItems.h"
 #include "tests/support/WaitUntil.h"
 #include "tests/ui/SaveContext.h"
-#include "tests/ui/SheetDriver.h"
+#include "tests/ui/StoredSheetTest.h"
 #include "WaylineDll/Host.h"
 
 namespace {
 
+using sample::kOffice;
+using sample::kVisitor;
+using sample::kWork;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::IsSupersetOf;
 using testing::SizeIs;
-
-// Profiles of the sample data.
-constexpr uint32_t kWork = 2001;    // follows the defaults of id 1
-constexpr uint32_t kOffice = 2004;  // overrides those of id 2000
-constexpr uint32_t kVisitor = 10001;
 
 constexpr wchar_t kFirstGroup[] = L"When this program starts";
 constexpr wchar_t kAutoConnect[] = L"Automatically connect if password saved";
@@ -51,28 +47,10 @@ constexpr int kCheckOn = 2;
 constexpr int kOptionOff = 7;
 constexpr int kOptionOn = 8;
 
-class PreferencesUi : public testing::Test {
+class PreferencesUi : public StoredSheetTest {
  protected:
-  PreferencesUi() {
-    EXPECT_EQ(OpenSettings(file), std::nullopt);
-    Load(kWork);
-  }
-  ~PreferencesUi() override {
-    sheet.reset();
-    CloseSettings();
-  }
-
-  // As the client does at every start.
-  void Load(uint32_t profile) {
-    sheet.reset();
-    context = {};
-    context.mode = SheetMode::Full;
-    EXPECT_EQ(LoadProfiles(context.profiles), std::nullopt);
-    context.currentProfile = context.profiles.at(profile);
-  }
-
   void Open() {
-    sheet.emplace(context);
+    StoredSheetTest::Open();
     sheet->SelectTab(L"Preferences");
   }
 
@@ -153,11 +131,6 @@ class PreferencesUi : public testing::Test {
   std::set<std::string> Rows() const {
     return Sql("SELECT ProfileId, PreferenceId, State, Visible, IPSecRequired FROM Preferences");
   }
-
-  TemporaryFolder folder;
-  std::wstring file = folder.File(L"Wayline.db");
-  LoginPropertiesContext context;
-  std::optional<SheetDriver> sheet;
 };
 
 std::set<std::string> Without(std::set<std::string> rows, const std::set<std::string>& taken) {
