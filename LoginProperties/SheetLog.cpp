@@ -84,6 +84,31 @@ void OverrideClicked(std::wstring_view page, const CurrentProfile& current, bool
                                   : Format(L"Page '{}': profile {} follows the defaults", page, NameOf(current)));
 }
 
+void ProfileRenamed(const CurrentProfile& current, std::wstring_view newName) {
+  Log(LogLevel::Info, Format(L"Profile {} is now called '{}'", NameOf(current), newName));
+}
+
+void RemovalRefused(const CurrentProfile& current) {
+  Log(LogLevel::Info, Format(L"Profile {} cannot be removed", NameOf(current)));
+}
+
+void ProfileRemoved(const CurrentProfile& current) {
+  Log(LogLevel::Info, Format(L"Profile {} is to be removed", NameOf(current)));
+}
+
+void ProfileCreated(const CurrentProfile& created, uint32_t source) {
+  Log(LogLevel::Info, source != 0 ? Format(L"Profile {} made, with copies from profile {}", NameOf(created), source)
+                                  : Format(L"Profile {} made", NameOf(created)));
+}
+
+void NetworkConfigured(const CurrentProfile& current) {
+  Log(LogLevel::Info, Format(L"User ID and network service of profile {} set up", NameOf(current)));
+}
+
+void ServersConfigured(const CurrentProfile& current) {
+  Log(LogLevel::Info, Format(L"Servers of profile {} set up", NameOf(current)));
+}
+
 void ResetByPolicy(std::wstring_view page, const CurrentProfile& current) {
   Log(LogLevel::Detail, Format(L"Page '{}': policy resets profile {} to the defaults", page, NameOf(current)));
 }

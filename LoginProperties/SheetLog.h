@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -41,6 +42,24 @@ void ProfileSelected(const CurrentProfile& selected);
 
 /// The user has clicked "Override defaults".
 void OverrideClicked(std::wstring_view page, const CurrentProfile& current, bool overrides);
+
+/// The current profile gets another name.
+void ProfileRenamed(const CurrentProfile& current, std::wstring_view newName);
+
+/// The current profile cannot be removed; the user is told why.
+void RemovalRefused(const CurrentProfile& current);
+
+/// The current profile is removed.
+void ProfileRemoved(const CurrentProfile& current);
+
+/// A new profile has been made, with what was copied from the profile `source` when that is not 0.
+void ProfileCreated(const CurrentProfile& created, uint32_t source);
+
+/// The user has finished the wizard for the user ID and network service of the current profile.
+void NetworkConfigured(const CurrentProfile& current);
+
+/// The user has finished the wizard for the servers of the current profile.
+void ServersConfigured(const CurrentProfile& current);
 
 /// The administrator's policy makes the profile follow the defaults.
 void ResetByPolicy(std::wstring_view page, const CurrentProfile& current);

@@ -2,13 +2,21 @@
 
 #include "Database/Profiles/ProfileIdManager.h"
 
+bool IsSelectable(const Profile& profile) {
+  return profile.GetProfileId() > kLastDefaultsId && !profile.Columns().name.empty() && !profile.GetHidden();
+}
+
+std::shared_ptr<Profile> FirstSelectableProfile(const ProfileTable& profiles) {
+  for (const auto& [id, profile] : profiles) {
+    if (profile && IsSelectable(*profile)) return profile;
+  }
+  return nullptr;
+}
+
 std::vector<SelectableProfile> SelectableProfiles(const ProfileTable& profiles) {
   std::vector<SelectableProfile> selectable;
   for (const auto& [key, profile] : profiles) {
-    if (!profile) continue;
-    const uint32_t id = profile->GetProfileId();
-    std::wstring name = profile->GetName();
-    if (id > kLastDefaultsId && !name.empty() && !profile->GetHidden()) selectable.push_back({std::move(name), id});
+    if (profile && IsSelectable(*profile)) selectable.push_back({profile->GetName(), profile->GetProfileId()});
   }
   return selectable;
 }

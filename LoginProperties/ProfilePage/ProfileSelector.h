@@ -14,8 +14,13 @@ struct SelectableProfile {
   bool operator==(const SelectableProfile&) const = default;
 };
 
-/// The profiles that a user can select, in ascending id: login profiles (ids above 2000) that have a name and are not
-/// hidden.
+/// Whether a user can select a profile: a login profile (id above 2000) that has a name and is not hidden.
+bool IsSelectable(const Profile& profile);
+
+/// The one with the lowest id; null when there is none.
+std::shared_ptr<Profile> FirstSelectableProfile(const ProfileTable& profiles);
+
+/// The profiles that a user can select, in ascending id.
 std::vector<SelectableProfile> SelectableProfiles(const ProfileTable& profiles);
 
 /// The profile with this id; null when there is none.

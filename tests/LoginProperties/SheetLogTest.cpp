@@ -105,4 +105,21 @@ TEST_F(SheetLogTest, FollowsTheUserOverThePages) {
                           Detail(L"Page 'Proxy': policy resets profile (none) to the defaults")));
 }
 
+TEST_F(SheetLogTest, TellsWhatBecomesOfProfiles) {
+  SheetLog::ProfileRenamed(work_, L"Office");
+  SheetLog::RemovalRefused(work_);
+  SheetLog::ProfileRemoved(home_);
+  SheetLog::ProfileCreated(work_, 0);
+  SheetLog::ProfileCreated(work_, 2002);
+  SheetLog::NetworkConfigured(work_);
+  SheetLog::ServersConfigured(home_);
+  EXPECT_THAT(log_.Messages(),
+              ElementsAre(Info(L"Profile 2001 'Work' is now called 'Office'"),
+                          Info(L"Profile 2001 'Work' cannot be removed"), Info(L"Profile 2002 'Home' is to be removed"),
+                          Info(L"Profile 2001 'Work' made"),
+                          Info(L"Profile 2001 'Work' made, with copies from profile 2002"),
+                          Info(L"User ID and network service of profile 2001 'Work' set up"),
+                          Info(L"Servers of profile 2002 'Home' set up")));
+}
+
 }  // namespace

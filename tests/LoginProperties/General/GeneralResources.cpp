@@ -48,6 +48,7 @@ const ExpectedResources kResources({
             {1443, L"You cannot remove the last profile."},
             {1445, L"Do you want to remove the definitions for %1?"},
             {1450, L"You are currently connected with this login profile, so it cannot be removed."},
+            {1600, L"%1 cannot be removed. These profiles follow its settings:\n\n%2"},
         },
 });
 
