@@ -5,13 +5,10 @@
 #include <windowsx.h>
 
 #include <algorithm>
-#include <functional>
 #include <future>
-#include <ranges>
-#include <stdexcept>
 
 #include "tests/support/WaitUntil.h"
-#include "tests/ui/Screenshot.h"
+#include "tests/ui/DialogWindows.h"
 
 namespace {
 
@@ -20,44 +17,6 @@ constexpr UINT kLimitMilliseconds = 20000;
 // How often real input is repeated that had no effect, and how long that is waited for.
 constexpr int kTries = 5;
 constexpr auto kPatience = std::chrono::seconds(3);
-
-std::wstring TextOf(HWND window) {
-  std::wstring text(static_cast<size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
-  text.resize(static_cast<size_t>(GetWindowTextW(window, text.data(), static_cast<int>(text.size()))));
-  return text;
-}
-
-bool IsDialog(HWND window) {
-  wchar_t name[16] = {};
-  GetClassNameW(window, name, ARRAYSIZE(name));
-  return wcscmp(name, L"#32770") == 0;
-}
-
-// The first visible top-level dialog of a thread that `wanted` accepts.
-HWND FindDialog(DWORD threadId, const std::function<bool(HWND)>& wanted) {
-  struct Search {
-    const std::function<bool(HWND)>& wanted;
-    HWND found;
-  } search{wanted, nullptr};
-  EnumThreadWindows(
-      threadId,
-      [](HWND window, LPARAM parameter) -> BOOL {
-        auto& state = *reinterpret_cast<Search*>(parameter);
-        if (!IsWindowVisible(window) || !IsDialog(window) || !state.wanted(window)) return TRUE;
-        state.found = window;
-        return FALSE;
-      },
-      reinterpret_cast<LPARAM>(&search));
-  return search.found;
-}
-
-bool IsSheet(HWND window) { return PropSheet_GetTabControl(window) != nullptr; }
-
-// The sheet is still on the screen now; when the test learns of the failure it is not.
-[[noreturn]] void Fail(const char* what) {
-  TakeScreenshot();
-  throw std::runtime_error(what);
-}
 
 POINT MiddleOf(const RECT& area) { return {(area.left + area.right) / 2, (area.top + area.bottom) / 2}; }
 
@@ -103,6 +62,10 @@ SheetDriver::~SheetDriver() {
     PostMessageW(box, WM_COMMAND, IDCANCEL, 0);
     PostMessageW(box, WM_CLOSE, 0, 0);
     if (!WaitUntil([this, box] { return MessageBoxWindow() != box; })) break;
+  }
+  if (const HWND wizard = FindDialog(threadId_, IsWizard)) {
+    PostMessageW(wizard, WM_COMMAND, IDCANCEL, 0);
+    WaitUntil([wizard] { return !IsWindow(wizard); });
   }
   if (IsOpen()) PostMessageW(sheet_, WM_COMMAND, IDCANCEL, 0);
   if (thread_.joinable()) thread_.join();
@@ -205,19 +168,7 @@ void SheetDriver::PressKey(WORD key, const std::vector<WORD>& modifiers) {
   if (!WaitUntil([this] { return IsInForeground(); })) {
     Fail("the sheet does not come to the foreground");
   }
-  std::vector<INPUT> inputs;
-  const auto add = [&inputs](WORD virtualKey, DWORD flags) {
-    INPUT input{};
-    input.type = INPUT_KEYBOARD;
-    input.ki.wVk = virtualKey;
-    input.ki.dwFlags = flags;
-    inputs.push_back(input);
-  };
-  for (const WORD modifier : modifiers) add(modifier, 0);
-  add(key, 0);
-  add(key, KEYEVENTF_KEYUP);
-  for (const WORD modifier : std::views::reverse(modifiers)) add(modifier, KEYEVENTF_KEYUP);
-  SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
+  SendKey(key, modifiers);
 }
 
 bool SheetDriver::IsInForeground() const {
@@ -290,10 +241,8 @@ void SheetDriver::Focus(int id) {
 }
 
 int SheetDriver::FocusedControl() const {
-  GUITHREADINFO info{};
-  info.cbSize = sizeof(info);
-  GetGUIThreadInfo(threadId_, &info);
-  return info.hwndFocus != nullptr ? GetDlgCtrlID(info.hwndFocus) : 0;
+  const HWND focus = FocusOf(threadId_);
+  return focus != nullptr ? GetDlgCtrlID(focus) : 0;
 }
 
 HWND SheetDriver::MessageBoxWindow() const {
@@ -301,17 +250,15 @@ HWND SheetDriver::MessageBoxWindow() const {
 }
 
 std::optional<std::wstring> SheetDriver::MessageBoxText() const {
-  constexpr int kMessageBoxText = 0xffff;
   const HWND box = MessageBoxWindow();
   if (box == nullptr) return std::nullopt;
-  return TextOf(GetDlgItem(box, kMessageBoxText));
+  return TextOfMessageBox(box);
 }
 
 void SheetDriver::AnswerMessageBox(int button) {
   const HWND box = MessageBoxWindow();
   if (box == nullptr) Fail("there is no message box to answer");
-  SendNotifyMessageW(box, WM_COMMAND, static_cast<WPARAM>(button), 0);
-  if (!WaitUntil([box] { return !IsWindow(box); })) Fail("the message box stays open");
+  if (!CloseMessageBox(box, button)) Fail("the message box stays open");
   Settle();
 }
 

@@ -1,0 +1,88 @@
+#include "tests/ui/DialogWindows.h"
+
+#include <commctrl.h>
+#include <prsht.h>
+
+#include <ranges>
+#include <stdexcept>
+
+#include "tests/support/WaitUntil.h"
+#include "tests/ui/Screenshot.h"
+
+namespace {
+
+bool IsDialog(HWND window) {
+  wchar_t name[16] = {};
+  GetClassNameW(window, name, ARRAYSIZE(name));
+  return wcscmp(name, L"#32770") == 0;
+}
+
+}  // namespace
+
+std::wstring TextOf(HWND window) {
+  std::wstring text(static_cast<size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
+  text.resize(static_cast<size_t>(GetWindowTextW(window, text.data(), static_cast<int>(text.size()))));
+  return text;
+}
+
+HWND FindDialog(DWORD threadId, const std::function<bool(HWND)>& wanted) {
+  struct Search {
+    const std::function<bool(HWND)>& wanted;
+    HWND found;
+  } search{wanted, nullptr};
+  EnumThreadWindows(
+      threadId,
+      [](HWND window, LPARAM parameter) -> BOOL {
+        auto& state = *reinterpret_cast<Search*>(parameter);
+        if (!IsWindowVisible(window) || !IsDialog(window) || !state.wanted(window)) return TRUE;
+        state.found = window;
+        return FALSE;
+      },
+      reinterpret_cast<LPARAM>(&search));
+  return search.found;
+}
+
+bool IsSheet(HWND dialog) { return PropSheet_GetTabControl(dialog) != nullptr; }
+
+bool IsWizard(HWND dialog) {
+  constexpr int kBackButton = 0x3023;
+  return IsSheet(dialog) && IsWindowVisible(GetDlgItem(dialog, kBackButton)) != FALSE;
+}
+
+std::wstring TextOfMessageBox(HWND box) {
+  constexpr int kMessageBoxText = 0xffff;
+  return TextOf(GetDlgItem(box, kMessageBoxText));
+}
+
+bool CloseMessageBox(HWND box, int button) {
+  SendNotifyMessageW(box, WM_COMMAND, static_cast<WPARAM>(button), 0);
+  return WaitUntil([box] { return !IsWindow(box); });
+}
+
+HWND FocusOf(DWORD threadId) {
+  GUITHREADINFO info{};
+  info.cbSize = sizeof(info);
+  GetGUIThreadInfo(threadId, &info);
+  return info.hwndFocus;
+}
+
+void SendKey(WORD key, const std::vector<WORD>& modifiers) {
+  std::vector<INPUT> inputs;
+  const auto add = [&inputs](WORD virtualKey, DWORD flags) {
+    INPUT input{};
+    input.type = INPUT_KEYBOARD;
+    input.ki.wVk = virtualKey;
+    input.ki.dwFlags = flags;
+    inputs.push_back(input);
+  };
+  for (const WORD modifier : modifiers) add(modifier, 0);
+  add(key, 0);
+  add(key, KEYEVENTF_KEYUP);
+  for (const WORD modifier : std::views::reverse(modifiers)) add(modifier, KEYEVENTF_KEYUP);
+  SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
+}
+
+void Fail(const char* what) {
+  TakeScreenshot();
+  throw std::runtime_error(what);
+}
