@@ -15,15 +15,18 @@ class ProfileCombo {
   /// Takes a combo box that is still empty; its window stays the caller's.
   void Attach(HWND combo);
 
-  /// Lists the profiles of the table and selects the current one, by its id; none when that is null or not listed. The
-  /// list stays as it is while it is right: with 10,000 profiles filling it is what takes the time.
+  /// Lists the profiles of the table and selects the current one, by its id; none when that is null or not listed.
+  /// Items that are right stay as they are: with 10,000 profiles, filling the list is what takes the time.
   void Show(const ProfileTable& profiles, const std::shared_ptr<Profile>& current);
 
  private:
-  void Fill(std::vector<SelectableProfile> profiles);
+  bool Lists(const std::vector<SelectableProfile>& profiles) const;
+  void List(const std::vector<SelectableProfile>& profiles);
+  void RemoveAllBut(const std::vector<SelectableProfile>& profiles);
+  void Insert(size_t place, const SelectableProfile& profile) const;
   int PlaceOf(uint32_t id) const;
 
   HWND combo_ = nullptr;
-  std::vector<SelectableProfile> listed_;  // in ascending id
-  std::vector<uint32_t> ids_;              // of the items, in their order
+  std::vector<SelectableProfile> items_;
+  std::vector<size_t> order_;  // where each of them stands among the profiles in ascending id
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <compare>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -11,7 +12,7 @@ struct SelectableProfile {
   std::wstring name;
   uint32_t id;
 
-  bool operator==(const SelectableProfile&) const = default;
+  auto operator<=>(const SelectableProfile&) const = default;
 };
 
 /// Whether a user can select a profile: a login profile (id above 2000) that has a name and is not hidden.

@@ -5,6 +5,7 @@
 #include <windowsx.h>
 
 #include <algorithm>
+#include <random>
 
 namespace {
 
@@ -12,17 +13,31 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Pair;
 
+// What was done to the items.
+struct Changes {
+  int added = 0;
+  int removed = 0;
+
+  bool operator==(const Changes&) const = default;
+};
+
+void PrintTo(const Changes& changes, std::ostream* stream) {
+  *stream << changes.added << " added, " << changes.removed << " removed";
+}
+
 class ProfileComboTest : public testing::Test {
  protected:
   ProfileComboTest() {
-    SetWindowSubclass(combo_, CountFillings, 1, reinterpret_cast<DWORD_PTR>(&fillings_));
+    SetWindowSubclass(combo_, NoteChanges, 1, reinterpret_cast<DWORD_PTR>(&changes_));
     selector_.Attach(combo_);
   }
   ~ProfileComboTest() override { DestroyWindow(page_); }
 
-  static LRESULT CALLBACK CountFillings(HWND window, UINT message, WPARAM wordParameter, LPARAM longParameter,
-                                        UINT_PTR /*id*/, DWORD_PTR fillings) {
-    if (message == CB_RESETCONTENT) ++*reinterpret_cast<int*>(fillings);
+  static LRESULT CALLBACK NoteChanges(HWND window, UINT message, WPARAM wordParameter, LPARAM longParameter,
+                                      UINT_PTR /*id*/, DWORD_PTR notes) {
+    auto& changes = *reinterpret_cast<Changes*>(notes);
+    if (message == CB_INSERTSTRING || message == CB_ADDSTRING) ++changes.added;
+    if (message == CB_DELETESTRING || message == CB_RESETCONTENT) ++changes.removed;
     return DefSubclassProc(window, message, wordParameter, longParameter);
   }
 
@@ -52,7 +67,7 @@ class ProfileComboTest : public testing::Test {
     return index == CB_ERR ? CB_ERR : ComboBox_GetItemData(combo_, index);
   }
 
-  int fillings_ = 0;
+  Changes changes_;
   HWND page_ =
       CreateWindowExW(0, WC_STATICW, L"", WS_POPUP | WS_VISIBLE, 0, 0, 200, 100, nullptr, nullptr, nullptr, nullptr);
   HWND combo_ = CreateWindowExW(0, WC_COMBOBOXW, L"", WS_CHILD | WS_VISIBLE | CBS_DROPDOWNLIST | CBS_SORT, 0, 0, 100,
@@ -121,37 +136,67 @@ TEST_F(ProfileComboTest, SelectsTheCurrentProfileAgainAfterAnotherChoice) {
   EXPECT_EQ(SelectedId(), 2002);
 }
 
-TEST_F(ProfileComboTest, IsFilledOnlyWhenItsListIsNoLongerRight) {
+TEST_F(ProfileComboTest, ChangesOnlyWhatIsNoLongerRight) {
   const auto home = Add(2001, L"Home");
   const auto work = Add(2002, L"Work");
-  Show(work);
-  EXPECT_EQ(fillings_, 1);
+  Add(2003, L"Office");
+  // What showing them does to the items.
+  const auto changesOfShowing = [&] {
+    changes_ = {};
+    Show(work);
+    return changes_;
+  };
+  EXPECT_EQ(changesOfShowing(), (Changes{3, 0}));
+  EXPECT_EQ(changesOfShowing(), Changes{});
   Show(home);
   work->SetState(ChangeState::Changed);
   Add(1, L"Root");
-  Show(work);
-  EXPECT_EQ(fillings_, 1);
+  EXPECT_EQ(changesOfShowing(), Changes{});
 
   work->SetName(L"At work");
-  Show(work);
-  EXPECT_EQ(fillings_, 2);
-  EXPECT_THAT(Items(), ElementsAre(Pair(L"At work", 2002), Pair(L"Home", 2001)));
+  EXPECT_EQ(changesOfShowing(), (Changes{1, 1}));
+  EXPECT_THAT(Items(), ElementsAre(Pair(L"At work", 2002), Pair(L"Home", 2001), Pair(L"Office", 2003)));
   EXPECT_EQ(SelectedId(), 2002);
 
   home->SetHidden(true);
-  Show(work);
-  EXPECT_EQ(fillings_, 3);
-  EXPECT_THAT(Items(), ElementsAre(Pair(L"At work", 2002)));
+  EXPECT_EQ(changesOfShowing(), (Changes{0, 1}));
+  EXPECT_THAT(Items(), ElementsAre(Pair(L"At work", 2002), Pair(L"Office", 2003)));
+  EXPECT_EQ(SelectedId(), 2002);
 
-  Add(2003, L"New");
-  Show(work);
-  EXPECT_EQ(fillings_, 4);
-  EXPECT_THAT(Items(), ElementsAre(Pair(L"At work", 2002), Pair(L"New", 2003)));
+  Add(2004, L"New");
+  EXPECT_EQ(changesOfShowing(), (Changes{1, 0}));
+  EXPECT_THAT(Items(), ElementsAre(Pair(L"At work", 2002), Pair(L"New", 2004), Pair(L"Office", 2003)));
 
   profiles_.clear();
-  Show(work);
-  EXPECT_EQ(fillings_, 5);
+  EXPECT_EQ(changesOfShowing(), (Changes{0, 3}));
   EXPECT_THAT(Items(), IsEmpty());
+}
+
+// Whatever becomes of the profiles, the list is what it would be in an empty combo box.
+TEST_F(ProfileComboTest, ListsTheSameWhateverItListedBefore) {
+  constexpr unsigned kSeed = 11;
+  constexpr int kRounds = 200;
+  constexpr uint32_t kProfiles = 12;
+  std::mt19937 random(kSeed);
+  const auto nameOf = [&] { return std::wstring(1, L"abAB"[random() % 4]) + (random() % 2 == 0 ? L"x" : L""); };
+  for (int round = 0; round < kRounds; ++round) {
+    for (unsigned edits = random() % 5; edits > 0; --edits) {
+      const uint32_t id = 2001 + random() % kProfiles;
+      Add(id, nameOf())->SetHidden(random() % 3 == 0);
+      if (random() % 5 == 0) profiles_.erase(id);
+    }
+    const auto current = FindProfile(profiles_, 2001 + random() % kProfiles);
+    Show(current);
+    const auto items = Items();
+    const LRESULT selected = SelectedId();
+
+    ComboBox_ResetContent(combo_);
+    selector_.Attach(combo_);
+    Show(current);
+    ASSERT_EQ(items, Items()) << "in round " << round;
+    ASSERT_EQ(selected, SelectedId()) << "in round " << round;
+    ASSERT_EQ(selected, current && !current->GetHidden() ? static_cast<LRESULT>(current->GetProfileId()) : CB_ERR);
+  }
 }
 
 TEST_F(ProfileComboTest, IsFilledAnewInAnotherWindow) {
@@ -164,7 +209,7 @@ TEST_F(ProfileComboTest, IsFilledAnewInAnotherWindow) {
   EXPECT_EQ(SelectedId(), 2001);
 }
 
-TEST_F(ProfileComboTest, DrawsNothingWhileItIsFilled) {
+TEST_F(ProfileComboTest, DrawsNothingWhileItsItemsChange) {
   std::vector<bool> redraws;
   SetWindowSubclass(
       combo_,
@@ -177,7 +222,7 @@ TEST_F(ProfileComboTest, DrawsNothingWhileItIsFilled) {
   Show(work);
   EXPECT_THAT(redraws, ElementsAre(false, true));
   Show(work);
-  EXPECT_THAT(redraws, ElementsAre(false, true)) << "nothing was filled";
+  EXPECT_THAT(redraws, ElementsAre(false, true)) << "nothing has changed";
 }
 
 }  // namespace
