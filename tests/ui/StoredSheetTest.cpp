@@ -30,7 +30,7 @@ void StoredSheetTest::Load(uint32_t profile) {
 }
 
 void StoredSheetTest::SaveWithOk() {
-  sheet->PressOk();
+  if (sheet->IsOpen()) sheet->PressOk();
   EXPECT_EQ(sheet->Result(), kSheetConfirmed);
   sheet.reset();
   SaveContext(context);

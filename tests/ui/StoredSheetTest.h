@@ -34,7 +34,7 @@ class StoredSheetTest : public testing::Test {
     return Open();
   }
 
-  /// Presses OK and saves what the sheet hands back, as the client does.
+  /// Presses OK unless that was done, and saves what the sheet hands back, as the client does.
   void SaveWithOk();
 
   TemporaryFolder folder;
