@@ -18,6 +18,13 @@ constexpr UINT kLimitMilliseconds = 20000;
 constexpr int kTries = 5;
 constexpr auto kPatience = std::chrono::seconds(3);
 
+std::wstring ItemText(HWND list, int index) {
+  std::wstring text(static_cast<size_t>(ComboBox_GetLBTextLen(list, index)) + 1, L'\0');
+  ComboBox_GetLBText(list, index, text.data());
+  text.pop_back();
+  return text;
+}
+
 POINT MiddleOf(const RECT& area) { return {(area.left + area.right) / 2, (area.top + area.bottom) / 2}; }
 
 }  // namespace
@@ -120,19 +127,14 @@ std::wstring SheetDriver::Text(int id) const { return TextOf(Control(id)); }
 std::vector<std::wstring> SheetDriver::Items(int id) const {
   const HWND list = Control(id);
   std::vector<std::wstring> items;
-  for (int index = 0; index < ComboBox_GetCount(list); ++index) {
-    std::wstring text(static_cast<size_t>(ComboBox_GetLBTextLen(list, index)) + 1, L'\0');
-    ComboBox_GetLBText(list, index, text.data());
-    text.pop_back();
-    items.push_back(std::move(text));
-  }
+  for (int index = 0; index < ComboBox_GetCount(list); ++index) items.push_back(ItemText(list, index));
   return items;
 }
 
 std::optional<std::wstring> SheetDriver::Selected(int id) const {
   const int index = ComboBox_GetCurSel(Control(id));
   if (index == CB_ERR) return std::nullopt;
-  return Items(id).at(static_cast<size_t>(index));
+  return ItemText(Control(id), index);
 }
 
 std::optional<uint32_t> SheetDriver::SelectedValue(int id) const {

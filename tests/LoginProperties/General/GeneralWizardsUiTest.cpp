@@ -368,7 +368,7 @@ TEST_F(GeneralWizards, ThatNoProfileCanBeMadeIsTold) {
   sheet->Click(IDC_GENERAL_NEW);
   ASSERT_TRUE(WaitUntil([this] { return sheet->MessageBoxText() == kNoNewProfile; }));
   sheet->AnswerMessageBox(IDOK);
-  EXPECT_EQ(sheet->Selected(IDC_PROFILE_COMBO), L"Work");
+  EXPECT_EQ(sheet->SelectedValue(IDC_PROFILE_COMBO), sample::kWork);
 }
 
 TEST_F(GeneralWizards, AKeyboardAloneMakesAProfileFromTheSheetsOpeningToOk) {
