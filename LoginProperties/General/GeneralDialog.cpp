@@ -15,7 +15,6 @@
 #include "LoginProperties/LoginPropertiesContext.h"
 #include "LoginProperties/ProfilePage/ConfigCache.h"
 #include "LoginProperties/ProfilePage/DialogHelpers.h"
-#include "LoginProperties/ProfilePage/ProfileSelector.h"
 #include "LoginProperties/SheetLog.h"
 #include "NetUtilities/Files/WinLogonDesktop.h"
 #include "NetUtilities/Log.h"
@@ -166,8 +165,7 @@ void GeneralDialog::Rename() {
 void GeneralDialog::Remove() {
   const LoginPropertiesContext& context = GetContext();
   const auto profile = context.currentProfile;
-  // What is removed is what the selector shows.
-  if (!profile || !IsSelectable(*profile)) return;
+  if (!profile) return;
   const auto refuse = [&](unsigned text, const std::wstring& followers = {}) {
     SheetLog::RemovalRefused(profile);
     DisplayError(GetWindow(), ModuleId::LoginProperties, text, profile->GetName(), followers, {});
@@ -175,6 +173,8 @@ void GeneralDialog::Remove() {
   switch (RefuseRemoval(context.profiles, *profile, GetActiveProfileIdExoprt(), IsConnected() != 0)) {
     case RemovalRefusal::LastProfile:
       return refuse(IDS_CANNOT_REMOVE_LAST_PROFILE);
+    case RemovalRefusal::NotListed:
+      return;
     case RemovalRefusal::Connected:
       return refuse(IDS_CANNOT_REMOVE_CONNECTED_PROFILE);
     case RemovalRefusal::Followed:

@@ -21,6 +21,7 @@ std::vector<const Profile*> FollowersOf(const ProfileTable& profiles, uint32_t i
 
 RemovalRefusal RefuseRemoval(const ProfileTable& profiles, const Profile& profile, uint32_t active, bool isConnected) {
   if (SelectableProfiles(profiles).size() <= 1) return RemovalRefusal::LastProfile;
+  if (!IsSelectable(profile)) return RemovalRefusal::NotListed;
   if (profile.GetProfileId() == active && isConnected) return RemovalRefusal::Connected;
   if (!FollowersOf(profiles, profile.GetProfileId()).empty()) return RemovalRefusal::Followed;
   return RemovalRefusal::None;

@@ -13,6 +13,7 @@
 enum class RemovalRefusal {
   None,
   LastProfile,  // the user could select no other
+  NotListed,    // the selector does not show it: what is removed is what the user sees there
   Connected,    // the client holds a connection with it
   Followed,     // others inherit from it
 };

@@ -262,6 +262,7 @@ void WizardDriver::Settle() const {
   DWORD_PTR ignored = 0;
   const bool answered = SendMessageTimeoutW(wizard_, WM_NULL, 0, 0, SMTO_NORMAL, kLimitMilliseconds, &ignored) != 0;
   if (!answered && IsOpen()) Fail("the wizard does not answer");
+  if (!queueHook_) return;  // the queue of another program cannot be seen
   static WPARAM markers = 0;
   const WPARAM marker = ++markers;
   if (!PostMessageW(wizard_, kMarker, marker, 0)) return;

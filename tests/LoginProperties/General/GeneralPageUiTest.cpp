@@ -13,6 +13,7 @@
 #include "tests/support/TestingIni.h"
 #include "tests/support/WaitUntil.h"
 #include "tests/ui/OtherConnection.h"
+#include "tests/ui/RenameDriver.h"
 #include "tests/ui/StoredSheetTest.h"
 #include "WaylineDll/Host.h"
 
@@ -35,56 +36,9 @@ constexpr int kServers[] = {IDC_GENERAL_CONFIGURE_SERVERS, IDC_GENERAL_SERVERS_H
 constexpr int kButtonsThatNeedAProfile[] = {IDC_GENERAL_RENAME, IDC_GENERAL_REMOVE, IDC_GENERAL_CONFIGURE_NETWORK,
                                             IDC_GENERAL_CONFIGURE_SERVERS};
 
-// The "Rename Profile" dialog over a sheet.
-class RenameDialog {
- public:
-  explicit RenameDialog(SheetDriver& sheet) : sheet_(sheet) {
-    sheet.Click(IDC_GENERAL_RENAME);
-    EXPECT_TRUE(WaitUntil([&] { return (window_ = sheet.MessageBoxWindow()) != nullptr; })) << "no dialog came";
-  }
-
-  bool IsOpen() const { return IsWindowVisible(window_) != FALSE; }
-  HWND Field() const { return GetDlgItem(window_, IDC_RENAME_NAME); }
-
-  std::wstring Title() const { return TextOf(window_); }
-  std::wstring Name() const { return TextOf(Field()); }
-
-  // Types over what the field holds.
-  void Type(const std::wstring& name) const {
-    SendMessageW(Field(), EM_SETSEL, 0, -1);
-    SendMessageW(Field(), WM_CLEAR, 0, 0);
-    for (const wchar_t character : name) SendMessageW(Field(), WM_CHAR, character, 0);
-  }
-
-  void Press(int button) const { SendMessageW(window_, WM_COMMAND, static_cast<WPARAM>(button), 0); }
-
-  // Presses a button that closes the dialog, and waits until the page has gone on.
-  void Close(int button) const {
-    PostMessageW(window_, WM_COMMAND, static_cast<WPARAM>(button), 0);
-    EXPECT_TRUE(WaitUntil([this] { return !IsWindow(window_); }));
-    SendMessageW(sheet_.Page(), WM_NULL, 0, 0);
-  }
-
- private:
-  static std::wstring TextOf(HWND window) {
-    wchar_t text[512] = {};
-    SendMessageW(window, WM_GETTEXT, ARRAYSIZE(text), reinterpret_cast<LPARAM>(text));
-    return text;
-  }
-
-  SheetDriver& sheet_;
-  HWND window_ = nullptr;
-};
-
 class GeneralPage : public StoredSheetTest {
  protected:
   Profile& ProfileOf(uint32_t id) { return *context.profiles.at(id); }
-
-  void Rename(const std::wstring& name) {
-    const RenameDialog dialog(*sheet);
-    dialog.Type(name);
-    dialog.Close(IDOK);
-  }
 
   // Removes the current profile; returns what the user is asked or told.
   std::wstring Remove(int answer = IDYES) {
@@ -200,7 +154,7 @@ TEST_F(GeneralPage, OnTheLogOnDesktopTheSheetItselfOpensTheHelp) {
 
 TEST_F(GeneralPage, RenamingAsksForANameBeginningWithTheOldOne) {
   Open();
-  const RenameDialog dialog(*sheet);
+  const RenameDriver dialog(*sheet);
   EXPECT_EQ(dialog.Title(), L"Rename Profile");
   EXPECT_EQ(dialog.Name(), L"Work");
   EXPECT_EQ(sheet->FocusedControl(), IDC_RENAME_NAME);
@@ -211,7 +165,7 @@ TEST_F(GeneralPage, RenamingAsksForANameBeginningWithTheOldOne) {
 
 TEST_F(GeneralPage, ARenamedProfileIsShownAndSavedUnderItsNewName) {
   Open();
-  Rename(L"  Head office ");
+  RenameDriver(*sheet).Rename(L"  Head office ");
   EXPECT_EQ(sheet->Selected(IDC_PROFILE_COMBO), L"  Head office ") << "blanks are part of the name";
   EXPECT_EQ(ProfileOf(sample::kWork).GetState(), ChangeState::Renamed);
   sheet->SelectTab(L"Timeouts");
@@ -226,7 +180,7 @@ TEST_F(GeneralPage, ARenamedProfileIsShownAndSavedUnderItsNewName) {
 TEST_F(GeneralPage, ANameIsTypedInEightyCharactersAtMost) {
   Open();
   {
-    const RenameDialog dialog(*sheet);
+    const RenameDriver dialog(*sheet);
     dialog.Type(std::wstring(100, L'x'));
     EXPECT_EQ(dialog.Name(), std::wstring(80, L'x'));
     dialog.Close(IDOK);
@@ -237,7 +191,7 @@ TEST_F(GeneralPage, ANameIsTypedInEightyCharactersAtMost) {
 TEST_F(GeneralPage, ALongNameThatIsThereIsShownWholeAndTakenUpTo259Characters) {
   ProfileOf(sample::kWork).SetName(std::wstring(300, L'x'));
   Open();
-  const RenameDialog dialog(*sheet);
+  const RenameDriver dialog(*sheet);
   EXPECT_THAT(dialog.Name(), SizeIs(300));
   dialog.Close(IDOK);
   EXPECT_EQ(ProfileOf(sample::kWork).GetName(), std::wstring(259, L'x'));
@@ -245,7 +199,7 @@ TEST_F(GeneralPage, ALongNameThatIsThereIsShownWholeAndTakenUpTo259Characters) {
 
 TEST_F(GeneralPage, AnEmptyNameKeepsTheDialogOpenAndShowsNothing) {
   Open();
-  const RenameDialog dialog(*sheet);
+  const RenameDriver dialog(*sheet);
   dialog.Type(L"");
   dialog.Press(IDOK);
   ASSERT_TRUE(dialog.IsOpen());
@@ -257,7 +211,7 @@ TEST_F(GeneralPage, AnEmptyNameKeepsTheDialogOpenAndShowsNothing) {
 
 TEST_F(GeneralPage, CancelOfTheDialogChangesNothing) {
   Open();
-  const RenameDialog dialog(*sheet);
+  const RenameDriver dialog(*sheet);
   dialog.Type(L"Other");
   dialog.Close(IDCANCEL);
   EXPECT_EQ(sheet->Selected(IDC_PROFILE_COMBO), L"Work");
@@ -266,7 +220,7 @@ TEST_F(GeneralPage, CancelOfTheDialogChangesNothing) {
 
 TEST_F(GeneralPage, TheSameNameStillMarksTheProfileAsRenamed) {
   Open();
-  Rename(L"Work");
+  RenameDriver(*sheet).Rename(L"Work");
   EXPECT_EQ(ProfileOf(sample::kWork).GetState(), ChangeState::Renamed);
   SaveWithOk();
   EXPECT_EQ(AllRows(file), before) << "there is nothing to write";
@@ -274,7 +228,7 @@ TEST_F(GeneralPage, TheSameNameStillMarksTheProfileAsRenamed) {
 
 TEST_F(GeneralPage, TheNameOfAnotherProfileIsTakenAndTheSelectorStaysOnTheRightOne) {
   OpenOn(2003);
-  Rename(L"Work");
+  RenameDriver(*sheet).Rename(L"Work");
   EXPECT_EQ(sheet->SelectedValue(IDC_PROFILE_COMBO), 2003u);
   EXPECT_EQ(sheet->Text(IDC_GENERAL_USER_ID), L"traveller");
   EXPECT_THAT(Remove(), HasSubstr(L"Work"));
@@ -307,9 +261,6 @@ TEST_F(GeneralPage, NoKeepsTheProfile) {
 
 TEST_F(GeneralPage, AfterARemovalTheLowestIdThatIsListedIsShown) {
   HideAllBut({2002, 2003, 2004});
-  OpenOn(2004);
-  HideAllBut({2002, 2003, 2004});
-  sheet.reset();
   context.currentProfile = context.profiles.at(2004);
   Open();
   Remove();
@@ -330,7 +281,7 @@ TEST_F(GeneralPage, ARemovedProfileGoesWithItsRowsOnlyAfterOk) {
 TEST_F(GeneralPage, CancelOfTheSheetKeepsARemovedAndARenamedProfile) {
   OpenOn(2004);
   Remove();
-  Rename(L"Renamed");
+  RenameDriver(*sheet).Rename(L"Renamed");
   sheet->PressCancel();
   EXPECT_NE(sheet->Result(), kSheetConfirmed);
   DiscardChanges();
@@ -368,4 +319,13 @@ TEST_F(GeneralPage, OneThatTheSelectorDoesNotShowIsNotRemoved) {
   ASSERT_EQ(sheet->Selected(IDC_PROFILE_COMBO), std::nullopt);
   EXPECT_EQ(Remove(), L"");
   EXPECT_EQ(ProfileOf(1).GetState(), ChangeState::Unchanged);
+}
+
+TEST_F(GeneralPage, WithEveryProfileHiddenNothingIsRemoved) {
+  HideAllBut({});
+  Open();
+  ASSERT_THAT(sheet->Items(IDC_PROFILE_COMBO), IsEmpty());
+  EXPECT_EQ(Remove(IDOK), kLastProfile);
+  EXPECT_EQ(ProfileOf(sample::kWork).GetState(), ChangeState::Unchanged);
+  EXPECT_EQ(sheet->Text(IDC_GENERAL_USER_ID), L"a.sample") << "it stays the current one";
 }

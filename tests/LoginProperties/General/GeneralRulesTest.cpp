@@ -61,6 +61,16 @@ TEST_F(GeneralRules, TheLastProfileIsRefusedBeforeAllElse) {
   EXPECT_EQ(RefuseRemovalOf(kActive), RemovalRefusal::LastProfile);
 }
 
+TEST_F(GeneralRules, AProfileThatIsNotListedIsRefusedWhereOthersAre) {
+  Add(1, L"Defaults", 0);
+  Add(kActive, L"Active").SetHidden(true);
+  Add(2002, L"Work");
+  EXPECT_EQ(RefuseRemovalOf(kActive), RemovalRefusal::LastProfile);
+  Add(2003, L"Home");
+  EXPECT_EQ(RefuseRemovalOf(kActive), RemovalRefusal::NotListed);
+  EXPECT_EQ(RefuseRemovalOf(1), RemovalRefusal::NotListed);
+}
+
 TEST_F(GeneralRules, TheActiveProfileIsRefusedWhileConnectedOnly) {
   Add(kActive, L"Work");
   Add(2002, L"Follower", kActive);
