@@ -18,7 +18,7 @@
 #include "LoginProperties/SheetLog.h"
 #include "NetUtilities/Files/WinLogonDesktop.h"
 #include "NetUtilities/Log.h"
-#include "NetUtilities/Text/Format.h"
+#include "NetUtilities/Text/ErrorText.h"
 #include "WaylineDll/ActiveProfile.h"
 #include "WaylineDll/Appearance.h"
 #include "WaylineDll/AutoStart.h"
@@ -88,7 +88,7 @@ std::shared_ptr<ServiceInfo> ServiceOf(const Profile& profile) {
   try {
     service->Load(static_cast<uint32_t>(profile.GetLinkService()));
   } catch (const std::filesystem::filesystem_error& error) {
-    Log(LogLevel::Error, Format(L"The network services cannot be looked for. Error {}", error.code().value()));
+    Log(LogLevel::Error, L"The network services cannot be looked for" + ErrorSuffix(error.code().value()));
   }
   return service;
 }
