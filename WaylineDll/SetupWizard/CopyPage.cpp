@@ -5,6 +5,7 @@
 #include <string>
 
 #include "WaylineDll/OpenStore.h"
+#include "WaylineDll/SetupWizard/DialogKeys.h"
 #include "WaylineDll/SetupWizard/ListItems.h"
 #include "WaylineDll/SetupWizard/WizardStrings.h"
 #include "WaylineDll/Store/SettingsStore.h"
@@ -43,6 +44,7 @@ int CopyPage::OnInitDialog(int64_t parameter) {
   // Comes first, whatever the names are.
   const std::wstring nothing = LoadStringDb(ModuleId::ClientLibrary, IDS_COPY_NOTHING, false);
   ComboBox_SetItemData(list, ComboBox_InsertString(list, 0, nothing.c_str()), kNoSource);
+  LeaveKeysToDialog(Control(IDC_WIZARD_COPIED));
   return WizardPageDialog::OnInitDialog(parameter);
 }
 

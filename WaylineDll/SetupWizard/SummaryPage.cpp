@@ -1,7 +1,13 @@
 #include "WaylineDll/SetupWizard/SummaryPage.h"
 
+#include "WaylineDll/SetupWizard/DialogKeys.h"
 #include "WaylineDll/SetupWizard/WizardSummary.h"
 #include "WaylineDll/StringDb.h"
+
+int SummaryPage::OnInitDialog(int64_t parameter) {
+  LeaveKeysToDialog(Control(IDC_WIZARD_SUMMARY));
+  return WizardPageDialog::OnInitDialog(parameter);
+}
 
 int SummaryPage::SetWindowControls() {
   std::wstring text;

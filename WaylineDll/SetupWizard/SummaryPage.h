@@ -9,4 +9,5 @@ class SummaryPage : public WizardPageDialog {
 
  protected:
   int SetWindowControls() override;
+  int OnInitDialog(int64_t parameter) override;
 };

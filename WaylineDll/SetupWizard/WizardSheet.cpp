@@ -127,7 +127,8 @@ bool ShowWizardSheet(WizardRun& run, HWND owner) {
 
   PROPSHEETHEADERW header{};
   header.dwSize = sizeof(header);
-  header.dwFlags = PSH_WIZARD97 | PSH_HEADER | PSH_PROPSHEETPAGE | PSH_USECALLBACK;
+  // A header without a picture.
+  header.dwFlags = PSH_WIZARD97 | PSH_HEADER | PSH_USEHBMHEADER | PSH_PROPSHEETPAGE | PSH_USECALLBACK;
   header.hwndParent = owner;
   header.hInstance = GetResourceHandle(ModuleId::ClientLibrary);
   header.nPages = static_cast<UINT>(descriptions.size());
