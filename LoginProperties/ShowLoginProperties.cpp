@@ -2,6 +2,7 @@
 
 #include <prsht.h>
 
+#include <chrono>
 #include <set>
 #include <utility>
 #include <vector>
@@ -34,6 +35,9 @@
 SheetPlatform sheetPlatform;
 
 namespace {
+
+// What the first page has before its log lines are delivered. After it the page can be seen, even on a slow machine.
+constexpr auto kHeadStart = std::chrono::milliseconds(200);
 
 // The full page description of common controls 6, with the header picture that mingw's headers leave out.
 struct PageDescription : PROPSHEETPAGEW {
@@ -128,7 +132,7 @@ INT_PTR ShowSheet(const LoginPropertiesContext& context, std::vector<PageDescrip
 }  // namespace
 
 extern "C" INT_PTR ShowLoginProperties(LoginPropertiesContext* callersContext) {
-  const LogSession logging;
+  const LogSession logging(kHeadStart);
   PrepareCrashDump();
   LoginPropertiesContext& context = GetContext();
   context = *callersContext;

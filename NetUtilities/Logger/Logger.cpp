@@ -225,8 +225,8 @@ void StopLogger() {
   ProcessLogQueue()->Close();
 }
 
-LogSession::LogSession() : logger_(Singleton<Logger>::Get()) {
-  if (logger_) logger_->Hold();
+LogSession::LogSession(std::chrono::milliseconds headStart) : logger_(Singleton<Logger>::Get()) {
+  if (logger_) logger_->Hold(headStart);
 }
 
 LogSession::~LogSession() {

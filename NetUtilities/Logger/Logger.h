@@ -83,9 +83,12 @@ void StopLogger();
 /// While it lives, the process's Logger keeps its thread and its connection to the service, once it has them. For the
 /// time in which messages are to be expected. In the end waits for their delivery, half a second at most: the process
 /// may end after it.
+///
+/// Reaching the service keeps the machine busy for some 20 ms, and slows down whoever opens a window in them. Such a
+/// one takes a head start: a thread that is not there yet begins to deliver only after that.
 class LogSession {
  public:
-  LogSession();
+  explicit LogSession(std::chrono::milliseconds headStart = {});
   ~LogSession();
   LogSession(const LogSession&) = delete;
   LogSession& operator=(const LogSession&) = delete;

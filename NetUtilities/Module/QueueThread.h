@@ -70,6 +70,7 @@ class QueueThread : public std::enable_shared_from_this<QueueThread<Items>> {
     bool asleep_ = false;    // it must be woken to see a new item
     bool stopping_ = false;  // it is to end, and none is to be started
     bool unable_ = false;    // it could not begin
+    std::chrono::steady_clock::time_point headStartEnds_;
 
     bool MarkStarted() {
       if (running_ || stopping_ || unable_) return false;
@@ -93,6 +94,15 @@ class QueueThread : public std::enable_shared_from_this<QueueThread<Items>> {
       const std::scoped_lock lock(mutex_);
       --threads_;
       progress_.NotifyAll();
+    }
+
+    void WaitForHeadStart() {
+      std::unique_lock lock(mutex_);
+      while (holders_ != 0 && !stopping_) {
+        const auto left = headStartEnds_ - std::chrono::steady_clock::now();
+        if (left <= left.zero()) return;
+        wakeUp_.WaitFor(lock, left);
+      }
     }
 
     // Waits for items and takes all. False when the thread is to end. After an item the thread naps for a while instead
@@ -131,10 +141,13 @@ class QueueThread : public std::enable_shared_from_this<QueueThread<Items>> {
   QueueThread(const QueueThread&) = delete;
   QueueThread& operator=(const QueueThread&) = delete;
 
-  /// Keeps the thread, once it runs, from ending for want of items.
-  void Hold() {
+  /// Keeps the thread, once it runs, from ending for want of items. One that is started does nothing for as long as the
+  /// head start of those who go on meanwhile, unless it is to deliver at once: when it is flushed or to stop, or nobody
+  /// holds it any more.
+  void Hold(std::chrono::milliseconds headStart = {}) {
     const std::scoped_lock lock(queue_->mutex_);
     ++queue_->holders_;
+    queue_->headStartEnds_ = std::chrono::steady_clock::now() + headStart;
   }
 
   /// Undoes Hold.
@@ -151,6 +164,7 @@ class QueueThread : public std::enable_shared_from_this<QueueThread<Items>> {
     if (threadPlatform.processEnds()) return;
     const auto end = std::chrono::steady_clock::now() + limit;
     std::unique_lock lock(queue_->mutex_);
+    queue_->headStartEnds_ = {};
     queue_->wakeUp_.NotifyAll();
     while (queue_->IsBusy()) {
       const auto left = end - std::chrono::steady_clock::now();
@@ -208,6 +222,7 @@ class QueueThread : public std::enable_shared_from_this<QueueThread<Items>> {
 
   // All that the thread does, between its beginning and its end.
   virtual void ThreadBody() {
+    queue_->WaitForHeadStart();
     if (!BeginThread()) {
       const std::scoped_lock lock(queue_->mutex_);
       queue_->unable_ = true;

@@ -14,6 +14,7 @@
 
 namespace {
 
+using namespace std::chrono_literals;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -104,6 +105,18 @@ TEST_F(LogTest, IsDeliveredWhenTheSessionEnds) {
       ASSERT_THAT(machine.AllSent(), SizeIs(session));
     }
     StopLogger();  // the thread must not outlive the machine
+  });
+}
+
+TEST_F(LogTest, IsDeliveredWhenTheSessionEndsBeforeTheHeadStart) {
+  InOwnProcess([this] {
+    {
+      const LogSession logging(20s);
+      Log(LogLevel::Error, L"x");
+      EXPECT_THAT(machine.AllSent(), IsEmpty());
+    }
+    EXPECT_THAT(machine.AllSent(), SizeIs(1));
+    StopLogger();
   });
 }
 

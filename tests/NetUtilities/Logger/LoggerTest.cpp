@@ -212,6 +212,55 @@ TEST_F(LoggerTest, KeepsItsThreadWhileItIsHeld) {
   WaitForEndOfThread();
 }
 
+TEST_F(LoggerTest, ReachesForTheServiceOnlyAfterTheHeadStart) {
+  const auto start = std::chrono::steady_clock::now();
+  logger->Hold(50ms);
+  Log(L"first");
+  Log(L"second");
+  EXPECT_TRUE(machine.WaitForSent(2));
+  EXPECT_GE(std::chrono::steady_clock::now() - start, 50ms);
+  EXPECT_THAT(TextsSent(), ElementsAre(L"first", L"second"));
+  logger->Release();
+}
+
+TEST_F(LoggerTest, DoesNothingWithTheServiceDuringTheHeadStart) {
+  logger->Hold(20s);
+  Log(L"x");
+  EXPECT_FALSE(
+      WaitUntil([&] { return machine.Happened().connections > 0 || machine.Happened().globalLevelQueries > 0; }, 50ms));
+  logger->Stop();
+  EXPECT_THAT(machine.AllSent(), SizeIs(1)) << "It does not outlast the thread.";
+  logger->Release();
+}
+
+TEST_F(LoggerTest, GivesNoHeadStartToThoseWhoFlushOrLetGo) {
+  const auto start = std::chrono::steady_clock::now();
+  logger->Hold(20s);
+  Log(L"first");
+  logger->Flush(10s);
+  EXPECT_THAT(machine.AllSent(), SizeIs(1));
+  logger->Release();
+  WaitForEndOfThread(1);
+
+  logger->Hold(20s);
+  Log(L"second");
+  logger->Release();
+  WaitForEndOfThread(2);
+  EXPECT_THAT(TextsSent(), ElementsAre(L"first", L"second"));
+  EXPECT_LT(std::chrono::steady_clock::now() - start, 20s);
+}
+
+TEST_F(LoggerTest, GivesAHeadStartOnlyBeforeItsThreadDelivers) {
+  logger->Hold();
+  Log(L"first");
+  EXPECT_TRUE(machine.WaitForSent(1));
+  logger->Hold(60s);
+  Log(L"second");
+  EXPECT_TRUE(machine.WaitForSent(2)) << "The service is there already.";
+  logger->Release();
+  logger->Release();
+}
+
 TEST_F(LoggerTest, WakesAThreadThatHasGoneToSleep) {
   logger->Hold();
   Log(L"first");
