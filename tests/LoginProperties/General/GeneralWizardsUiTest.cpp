@@ -27,6 +27,7 @@ using testing::UnorderedElementsAre;
 constexpr uint32_t kNew = 2006;  // the first id that is free
 constexpr wchar_t kOfficeName[] = L"Z\u00fcrich Office";
 constexpr wchar_t kAutoConnect[] = L"Automatically connect if password saved";
+constexpr wchar_t kManual[] = L"Use this:";
 constexpr wchar_t kNoNewProfile[] =
     L"A new login profile cannot be made now. No number is left for it, or the settings cannot be read.";
 
@@ -157,7 +158,7 @@ TEST_F(GeneralWizards, WhatACancelledWizardWasToldIsForgotten) {
   wizard->PressNext();
   wizard->Pick(IDC_WIZARD_SERVICE, L"Guest Internet");
   Cancel();
-  OpenWizard(IDC_GENERAL_CONFIGURE_SERVERS).Pick(IDC_WIZARD_DNS1_MODE, L"Use the following");
+  OpenWizard(IDC_GENERAL_CONFIGURE_SERVERS).Pick(IDC_WIZARD_DNS1_MODE, kManual);
   wizard->Type(IDC_WIZARD_DNS1, L"192.0.2.53");
   wizard->PressNext();
   Cancel();
@@ -178,11 +179,11 @@ TEST_F(GeneralWizards, WhatACancelledWizardWasToldIsForgotten) {
 
 TEST_F(GeneralWizards, ServersAreSavedWithTheirModes) {
   Open();
-  OpenWizard(IDC_GENERAL_CONFIGURE_SERVERS).Pick(IDC_WIZARD_DNS1_MODE, L"Use the following");
+  OpenWizard(IDC_GENERAL_CONFIGURE_SERVERS).Pick(IDC_WIZARD_DNS1_MODE, kManual);
   wizard->Type(IDC_WIZARD_DNS1, L"2001:db8::53");
   wizard->Pick(IDC_WIZARD_WINS1_MODE, L"None");
   wizard->PressNext();
-  wizard->Pick(IDC_WIZARD_SUFFIXES_MODE, L"Use the following");
+  wizard->Pick(IDC_WIZARD_SUFFIXES_MODE, kManual);
   wizard->Type(IDC_WIZARD_SUFFIXES, L"example.com; example.org");
   Finish();
   SaveWithOk();
@@ -231,7 +232,7 @@ TEST_F(GeneralWizards, ANewProfileWithEverythingIsStoredRowByRow) {
   wizard->PressNext();
   wizard->Click(IDC_WIZARD_SET_SERVERS);
   wizard->PressNext();
-  wizard->Pick(IDC_WIZARD_DNS2_MODE, L"Use the following");
+  wizard->Pick(IDC_WIZARD_DNS2_MODE, kManual);
   wizard->Type(IDC_WIZARD_DNS2, L"192.0.2.53");
   wizard->PressNext();
   wizard->PressNext();
@@ -373,11 +374,14 @@ TEST_F(GeneralWizards, ThatNoProfileCanBeMadeIsTold) {
 
 TEST_F(GeneralWizards, AKeyboardAloneMakesAProfileFromTheSheetsOpeningToOk) {
   Open();
-  ASSERT_TRUE(WaitUntil([this] { return sheet->FocusedControl() != 0; }));
-  for (int tabs = 0; !sheet->HasFocus(IDC_GENERAL_NEW) && tabs < 20; ++tabs) {
-    const int from = sheet->FocusedControl();
-    ASSERT_TRUE(sheet->PressKeyUntil([&] { return sheet->FocusedControl() != from; }, VK_TAB));
-  }
+  const auto tabTo = [this](int control) {
+    ASSERT_TRUE(WaitUntil([this] { return sheet->FocusedControl() != 0; }));
+    for (int tabs = 0; !sheet->HasFocus(control) && tabs < 20; ++tabs) {
+      const int from = sheet->FocusedControl();
+      ASSERT_TRUE(sheet->PressKeyUntil([&] { return sheet->FocusedControl() != from; }, VK_TAB));
+    }
+  };
+  tabTo(IDC_GENERAL_NEW);
   const DWORD thread = GetWindowThreadProcessId(sheet->Sheet(), nullptr);
   ASSERT_TRUE(sheet->PressKeyUntil(
       [&] { return sheet->MessageBoxWindow() != nullptr || !IsWindowEnabled(sheet->Sheet()); }, VK_SPACE));
@@ -407,7 +411,8 @@ TEST_F(GeneralWizards, AKeyboardAloneMakesAProfileFromTheSheetsOpeningToOk) {
   ASSERT_TRUE(wizard->PressKeyUntil([&] { return !wizard->IsOpen(); }, VK_RETURN));
   wizard.reset();
   ASSERT_TRUE(WaitUntil([this] { return sheet->Selected(IDC_PROFILE_COMBO) == L"home"; }));
-  ASSERT_TRUE(sheet->PressKeyUntil([this] { return !sheet->IsOpen(); }, VK_RETURN));
+  tabTo(IDOK);
+  ASSERT_TRUE(sheet->PressKeyUntil([this] { return !sheet->IsOpen(); }, VK_SPACE));
   SaveWithOk();
   EXPECT_THAT(Added(), ElementsAre("Profiles LinkProfile=100 Name=home ProfileId=2006 UserId=user"));
 }
