@@ -134,6 +134,14 @@ TEST_F(UserIdWizard, RefusesTheFirstOfTwoWrongFieldsOnly) {
   ExpectRefusal(IDC_WIZARD_ACCOUNT, kAccountExpected);
 }
 
+TEST_F(UserIdWizard, SpeaksOfOneFieldWhenTheNextOneIsWrongToo) {
+  Open();
+  SetWindowTextW(wizard->Control(IDC_WIZARD_USER_ID), L"b sample");
+  wizard->Paste(IDC_WIZARD_ACCOUNT, L"Example\tCompany");
+  wizard->TryFocus(IDC_WIZARD_USER_ID);
+  ExpectRefusal(IDC_WIZARD_ACCOUNT, kAccountExpected);
+}
+
 TEST_F(UserIdWizard, CancelsWithAWrongFieldWithoutAWord) {
   const std::function<void()> waysToCancel[] = {
       [this] { wizard->PressCancel(); },
