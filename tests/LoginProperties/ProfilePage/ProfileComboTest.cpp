@@ -4,7 +4,6 @@
 #include <gmock/gmock.h>
 #include <windowsx.h>
 
-#include <algorithm>
 #include <random>
 
 namespace {

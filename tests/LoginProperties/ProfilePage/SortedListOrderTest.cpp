@@ -1,5 +1,6 @@
 #include "LoginProperties/ProfilePage/SortedListOrder.h"
 
+#include <commctrl.h>
 #include <gmock/gmock.h>
 #include <windowsx.h>
 
