@@ -32,5 +32,8 @@ HWND FocusOf(DWORD threadId);
 /// Presses a key with real input, together with modifiers, in whichever window is in the foreground.
 void SendKey(WORD key, const std::vector<WORD>& modifiers = {});
 
+/// Clicks with the left mouse button on a point of the screen, with real input.
+void SendClick(POINT point, int times = 1);
+
 /// Ends the test with a picture: what is still on the screen now is gone when the test learns of the failure.
 [[noreturn]] void Fail(const char* what);

@@ -187,26 +187,9 @@ bool SheetDriver::PressKeyUntil(const std::function<bool()>& effect, WORD key, c
   return false;
 }
 
-// Each event carries its place: under load the screen still reports where the pointer was before, and a click would
-// land there.
 void SheetDriver::ClickByMouse(POINT point, int times) const {
   if (!WaitUntil([this] { return IsInForeground(); })) Fail("the sheet does not come to the foreground");
-  const auto whole = [](LONG place, int size) { return static_cast<LONG>((place * 65536LL + 32768) / size); };
-  std::vector<INPUT> inputs;
-  const auto add = [&](DWORD button) {
-    INPUT input{};
-    input.type = INPUT_MOUSE;
-    input.mi.dx = whole(point.x, GetSystemMetrics(SM_CXSCREEN));
-    input.mi.dy = whole(point.y, GetSystemMetrics(SM_CYSCREEN));
-    input.mi.dwFlags = MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE | button;
-    inputs.push_back(input);
-  };
-  add(0);
-  for (int time = 0; time < times; ++time) {
-    add(MOUSEEVENTF_LEFTDOWN);
-    add(MOUSEEVENTF_LEFTUP);
-  }
-  SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
+  SendClick(point, times);
 }
 
 bool SheetDriver::ClickByMouseUntil(const std::function<bool()>& effect, POINT point, int times) const {

@@ -200,6 +200,16 @@ void WizardDriver::Press(int button) {
 void WizardDriver::CloseWindow() { Act(wizard_, WM_SYSCOMMAND, SC_CLOSE); }
 
 bool WizardDriver::PressKeyUntil(const std::function<bool()>& effect, WORD key, const std::vector<WORD>& modifiers) {
+  return TryUntil(effect, [&] { SendKey(key, modifiers); });
+}
+
+bool WizardDriver::ClickButtonUntil(const std::function<bool()>& effect, int button) {
+  RECT area{};
+  GetWindowRect(GetDlgItem(wizard_, button), &area);
+  return TryUntil(effect, [&] { SendClick({(area.left + area.right) / 2, (area.top + area.bottom) / 2}); });
+}
+
+bool WizardDriver::TryUntil(const std::function<bool()>& effect, const std::function<void()>& input) {
   const auto isInForeground = [this] {
     if (GetForegroundWindow() == wizard_) return true;
     SetForegroundWindow(wizard_);
@@ -207,7 +217,7 @@ bool WizardDriver::PressKeyUntil(const std::function<bool()>& effect, WORD key, 
   };
   for (int tries = 0; tries < kTries; ++tries) {
     if (!WaitUntil(isInForeground)) Fail("the wizard does not come to the foreground");
-    SendKey(key, modifiers);
+    input();
     if (WaitUntil(effect, kPatience)) return true;
   }
   return false;

@@ -89,6 +89,10 @@ class WizardDriver {
   /// what was lost.
   bool PressKeyUntil(const std::function<bool()>& effect, WORD key, const std::vector<WORD>& modifiers = {});
 
+  /// Clicks on one of the wizard's buttons with the mouse, with real input, until `effect` holds; false when it never
+  /// does.
+  bool ClickButtonUntil(const std::function<bool()>& effect, int button);
+
   /// The text of the message box that the wizard shows, or nothing.
   std::optional<std::wstring> MessageBoxText() const;
 
@@ -107,6 +111,7 @@ class WizardDriver {
 
  private:
   void Press(int button);
+  bool TryUntil(const std::function<bool()>& effect, const std::function<void()>& input);
   void Act(HWND window, UINT message, WPARAM wordParameter = 0, LPARAM longParameter = 0);
   void Settle() const;
   bool WaitForWizard();

@@ -126,6 +126,18 @@ TEST_F(UserIdWizard, RefusesAWrongFieldOnceWhenNextIsPressed) {
   EXPECT_EQ(wizard->CurrentPage(), WizardPage::UserId);
 }
 
+TEST_F(UserIdWizard, RefusesAWrongFieldOnceWhenNextIsClicked) {
+  Open();
+  wizard->Type(IDC_WIZARD_USER_ID, L"b sample");
+  for (int time = 0; time < 2; ++time) {
+    EXPECT_TRUE(wizard->ClickButtonUntil([&] { return wizard->MessageBoxText().has_value(); }, WizardDriver::kNext));
+    ExpectRefusal(IDC_WIZARD_USER_ID, kUserIdExpected);
+  }
+  wizard->Type(IDC_WIZARD_USER_ID, L"b.sample");
+  const auto goesOn = [&] { return wizard->CurrentPage() == WizardPage::Service; };
+  EXPECT_TRUE(wizard->ClickButtonUntil(goesOn, WizardDriver::kNext));
+}
+
 TEST_F(UserIdWizard, RefusesTheFirstOfTwoWrongFieldsOnly) {
   Open();
   wizard->Paste(IDC_WIZARD_ACCOUNT, L"Example\tCompany");
@@ -151,6 +163,7 @@ TEST_F(UserIdWizard, CancelsWithAWrongFieldWithoutAWord) {
         EXPECT_TRUE(wizard->PressKeyUntil([this] { return !wizard->IsOpen(); }, VK_SPACE));
       },
       [this] { EXPECT_TRUE(wizard->PressKeyUntil([this] { return !wizard->IsOpen(); }, VK_ESCAPE)); },
+      [this] { EXPECT_TRUE(wizard->ClickButtonUntil([this] { return !wizard->IsOpen(); }, IDCANCEL)); },
       [this] { wizard->CloseWindow(); },
   };
   for (const auto& cancel : waysToCancel) {
