@@ -56,10 +56,3 @@ std::optional<std::wstring> AcceptedServer(ServerField field, const std::wstring
   }
   return std::nullopt;
 }
-
-ServerSettings WithoutManualServers(ServerSettings servers) {
-  for (ServerSetting& server : servers) {
-    if (server.mode == kManualServer) server.mode = kAutomaticServer;
-  }
-  return servers;
-}

@@ -37,6 +37,3 @@ void WriteServers(const ServerSettings& servers, ProfileColumns& profile, Config
 
 /// A value, which has been trimmed, as it is stored; nothing when the field cannot have it.
 std::optional<std::wstring> AcceptedServer(ServerField field, const std::wstring& text);
-
-/// What to take when the user sets no servers: the modes given, but those that would need a value are automatic.
-ServerSettings WithoutManualServers(ServerSettings servers);

@@ -63,7 +63,7 @@ void WizardDraft::StoreNewProfile(Profile& profile, ConfigSetting& config) const
   columns.account = GetAccount();
   columns.userId = GetUserId();
   columns.linkService = GetLinkService();
-  WriteServers(setsServers ? GetServers() : WithoutManualServers(ReadServers(Base(), config_)), columns, config);
+  if (setsServers) WriteServers(GetServers(), columns, config);
   if (const auto source = profiles_.find(copySource); copySource != 0 && source != profiles_.end()) {
     columns.defaultPreferences = source->second->GetDefaultPreferences();
     columns.defaultAutostart = source->second->GetDefaultAutostart();

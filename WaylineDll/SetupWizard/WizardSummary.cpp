@@ -53,7 +53,7 @@ std::vector<SummaryLine> Summarize(const WizardDraft& draft, const ProfileTable&
   if (draft.setsServers) {
     AddServers(draft.GetServers(), lines);
   } else {
-    lines.push_back({IDS_SUMMARY_SERVERS, {}, IDS_SUMMARY_AUTOMATIC});
+    lines.push_back({IDS_SUMMARY_SERVERS, {}, IDS_SUMMARY_AS_IN_DEFAULTS});
   }
   lines.push_back(draft.copySource != 0 ? LineOf(IDS_SUMMARY_COPY, NameOf(draft.copySource, profiles))
                                         : SummaryLine{IDS_SUMMARY_COPY, {}, IDS_SUMMARY_NO_COPY});

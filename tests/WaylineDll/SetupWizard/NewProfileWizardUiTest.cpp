@@ -48,7 +48,7 @@ TEST_F(NewProfileWizard, MakesAProfileThatFollowsTheDefaults) {
   EXPECT_EQ(wizard->Selected(IDC_WIZARD_SERVICE), L"Secure Tunnel");
   wizard->PressNext();
   ASSERT_EQ(wizard->CurrentPage(), WizardPage::ServerChoice);
-  EXPECT_TRUE(wizard->IsChecked(IDC_WIZARD_AUTOMATIC_SERVERS));
+  EXPECT_TRUE(wizard->IsChecked(IDC_WIZARD_DEFAULT_SERVERS));
   wizard->PressNext();
   ASSERT_EQ(wizard->CurrentPage(), WizardPage::Copy);
   EXPECT_EQ(wizard->Selected(IDC_WIZARD_COPY), L"(Do not copy)");
@@ -56,7 +56,7 @@ TEST_F(NewProfileWizard, MakesAProfileThatFollowsTheDefaults) {
   ASSERT_EQ(wizard->CurrentPage(), WizardPage::Summary);
   EXPECT_EQ(wizard->Text(IDC_WIZARD_SUMMARY),
             L"Name: Home\r\nFollows the defaults: Field Service\r\nAccount: Example Field\r\nUser ID: b.sample\r\n"
-            L"Network service: Secure Tunnel\r\nServers: automatic\r\n"
+            L"Network service: Secure Tunnel\r\nServers: as in the defaults\r\n"
             L"Copies preferences and autostart entries of: no other login profile");
   wizard->PressFinish();
   EXPECT_EQ(wizard->Result(), 1);
@@ -95,7 +95,7 @@ TEST_F(NewProfileWizard, ForgetsServersWhenTheUserDoesNotWantThemAfterAll) {
   wizard->Type(IDC_WIZARD_DNS1, L"wrong");
   wizard->PressBack();
   ASSERT_EQ(wizard->CurrentPage(), WizardPage::ServerChoice);
-  wizard->Click(IDC_WIZARD_AUTOMATIC_SERVERS);
+  wizard->Click(IDC_WIZARD_DEFAULT_SERVERS);
   GoTo(WizardPage::Summary);
   wizard->PressFinish();
   EXPECT_EQ(wizard->Result(), 1);

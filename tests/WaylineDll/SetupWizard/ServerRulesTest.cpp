@@ -78,12 +78,3 @@ TEST(ServerRules, ADomainNameAndASuffixListMustNotBeEmpty) {
   EXPECT_EQ(AcceptedServer(ServerField::SearchList, L"a.com; b.com"), L"a.com,b.com");
   EXPECT_EQ(AcceptedServer(ServerField::SearchList, L""), std::nullopt);
 }
-
-TEST(ServerRules, WithoutServersOfTheUserNothingIsManual) {
-  ServerSettings servers;
-  servers[kDns1] = {L'm', L"192.0.2.1"};
-  servers[kSearchList].mode = L'n';
-  const ServerSettings without = WithoutManualServers(servers);
-  EXPECT_EQ(without[kDns1].mode, L'a');
-  EXPECT_EQ(without[kSearchList].mode, L'n');
-}

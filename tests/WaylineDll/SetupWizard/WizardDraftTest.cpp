@@ -164,13 +164,13 @@ TEST_F(Draft, MakesANewProfileOfTheRecordWhereThereAreNoDefaults) {
 }
 
 TEST_F(Draft, GivesANewProfileServersOnlyWhenTheUserWantsToSetThem) {
-  profiles[kDefaults]->Columns().dns2Setting = L'm';  // with an address that is not the new profile's
+  profiles[kDefaults]->Columns().dns2Setting = L'm';
   WizardDraft draft = Begin();
   draft.SetDefaults(kDefaults);
   draft.SetServer(ServerField::Dns1, {L'm', L"192.0.2.53"});
   draft.StoreNewProfile(profile, config);
   EXPECT_EQ(profile.Columns().dns1Setting, L'n');
-  EXPECT_EQ(profile.Columns().dns2Setting, L'a');
+  EXPECT_EQ(profile.Columns().dns2Setting, L'm') << "in force for its defaults";
   EXPECT_EQ(config.fields.dns1, L"");
   draft.setsServers = true;
   draft.StoreNewProfile(profile, config);

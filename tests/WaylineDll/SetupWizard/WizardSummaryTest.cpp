@@ -44,7 +44,7 @@ TEST_F(Summary, SaysWhatIsMade) {
       ElementsAre(SummaryLine{IDS_SUMMARY_NAME, L"Home"}, SummaryLine{IDS_SUMMARY_DEFAULTS, L"Default"},
                   SummaryLine{IDS_SUMMARY_ACCOUNT, L"", IDS_SUMMARY_EMPTY},
                   SummaryLine{IDS_SUMMARY_USER_ID, L"a.sample"}, SummaryLine{IDS_SUMMARY_SERVICE, L"Standard Access"},
-                  SummaryLine{IDS_SUMMARY_SERVERS, L"", IDS_SUMMARY_AUTOMATIC},
+                  SummaryLine{IDS_SUMMARY_SERVERS, L"", IDS_SUMMARY_AS_IN_DEFAULTS},
                   SummaryLine{IDS_SUMMARY_COPY, L"Work"}));
 }
 
