@@ -13,8 +13,6 @@ ConnectionHandle Open(const std::wstring& file) {
   return ConnectionHandle(connection);
 }
 
-uint32_t ProfileOf(const Row& row) { return static_cast<uint32_t>(std::stoul(row.at("ProfileId"))); }
-
 }  // namespace
 
 std::vector<Row> RunSql(const std::wstring& file, const std::string& statements) {
@@ -41,13 +39,4 @@ ConnectionHandle LockDatabase(const std::wstring& file, const std::string& begin
   ConnectionHandle connection = Open(file);
   EXPECT_EQ(sqlite3_exec(connection.get(), begin.c_str(), nullptr, nullptr, nullptr), SQLITE_OK);
   return connection;
-}
-
-StoredSettings ReadSettings(const std::wstring& file) {
-  StoredSettings stored;
-  for (Row& row : RunSql(file, "SELECT * FROM Profiles")) stored.profiles[ProfileOf(row)] = std::move(row);
-  for (const Row& row : RunSql(file, "SELECT ProfileId, PreferenceId, State FROM Preferences")) {
-    stored.preferences[ProfileOf(row)][std::stoi(row.at("PreferenceId"))] = std::stoi(row.at("State"));
-  }
-  return stored;
 }

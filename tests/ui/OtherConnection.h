@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstdint>
 #include <map>
 #include <string>
 #include <vector>
@@ -18,16 +17,3 @@ std::string StoredValue(const std::wstring& file, const std::string& statement);
 
 /// Another program's connection that has begun something ("BEGIN EXCLUSIVE") and holds its locks while it lives.
 ConnectionHandle LockDatabase(const std::wstring& file, const std::string& begin);
-
-/// States of preferences by their ids.
-using States = std::map<int32_t, int32_t>;
-
-/// What a settings database holds of what the sheet edits, by profile.
-struct StoredSettings {
-  std::map<uint32_t, Row> profiles;
-  std::map<uint32_t, States> preferences;
-
-  bool operator==(const StoredSettings&) const = default;
-};
-
-StoredSettings ReadSettings(const std::wstring& file);

@@ -131,6 +131,15 @@ std::vector<std::wstring> SheetDriver::Items(int id) const {
   return items;
 }
 
+std::vector<uint32_t> SheetDriver::Values(int id) const {
+  const HWND list = Control(id);
+  std::vector<uint32_t> values;
+  for (int index = 0; index < ComboBox_GetCount(list); ++index) {
+    values.push_back(static_cast<uint32_t>(ComboBox_GetItemData(list, index)));
+  }
+  return values;
+}
+
 std::optional<std::wstring> SheetDriver::Selected(int id) const {
   const int index = ComboBox_GetCurSel(Control(id));
   if (index == CB_ERR) return std::nullopt;
@@ -149,10 +158,21 @@ void SheetDriver::Click(int id) {
 }
 
 void SheetDriver::Pick(int id, const std::wstring& item) {
+  const int index = ComboBox_FindStringExact(Control(id), -1, item.c_str());
+  if (index == CB_ERR) Fail("the list has no such item");
+  PickIndex(id, index);
+}
+
+void SheetDriver::PickValue(int id, uint32_t value) {
+  const std::vector<uint32_t> values = Values(id);
+  const auto found = std::ranges::find(values, value);
+  if (found == values.end()) Fail("the list has no item with this value");
+  PickIndex(id, static_cast<int>(found - values.begin()));
+}
+
+void SheetDriver::PickIndex(int id, int index) {
   const HWND list = Control(id);
   if (!IsEnabled(id)) Fail("the list to pick from is disabled");
-  const int index = ComboBox_FindStringExact(list, -1, item.c_str());
-  if (index == CB_ERR) Fail("the list has no such item");
   ComboBox_SetCurSel(list, index);
   Act(Page(), WM_COMMAND, MAKEWPARAM(id, CBN_SELCHANGE), reinterpret_cast<LPARAM>(list));
 }

@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
@@ -53,6 +54,9 @@ class SheetDriver {
   /// Texts of a list's items, in order.
   std::vector<std::wstring> Items(int id) const;
 
+  /// Values behind a list's items, in order.
+  std::vector<uint32_t> Values(int id) const;
+
   /// Text of the selected item; nothing when none is selected.
   std::optional<std::wstring> Selected(int id) const;
 
@@ -62,6 +66,9 @@ class SheetDriver {
   // What a person does.
   void Click(int id);
   void Pick(int id, const std::wstring& item);
+
+  /// The same by the value behind the item.
+  void PickValue(int id, uint32_t value);
 
   /// Types over what the edit with the focus holds. As from the keyboard, it may refuse characters.
   void Type(const std::wstring& text);
@@ -125,6 +132,7 @@ class SheetDriver {
 
  private:
   void Act(HWND window, UINT message, WPARAM wordParameter = 0, LPARAM longParameter = 0);
+  void PickIndex(int id, int index);
   void PressEnding(int button);
   void Settle() const;
   void PressKey(WORD key, const std::vector<WORD>& modifiers);

@@ -7,7 +7,6 @@
 #include <string_view>
 
 #include "LoginProperties/SheetResult.h"
-#include "tests/ui/OtherConnection.h"
 #include "tests/ui/SaveContext.h"
 #include "WaylineDll/Host.h"
 
@@ -36,20 +35,22 @@ void StoredSheetTest::SaveWithOk() {
   SaveContext(context);
 }
 
+std::string TextOfRow(const std::string& table, const Row& row) {
+  std::string text = table;
+  for (const auto& [column, value] : row) {
+    const bool isNumberOfRow = column == "ConfigId" || (table == "AutoStart" && column == "Id");
+    if (value != "NULL" && !isNumberOfRow) text.append(" ").append(column).append("=").append(value);
+  }
+  return text;
+}
+
 std::multiset<std::string> AllRows(const std::wstring& file) {
   std::multiset<std::string> rows;
   for (const Row& table : RunSql(file,
                                  "SELECT name FROM sqlite_schema WHERE type = 'table' AND name NOT LIKE "
                                  "'sqlite_%'")) {
     const std::string& name = table.at("name");
-    for (const Row& row : RunSql(file, "SELECT * FROM " + name)) {
-      std::string text = name;
-      for (const auto& [column, value] : row) {
-        const bool isNumberOfRow = column == "ConfigId" || (name == "AutoStart" && column == "Id");
-        if (value != "NULL" && !isNumberOfRow) text.append(" ").append(column).append("=").append(value);
-      }
-      rows.insert(text);
-    }
+    for (const Row& row : RunSql(file, "SELECT * FROM " + name)) rows.insert(TextOfRow(name, row));
   }
   return rows;
 }

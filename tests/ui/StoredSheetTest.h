@@ -9,6 +9,7 @@
 
 #include "LoginProperties/LoginPropertiesContext.h"
 #include "tests/support/TemporaryFolder.h"
+#include "tests/ui/OtherConnection.h"
 #include "tests/ui/SheetDriver.h"
 
 // Profiles of the sample data.
@@ -43,8 +44,10 @@ class StoredSheetTest : public testing::Test {
   std::optional<SheetDriver> sheet;
 };
 
-/// Every row of a settings database: the table's name, and the columns that are not NULL. Without the numbers of rows
-/// that mean nothing.
+/// A row as text: the table's name, and the columns that are not NULL. Without the number of a row that means nothing.
+std::string TextOfRow(const std::string& table, const Row& row);
+
+/// Every row of a settings database as text.
 std::multiset<std::string> AllRows(const std::wstring& file);
 
 /// The rows that are in `rows` and not in `others`.

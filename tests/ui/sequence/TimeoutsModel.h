@@ -25,6 +25,7 @@ struct TimeoutsModel {
   std::optional<std::wstring> Leave(ProfileColumns& edited) const;
 
   bool overrides = false;
+  bool boxTicked = false;  // as it is in the profile whose values are shown
   bool durationOn = false;
   bool thresholdOn = false;
   bool warningOn = false;

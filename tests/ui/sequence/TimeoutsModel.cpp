@@ -1,4 +1,4 @@
-#include "tests/ui/TimeoutsModel.h"
+#include "tests/ui/sequence/TimeoutsModel.h"
 
 #include <cstdlib>
 
@@ -51,6 +51,7 @@ void TimeoutsModel::Show(ProfileColumns& edited, ProfileColumns defaults) {
 
   overrides = !edited.defaultTimeouts;
   ProfileColumns& shown = overrides ? edited : defaults;
+  boxTicked = !shown.defaultTimeouts;
   durationOn = shown.durationTime > 0;
   thresholdOn = shown.thresholdTimeOut > 0 && shown.thresholdOnOff;
   warningOn = shown.warnTime > 0;
@@ -68,7 +69,7 @@ void TimeoutsModel::Show(ProfileColumns& edited, ProfileColumns defaults) {
 }
 
 std::optional<std::wstring> TimeoutsModel::Leave(ProfileColumns& edited) const {
-  if (!overrides) return std::nullopt;
+  if (!boxTicked) return std::nullopt;
   bool missing = false;
 
   if (!durationOn) {

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <string>
+
+#include "tests/ui/sequence/SheetScene.h"
+
+/// The steps of a user on the "General" page.
+class GeneralSteps {
+ public:
+  explicit GeneralSteps(SheetScene& scene) : scene_(scene) {}
+
+  /// What the page shows is as the model says.
+  void ExpectPage();
+
+  void Rename();
+  void Remove();
+
+ private:
+  std::wstring AnyName();
+
+  Chance& Random() { return scene_.chance; }
+  SheetModel& Model() { return *scene_.model; }
+  SheetDriver& Sheet() { return *scene_.sheet; }
+
+  SheetScene& scene_;
+  int named_ = 0;  // makes names different
+};
