@@ -66,19 +66,17 @@ unsigned TitleOf(WizardPage page) {
   return IDS_WIZARD_NAME_TITLE + 2 * static_cast<unsigned>(static_cast<int>(page) - IDD_WIZARD_NAME);
 }
 
+std::wstring OwnString(unsigned id) { return LoadStringDb(ModuleId::ClientLibrary, id, false); }
+
 // Everything that a page's description points at.
 struct ShownPage {
+  ShownPage(WizardRun& run, WizardPage page)
+      : dialog(MakePage(run, page)), title(OwnString(TitleOf(page))), subtitle(OwnString(TitleOf(page) + 1)) {}
+
   std::unique_ptr<WizardPageDialog> dialog;
   std::wstring title;
   std::wstring subtitle;
 };
-
-ShownPage MakeShownPage(WizardRun& run, WizardPage page) {
-  const unsigned title = TitleOf(page);
-  return {.dialog = MakePage(run, page),
-          .title = LoadStringDb(ModuleId::ClientLibrary, title, false),
-          .subtitle = LoadStringDb(ModuleId::ClientLibrary, title + 1, false)};
-}
 
 PROPSHEETPAGEW DescribePage(const ShownPage& page, const std::wstring& caption) {
   PROPSHEETPAGEW description{};
@@ -117,12 +115,13 @@ int CALLBACK OnSheetEvent(HWND sheet, UINT event, LPARAM) {
 }  // namespace
 
 bool ShowWizardSheet(WizardRun& run, HWND owner) {
-  const std::wstring caption = LoadStringDb(ModuleId::ClientLibrary, CaptionOf(run.Wizard()), false);
+  const std::wstring caption = OwnString(CaptionOf(run.Wizard()));
   std::vector<ShownPage> pages;
   for (const WizardPage page : PagesOf(run.Wizard())) {
-    if (page != WizardPage::Defaults || !run.Defaults().empty()) pages.push_back(MakeShownPage(run, page));
+    if (page != WizardPage::Defaults || !run.Defaults().empty()) pages.emplace_back(run, page);
   }
   std::vector<PROPSHEETPAGEW> descriptions;
+  descriptions.reserve(pages.size());
   for (const ShownPage& page : pages) descriptions.push_back(DescribePage(page, caption));
 
   PROPSHEETHEADERW header{};

@@ -32,7 +32,7 @@ ProfileTable SomeProfiles() {
 
 std::shared_ptr<AutoStartItem> Item(uint16_t phase, uint16_t order, const wchar_t* name,
                                     AutoStartRecordType type = AutoStartRecordType::Program) {
-  const auto item = std::make_shared<AutoStartItem>();
+  auto item = std::make_shared<AutoStartItem>();
   item->fields.phase = phase;
   item->fields.order = order;
   item->fields.name = name;

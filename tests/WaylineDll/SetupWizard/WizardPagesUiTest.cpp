@@ -1,7 +1,8 @@
 // What every page must have for those who cannot see it, or use no mouse.
 
+#include <windows.h>
+
 #include <gmock/gmock.h>
-#include <windowsx.h>
 
 #include <cwctype>
 #include <set>
