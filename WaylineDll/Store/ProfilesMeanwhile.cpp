@@ -1,8 +1,10 @@
 #include "WaylineDll/Store/ProfilesMeanwhile.h"
 
 #include <algorithm>
-#include <array>
+#include <functional>
+#include <iterator>
 #include <set>
+#include <utility>
 
 #include "Database/Profiles/ProfileIdManager.h"
 #include "NetUtilities/Text/Format.h"
@@ -42,20 +44,21 @@ void Move(RowChange& change, const MovedIds& moved) {
   change.profileId = found->second;
 }
 
-Failure MoveNewProfiles(std::vector<RowChange>& plan, const StoredLinks& stored) {
+Failure MoveNewProfiles(std::vector<RowChange>& plan, const StoredProfiles& stored) {
   std::set<uint32_t> used;
-  for (const auto& [id, link] : stored) used.insert(id);
+  for (const auto& [id, link] : stored.links) used.insert(id);
   for (const RowChange& change : plan) {
     if (IsNewProfile(change)) used.insert(change.profileId);
   }
   ProfileIdManager ids;
-  ids.SetUsed(used);
+  ids.SetUsed(used, stored.lastRemoved);
   MovedIds moved;
   for (const RowChange& change : plan) {
-    if (!IsNewProfile(change) || !stored.contains(change.profileId)) continue;
+    const bool isTaken = stored.links.contains(change.profileId);
+    if (!IsNewProfile(change) || (!isTaken && change.profileId > stored.lastRemoved)) continue;
     const uint32_t id = ids.NextId();
-    if (id == 0) return SaveFailure(kNoProfileIdLeft);
-    moved[change.profileId] = id;
+    if (id == 0 && isTaken) return SaveFailure(kNoProfileIdLeft);
+    if (id != 0) moved[change.profileId] = id;
   }
   if (moved.empty()) return {};
   for (RowChange& change : plan) Move(change, moved);
@@ -77,10 +80,10 @@ Failure DefaultsRemovedMeanwhile(const std::wstring& name) {
 }
 
 // The profiles that rows can belong to; what belongs to others is left out, with a sentence for each profile.
-std::set<uint32_t> FindOwners(const std::vector<RowChange>& plan, const StoredLinks& stored,
+std::set<uint32_t> FindOwners(const std::vector<RowChange>& plan, const StoredProfiles& stored,
                               const NameOfProfile& nameOf, std::vector<std::wstring>& lost) {
   std::set<uint32_t> owners;
-  for (const auto& [id, link] : stored) owners.insert(id);
+  for (const auto& [id, link] : stored.links) owners.insert(id);
   std::set<uint32_t> missing;
   for (const RowChange& change : plan) {
     const uint32_t id = change.profileId;
@@ -102,33 +105,42 @@ std::set<uint32_t> FindOwners(const std::vector<RowChange>& plan, const StoredLi
   return owners;
 }
 
-// Leaves out the removals that would take the defaults from others.
-void RefuseRemovals(std::vector<RowChange>& plan, StoredLinks links, const NameOfProfile& nameOf,
+// Leaves out the removals that would take the defaults from others. Of those that are left each comes before the one
+// that it follows by now, which another program may have changed.
+void RefuseRemovals(std::vector<RowChange>& plan, std::map<uint32_t, uint32_t> links, const NameOfProfile& nameOf,
                     std::vector<std::wstring>& lost) {
   for (const RowChange& change : plan) {
     if (IsLinking(change)) links[change.profileId] = LinkOf(change);
   }
-  std::erase_if(plan, [&](const RowChange& change) {
-    if (!IsProfileRemoval(change)) return false;
-    const uint32_t id = change.profileId;
-    if (!links.contains(id)) return true;  // another program was faster
-    if (std::ranges::any_of(links, [id](const auto& entry) { return entry.second == id; })) {
-      lost.push_back(Format(L"The login profile \"{}\" could not be removed: other profiles follow it.", nameOf(id)));
-      return true;
-    }
-    links.erase(id);
-    return false;
-  });
+  const auto firstRemoval = std::ranges::stable_partition(plan, std::not_fn(IsProfileRemoval)).begin();
+  std::vector<RowChange> removals(std::make_move_iterator(firstRemoval), std::make_move_iterator(plan.end()));
+  plan.erase(firstRemoval, plan.end());
+  // Another program may have been faster.
+  std::erase_if(removals, [&](const RowChange& change) { return !links.contains(change.profileId); });
+  const auto isFollowed = [&](const RowChange& change) {
+    return std::ranges::any_of(links, [&](const auto& entry) { return entry.second == change.profileId; });
+  };
+  for (;;) {
+    const auto next = std::ranges::find_if_not(removals, isFollowed);
+    if (next == removals.end()) break;
+    links.erase(next->profileId);
+    plan.push_back(std::move(*next));
+    removals.erase(next);
+  }
+  for (const RowChange& change : removals) {
+    lost.push_back(
+        Format(L"The login profile \"{}\" could not be removed: other profiles follow it.", nameOf(change.profileId)));
+  }
 }
 
 }  // namespace
 
-Failure FitToStoredProfiles(std::vector<RowChange>& plan, const StoredLinks& stored, const NameOfProfile& nameOf,
+Failure FitToStoredProfiles(std::vector<RowChange>& plan, const StoredProfiles& stored, const NameOfProfile& nameOf,
                             std::vector<std::wstring>& lost) {
   if (Failure failure = MoveNewProfiles(plan, stored)) return failure;
   const std::set<uint32_t> owners = FindOwners(plan, stored, nameOf, lost);
   std::erase_if(
       plan, [&](const RowChange& change) { return !IsProfileRemoval(change) && !owners.contains(change.profileId); });
-  RefuseRemovals(plan, stored, nameOf, lost);
+  RefuseRemovals(plan, stored.links, nameOf, lost);
   return {};
 }

@@ -10,6 +10,7 @@
 #include "WaylineDll/Store/Failures.h"
 #include "WaylineDll/Store/RowWriter.h"
 #include "WaylineDll/Store/Statement.h"
+#include "WaylineDll/Store/StoredValues.h"
 #include "WaylineDll/Store/Transaction.h"
 
 namespace {
@@ -39,11 +40,12 @@ NameOfProfile WithNewProfiles(const std::vector<RowChange>& plan, const NameOfPr
   };
 }
 
-int32_t ReadLinks(sqlite3* connection, StoredLinks& links) {
+int32_t ReadProfiles(sqlite3* connection, StoredProfiles& profiles) {
+  int32_t code = ReadLastRemovedProfile(connection, profiles.lastRemoved);
   Statement statement;
-  int32_t code = statement.Prepare(connection, L"SELECT ProfileId, LinkProfile FROM Profiles");
+  if (code == SQLITE_OK) code = statement.Prepare(connection, L"SELECT ProfileId, LinkProfile FROM Profiles");
   while (code == SQLITE_OK && (code = statement.Step()) == SQLITE_ROW) {
-    links[static_cast<uint32_t>(statement.Integer(0))] = static_cast<uint32_t>(statement.Integer(1));
+    profiles.links[static_cast<uint32_t>(statement.Integer(0))] = static_cast<uint32_t>(statement.Integer(1));
     code = SQLITE_OK;
   }
   return code == SQLITE_DONE ? SQLITE_OK : code;
@@ -56,10 +58,10 @@ Failure WritePlan(SQLite& sqlite, std::vector<RowChange> plan, const NameOfProfi
   SaveReport written;
   Transaction transaction(connection);
   int32_t code = transaction.BeginWriting();
-  StoredLinks links;
-  if (code == SQLITE_OK) code = ReadLinks(connection, links);
+  StoredProfiles stored;
+  if (code == SQLITE_OK) code = ReadProfiles(connection, stored);
   if (code != SQLITE_OK) return SaveFailure(ReasonText(connection, code));
-  if (Failure failure = FitToStoredProfiles(plan, links, nameOf, written.lost)) return failure;
+  if (Failure failure = FitToStoredProfiles(plan, stored, nameOf, written.lost)) return failure;
 
   RowWriter writer(sqlite);
   for (const RowChange& change : plan) {

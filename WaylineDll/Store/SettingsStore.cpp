@@ -51,6 +51,14 @@ int32_t FindProfile(sqlite3* connection, uint32_t id, bool& exists) {
   return exists || code == SQLITE_DONE ? SQLITE_OK : code;
 }
 
+// The configuration of a profile that has none.
+std::optional<LoadedRecord<ConfigSetting>> EmptyConfig(uint32_t profileId, bool automatic) {
+  ConfigSetting config;
+  config.fields.profileId = static_cast<int32_t>(profileId);
+  config.fields.automatic = automatic;
+  return LoadedRecord<ConfigSetting>{.record = std::make_shared<ConfigSetting>(config), .values = config};
+}
+
 // Whether a list is the profile's own as a whole: it is not inherited, or was changed.
 bool IsOwnList(const LoadedAutoStart& list) {
   return std::ranges::any_of(list, [](const auto& entry) { return entry.second.IsOwn(); });
@@ -107,14 +115,13 @@ Failure SettingsStore::LoadProfiles(ProfileTable& profiles) {
     ids.insert(id);
   }
   if (code != SQLITE_DONE) return UseFailure(GetFile(), Connection(), code);
-  int64_t removed = 0;
-  code = ReadNumber(Connection(),
-                    L"SELECT max(CAST(Value AS INTEGER)) FROM ClientState WHERE Name = 'LastRemovedProfile'", removed);
+  uint32_t removed = 0;
+  code = ReadLastRemovedProfile(Connection(), removed);
   if (code != SQLITE_OK) return UseFailure(GetFile(), Connection(), code);
   profiles = std::move(table);
   loaded_ = std::move(loaded);
   if (const auto manager = Singleton<ProfileIdManager>::Get()) {
-    manager->SetUsed(std::move(ids), static_cast<uint32_t>(removed));
+    manager->SetUsed(std::move(ids), removed);
   }
   return {};
 }
@@ -184,9 +191,13 @@ bool SettingsStore::LoadOwnAutoStart(uint32_t profileId, AutoStartTable& items) 
 uint64_t SettingsStore::CopyAutoStart(uint32_t profileId, const AutoStartTable& source, AutoStartTable& copies) {
   LoadedRecords fresh;
   LoadedRecords& records = RecordsOr(fresh);
-  LoadedAutoStart& list = records.autoStartItems[profileId];
   const auto isCopied = [](const auto& entry) { return entry.second.copied; };
-  if (std::ranges::none_of(list, isCopied)) {
+  const auto found = records.autoStartItems.find(profileId);
+  const bool hasCopies = found != records.autoStartItems.end() && std::ranges::any_of(found->second, isCopied);
+  // Without entries to copy, the profile goes on to inherit.
+  if (!hasCopies && source.empty()) return 0;
+  LoadedAutoStart& list = records.autoStartItems[profileId];
+  if (!hasCopies) {
     std::erase_if(list, [](const auto& entry) { return !entry.second.IsOwn(); });
     for (const auto& [key, item] : source) {
       if (!item || item->GetState() == ChangeState::Removed) continue;
@@ -239,7 +250,9 @@ std::shared_ptr<ConfigSetting> SettingsStore::LoadConfig(uint32_t profileId, boo
   LoadedConfigs& configs = RecordsOr(fresh).configs;
   auto found = configs.find({profileId, automatic});
   if (found == configs.end()) {
-    auto loaded = RecordLoader(sqlite_).LoadConfig(profileId, automatic);
+    // What is stored under the id of a new profile belongs to one that another program has made meanwhile.
+    const bool isNew = loaded_ && loaded_->created.contains(profileId);
+    auto loaded = isNew ? EmptyConfig(profileId, automatic) : RecordLoader(sqlite_).LoadConfig(profileId, automatic);
     if (!loaded) return nullptr;
     found = configs.emplace(std::pair(profileId, automatic), std::move(*loaded)).first;
   }

@@ -84,3 +84,11 @@ std::optional<bool> StoredValues::GetBookmarkFlag(uint32_t id) const {
 Failure StoredValues::SetBookmark(uint32_t id, std::wstring_view value) const {
   return Write(connection_, L"INSERT OR REPLACE INTO Bookmarks (BookmarkId, Value) VALUES (?1, ?2)", id, value);
 }
+
+int32_t ReadLastRemovedProfile(sqlite3* connection, uint32_t& id) {
+  int64_t number = 0;
+  const int32_t code = ReadNumber(
+      connection, L"SELECT max(CAST(Value AS INTEGER)) FROM ClientState WHERE Name = 'LastRemovedProfile'", number);
+  id = static_cast<uint32_t>(number);
+  return code;
+}

@@ -32,3 +32,7 @@ class StoredValues {
  private:
   sqlite3* connection_;
 };
+
+/// The highest id of a profile that was removed; 0 when none was. The SQLite result code, 0 for success; nothing is
+/// logged.
+int32_t ReadLastRemovedProfile(sqlite3* connection, uint32_t& id);

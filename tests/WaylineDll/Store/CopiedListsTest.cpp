@@ -177,6 +177,15 @@ TEST_F(CopiedLists, OfAProfileThatIsStoredReplaceWhatItInherits) {
   EXPECT_EQ(RowsOf(kAutoStart, 2003), RowsOf(kAutoStart, 2004));
 }
 
+TEST_F(CopiedLists, WithoutEntriesLeaveTheProfileWhatItInherits) {
+  ASSERT_FALSE(EntriesOf(2003).empty());
+  const uint32_t unread = AddNew(2000);
+  for (const uint32_t id : {2003u, unread}) {
+    EXPECT_EQ(store_.CopyAutoStart(id, {}, tables_.autoStartItems), 0u);
+    EXPECT_THAT(EntriesOf(id), ElementsAre(L"Clean up"));
+  }
+}
+
 TEST_F(CopiedLists, OwnEntriesAreThoseOfAListThatIsStoredOrChanged) {
   AutoStartTable items = {{1, nullptr}};
   EXPECT_FALSE(store_.LoadOwnAutoStart(2001, items)) << "inherited";

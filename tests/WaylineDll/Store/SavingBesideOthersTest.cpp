@@ -178,6 +178,19 @@ TEST_F(SavingBesideOthers, AProfileThatOthersFollowByNowIsNotRemoved) {
   EXPECT_EQ(Sql("SELECT group_concat(ProfileId) FROM Profiles WHERE ProfileId IN (2003, 2004, 2010)"), "2004,2010");
 }
 
+TEST_F(SavingBesideOthers, ProfilesAreRemovedThatOnlyFollowEachOtherByNow) {
+  for (const auto& [follower, followed] : {std::pair{2002, 2003}, std::pair{2003, 2002}}) {
+    ASSERT_EQ(store_.LoadProfiles(tables_.profiles), Failure());
+    ProfileOf(2002).SetState(ChangeState::Removed);
+    ProfileOf(2003).SetState(ChangeState::Removed);
+    Sql("UPDATE Profiles SET LinkProfile = " + std::to_string(followed) +
+        " WHERE ProfileId = " + std::to_string(follower));
+    SaveSucceeds();
+    EXPECT_EQ(Sql("SELECT count(*) FROM Profiles WHERE ProfileId IN (2002, 2003)"), "0");
+    Sql("INSERT INTO Profiles (ProfileId, Name, LinkProfile) VALUES (2002, 'Again', 1), (2003, 'Again', 1)");
+  }
+}
+
 TEST_F(SavingBesideOthers, ANewProfileWhoseIdIsTakenMovesWithItsRows) {
   std::shared_ptr<Profile> created;
   ASSERT_EQ(store_.CreateProfile(created), Failure());
@@ -206,6 +219,35 @@ TEST_F(SavingBesideOthers, ANewProfileWhoseIdIsTakenMovesWithItsRows) {
   EXPECT_NE(Sql("SELECT count(*) FROM AutoStart WHERE ProfileId = 2008"), "0");
   EXPECT_EQ(Sql("SELECT ManualProxy FROM ConfigSettings WHERE ProfileId = 2008"), "mine:1");
   EXPECT_EQ(report_.changes.front(), (RecordChange{RecordKind::Profile, 2008, ChangeState::New}));
+}
+
+TEST_F(SavingBesideOthers, ANewProfileHasNothingOfTheOneThatHasTakenItsId) {
+  std::shared_ptr<Profile> created;
+  ASSERT_EQ(store_.CreateProfile(created), Failure());
+  ASSERT_EQ(created->GetProfileId(), 2006u);
+  Sql("INSERT INTO Profiles (ProfileId, Name) VALUES (2006, 'Theirs');"
+      "INSERT INTO ConfigSettings (ProfileId, Automatic, Dns1) VALUES (2006, 0, '192.0.2.1'), (2006, 1, '192.0.2.2')");
+  EXPECT_EQ(store_.LoadConfig(2006, false)->fields.dns1, L"");
+  EXPECT_EQ(store_.LoadConfig(2006, true)->fields.dns1, L"");
+}
+
+TEST_F(SavingBesideOthers, ANewProfileDoesNotGetTheIdOfOneThatOthersMadeAndRemovedMeanwhile) {
+  AddProfile(2006, 1);
+  AddProfile(2007, 1);
+  Sql("INSERT INTO Profiles (ProfileId, Name) VALUES (2007, 'Theirs'), (2008, 'Gone');"
+      "DELETE FROM Profiles WHERE ProfileId = 2008");
+  SaveSucceeds();
+  EXPECT_EQ(Sql("SELECT group_concat(ProfileId || Name) FROM Profiles WHERE ProfileId BETWEEN 2006 AND 9999"),
+            "2007Theirs,2009New,2010New");
+}
+
+TEST_F(SavingBesideOthers, ANewProfileKeepsAnIdThatOthersHadWhereNoOtherIsLeft) {
+  AddProfile(2006, 1);
+  Sql("WITH RECURSIVE Id(N) AS (SELECT 2006 UNION ALL SELECT N + 1 FROM Id WHERE N < 9999)"
+      "INSERT INTO Profiles (ProfileId, Name) SELECT N, 'x' FROM Id;"
+      "DELETE FROM Profiles WHERE ProfileId = 2006");
+  SaveSucceeds();
+  EXPECT_EQ(Sql("SELECT Name FROM Profiles WHERE ProfileId = 2006"), "New");
 }
 
 TEST_F(SavingBesideOthers, NothingIsSavedWhenNoIdIsLeftForANewProfile) {
