@@ -4,6 +4,7 @@
 #include <prsht.h>
 #include <windowsx.h>
 
+#include <algorithm>
 #include <atomic>
 #include <future>
 #include <utility>
@@ -128,6 +129,24 @@ std::vector<std::wstring> WizardDriver::Items(int id) const {
   return items;
 }
 
+std::vector<uint32_t> WizardDriver::Values(int id) const {
+  const HWND list = Control(id);
+  const bool combo = IsComboBox(list);
+  const LRESULT count = SendMessageW(list, combo ? CB_GETCOUNT : LB_GETCOUNT, 0, 0);
+  std::vector<uint32_t> values;
+  for (WPARAM index = 0; index < static_cast<WPARAM>(count); ++index) {
+    values.push_back(static_cast<uint32_t>(SendMessageW(list, combo ? CB_GETITEMDATA : LB_GETITEMDATA, index, 0)));
+  }
+  return values;
+}
+
+std::optional<uint32_t> WizardDriver::SelectedValue(int id) const {
+  const HWND list = Control(id);
+  const LRESULT index = SendMessageW(list, IsComboBox(list) ? CB_GETCURSEL : LB_GETCURSEL, 0, 0);
+  if (index < 0) return std::nullopt;
+  return Values(id).at(static_cast<size_t>(index));
+}
+
 std::optional<std::wstring> WizardDriver::Selected(int id) const {
   const HWND list = Control(id);
   const LRESULT index = SendMessageW(list, IsComboBox(list) ? CB_GETCURSEL : LB_GETCURSEL, 0, 0);
@@ -157,12 +176,24 @@ void WizardDriver::Click(int id) {
 
 void WizardDriver::Pick(int id, const std::wstring& item) {
   const HWND list = Control(id);
+  const LRESULT index = SendMessageW(list, IsComboBox(list) ? CB_FINDSTRINGEXACT : LB_FINDSTRINGEXACT,
+                                     static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(item.c_str()));
+  if (index < 0) Fail("the list has no such item");
+  PickIndex(id, static_cast<size_t>(index));
+}
+
+void WizardDriver::PickValue(int id, uint32_t value) {
+  const std::vector<uint32_t> values = Values(id);
+  const auto found = std::ranges::find(values, value);
+  if (found == values.end()) Fail("the list has no item with this value");
+  PickIndex(id, static_cast<size_t>(found - values.begin()));
+}
+
+void WizardDriver::PickIndex(int id, size_t index) {
+  const HWND list = Control(id);
   const bool combo = IsComboBox(list);
   if (!IsEnabled(id)) Fail("the list to pick from is disabled");
-  const LRESULT index = SendMessageW(list, combo ? CB_FINDSTRINGEXACT : LB_FINDSTRINGEXACT, static_cast<WPARAM>(-1),
-                                     reinterpret_cast<LPARAM>(item.c_str()));
-  if (index < 0) Fail("the list has no such item");
-  SendMessageW(list, combo ? CB_SETCURSEL : LB_SETCURSEL, static_cast<WPARAM>(index), 0);
+  SendMessageW(list, combo ? CB_SETCURSEL : LB_SETCURSEL, index, 0);
   Act(Page(), WM_COMMAND, MAKEWPARAM(id, combo ? CBN_SELCHANGE : LBN_SELCHANGE), reinterpret_cast<LPARAM>(list));
 }
 

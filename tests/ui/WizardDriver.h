@@ -49,8 +49,14 @@ class WizardDriver {
   /// Texts of the items of a combo box or a list, in order.
   std::vector<std::wstring> Items(int id) const;
 
+  /// Values behind them.
+  std::vector<uint32_t> Values(int id) const;
+
   /// Text of the selected item; nothing when none is selected.
   std::optional<std::wstring> Selected(int id) const;
+
+  /// Value behind the selected item; nothing when none is selected.
+  std::optional<uint32_t> SelectedValue(int id) const;
 
   /// Id of the control with the keyboard focus, which may be one of the wizard's buttons.
   int FocusedControl() const;
@@ -64,6 +70,9 @@ class WizardDriver {
   // What a person does.
   void Click(int id);
   void Pick(int id, const std::wstring& item);
+
+  /// The same by the value behind the item.
+  void PickValue(int id, uint32_t value);
 
   /// Types over what a field holds, which has the focus then.
   void Type(int id, const std::wstring& text);
@@ -110,6 +119,7 @@ class WizardDriver {
   static constexpr int kFinish = 0x3025;
 
  private:
+  void PickIndex(int id, size_t index);
   void Press(int button);
   bool TryUntil(const std::function<bool()>& effect, const std::function<void()>& input);
   void Act(HWND window, UINT message, WPARAM wordParameter = 0, LPARAM longParameter = 0);

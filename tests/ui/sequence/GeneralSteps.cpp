@@ -5,6 +5,7 @@
 #include "LoginProperties/General/GeneralControls.h"
 #include "NetUtilities/Text/Utf8.h"
 #include "tests/ui/RenameDriver.h"
+#include "tests/ui/sequence/WizardSteps.h"
 
 void GeneralSteps::ExpectPage() {
   const GeneralModel& page = Model().General();
@@ -50,4 +51,26 @@ void GeneralSteps::Remove() {
   ASSERT_EQ(Sheet().MessageBoxText(), L"Do you want to remove the definitions for " + Model().Chosen().name + L"?");
   Sheet().AnswerMessageBox(agrees ? IDYES : IDNO);
   agrees ? Model().Remove(scene_.stored) : Model().Show(SheetPage::General, scene_.stored);
+}
+
+void GeneralSteps::ConfigureNetwork() {
+  scene_.story << "user ID and service: ";
+  WizardModel entries = Model().OpenNetworkWizard();
+  Sheet().Click(IDC_GENERAL_CONFIGURE_NETWORK);
+  if (WizardSteps(scene_, entries).Walk()) Model().ConfigureNetwork(entries, scene_.stored);
+}
+
+void GeneralSteps::ConfigureServers() {
+  if (!Model().General().showsServers) return;
+  scene_.story << "servers: ";
+  WizardModel entries = Model().OpenServersWizard(scene_.stored);
+  Sheet().Click(IDC_GENERAL_CONFIGURE_SERVERS);
+  if (WizardSteps(scene_, entries).Walk()) Model().ConfigureServers(entries, scene_.stored);
+}
+
+void GeneralSteps::AddNew() {
+  WizardModel entries = Model().OpenNewWizard(scene_.stored);
+  scene_.story << "new " << entries.id << ": ";
+  Sheet().Click(IDC_GENERAL_NEW);
+  if (WizardSteps(scene_, entries).Walk()) Model().AddNew(entries, scene_.stored);
 }

@@ -15,6 +15,11 @@ class GeneralSteps {
   void Rename();
   void Remove();
 
+  // With wizards. The one for servers may be hidden.
+  void ConfigureNetwork();
+  void ConfigureServers();
+  void AddNew();
+
  private:
   std::wstring AnyName();
 

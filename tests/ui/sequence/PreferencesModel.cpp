@@ -54,6 +54,24 @@ PreferencesModel::List& PreferencesModel::Read(uint32_t profile, uint32_t first,
   return list;
 }
 
+std::set<int32_t> PreferencesModel::List::AllOwn() const {
+  std::set<int32_t> all = own;
+  all.insert(toggled.begin(), toggled.end());
+  all.insert(copied.begin(), copied.end());
+  return all;
+}
+
+size_t PreferencesModel::CountOwn(uint32_t profile, uint32_t first, const StoredSettings& stored) {
+  return Read(profile, first, stored).AllOwn().size();
+}
+
+void PreferencesModel::Copy(uint32_t source, uint32_t profile, uint32_t first, const StoredSettings& stored) {
+  const List from = lists_.at(source);
+  List& list = Read(profile, first, stored);
+  list.copied = from.AllOwn();
+  for (const int32_t id : list.copied) list.loaded[id] = list.now[id] = from.now.at(id);
+}
+
 void PreferencesModel::Show(uint32_t profile, uint32_t first, bool own, const StoredSettings& stored) {
   listed_ = profile;
   const PreferenceRows& now = Read(profile, first, stored).now;
@@ -75,7 +93,10 @@ void PreferencesModel::Show(uint32_t profile, uint32_t first, bool own, const St
 
 void PreferencesModel::Toggle(int32_t id) {
   List& list = lists_.at(listed_);
-  const auto store = [&](int32_t preference, int32_t state) { list.now[preference]["State"] = std::to_string(state); };
+  const auto store = [&](int32_t preference, int32_t state) {
+    list.now[preference]["State"] = std::to_string(state);
+    list.toggled.insert(preference);
+  };
   const PreferenceGroup& group = GroupOf(id);
   if (group.kind == GroupKind::Choice) {
     const bool wasOn = shown_[id] == Preference::kOn;
@@ -116,7 +137,7 @@ bool PreferencesModel::Save(const Owner& owner, PreferenceRows* rows) const {
   const List& list = found->second;
   bool changed = false;
   for (const auto& [id, row] : list.now) {
-    if (row == list.loaded.at(id)) continue;
+    if (row == list.loaded.at(id) && !list.copied.contains(id)) continue;
     changed = true;
     if (rows == nullptr) continue;
     const auto [stored, isNew] = rows->try_emplace(id, OfProfile(row, owner.storedId));

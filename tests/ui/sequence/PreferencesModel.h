@@ -22,6 +22,12 @@ class PreferencesModel {
   void Toggle(int32_t id);
   Images ExpectedImages() const;
 
+  /// How many preferences are a profile's own: stored, toggled or copied.
+  size_t CountOwn(uint32_t profile, uint32_t first, const StoredSettings& stored);
+
+  /// A new profile gets copies of those that are another one's own, and inherits the others from `first` on.
+  void Copy(uint32_t source, uint32_t profile, uint32_t first, const StoredSettings& stored);
+
   /// Whose preferences a profile stores, and under which id, and whether it overrides the defaults, and did.
   struct Owner {
     uint32_t profile;
@@ -38,7 +44,11 @@ class PreferencesModel {
   struct List {
     PreferenceRows loaded;  // as they were needed first
     PreferenceRows now;
-    std::set<int32_t> own;  // those of them that the profile stored itself
+    std::set<int32_t> own;      // those of them that the profile stored itself
+    std::set<int32_t> toggled;  // also if they are as before
+    std::set<int32_t> copied;
+
+    std::set<int32_t> AllOwn() const;
   };
 
   List& Read(uint32_t profile, uint32_t first, const StoredSettings& stored);

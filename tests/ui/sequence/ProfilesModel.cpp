@@ -1,8 +1,8 @@
 #include "tests/ui/sequence/ProfilesModel.h"
 
 #include <algorithm>
+#include <cwchar>
 #include <variant>
-#include <vector>
 
 #include "NetUtilities/Text/Utf8.h"
 
@@ -40,9 +40,18 @@ Row TextsOf(const Profile& profile) {
   return texts;
 }
 
+// The highest id that a profile has or had and a new one could have.
+uint32_t LastId(const StoredSettings& stored) {
+  uint32_t last = std::max(kLastRoot, stored.Number("LastRemovedProfile"));
+  for (const auto& [id, row] : stored.profiles) {
+    if (id < kLastWithOwnPreferences) last = std::max(last, id);
+  }
+  return last;
+}
+
 }  // namespace
 
-ProfilesModel::ProfilesModel(const ProfileTable& loaded) {
+ProfilesModel::ProfilesModel(const ProfileTable& loaded, const StoredSettings& stored) : lastId_(LastId(stored)) {
   for (const auto& [id, profile] : loaded) now_.emplace(id, *profile);
   before_ = now_;
 }
@@ -79,6 +88,72 @@ void ProfilesModel::Remove(uint32_t id) {
   Columns(id).hidden = true;
 }
 
+std::optional<std::wstring> ProfilesModel::RefuseName(const std::wstring& name) const {
+  if (name.empty()) return L"Please enter a name for the login profile.";
+  std::optional<std::wstring> refusal;
+  for (const auto& [id, profile] : now_) {
+    if (IsRemoved(id) || _wcsicmp(name.c_str(), profile.GetName().c_str()) != 0) continue;
+    if (!profile.GetHidden()) {
+      return L"There is a login profile with the name \"" + name + L"\" already. Please enter another name.";
+    }
+    refusal = L"A hidden login profile has the name \"" + name + L"\" already. Please enter another name.";
+  }
+  return refusal;
+}
+
+std::vector<uint32_t> ProfilesModel::Defaults() const {
+  std::vector<uint32_t> defaults;
+  for (const auto& [id, profile] : now_) {
+    if (id <= kLastRoot) defaults.push_back(id);
+  }
+  return defaults;
+}
+
+std::vector<uint32_t> ProfilesModel::Sources() const {
+  std::vector<uint32_t> sources;
+  for (const auto& [id, profile] : now_) {
+    if (!profile.GetHidden()) sources.push_back(id);
+  }
+  return sources;
+}
+
+uint32_t ProfilesModel::FirstDefaults(const StoredSettings& stored) const {
+  const uint32_t active = stored.Number("ActiveProfile");
+  const auto found = before_.find(active);
+  const uint32_t link = found != before_.end() && !IsNew(active) ? found->second.GetLinkProfile() : 0;
+  const std::vector<uint32_t> defaults = Defaults();
+  return std::ranges::count(defaults, link) != 0 ? link : defaults.front();
+}
+
+void ProfilesModel::Add(const ProfileColumns& profile) {
+  const uint32_t id = profile.profileId;
+  new_.insert(id);
+  now_.insert_or_assign(id, Profile(id)).first->second.Columns() = profile;
+  before_.insert_or_assign(id, before_.at(profile.linkProfile));
+}
+
+std::map<uint32_t, uint32_t> ProfilesModel::StoredIds(const StoredSettings& stored) const {
+  uint32_t last = LastId(stored);
+  for (const uint32_t id : new_) {
+    if (!IsRemoved(id)) last = std::max(last, id);
+  }
+  std::map<uint32_t, uint32_t> ids;
+  for (const uint32_t id : new_) {
+    if (!IsRemoved(id)) ids[id] = id <= LastId(stored) ? ++last : id;
+  }
+  return ids;
+}
+
+Row ProfilesModel::NewRow(uint32_t id, uint32_t storedId) const {
+  Row row;
+  for (const auto& [column, value] : TextsOf(now_.at(id))) row[column] = "NULL";
+  Save(id, &row);
+  row["ProfileId"] = std::to_string(storedId);
+  row["LinkProfile"] = std::to_string(Columns(id).linkProfile);
+  row["Name"] = ToUtf8(Columns(id).name);
+  return row;
+}
+
 bool ProfilesModel::Save(uint32_t id, Row* row) const {
   if (id <= kLastRoot) return false;  // the pages only show them
   const Row before = TextsOf(before_.at(id));
@@ -100,7 +175,7 @@ bool ProfilesModel::Save(uint32_t id, Row* row) const {
 
 std::set<std::wstring> ProfilesModel::SaveRemovals(StoredSettings& stored) const {
   std::set<uint32_t> left = removed_;
-  std::erase_if(left, [&](uint32_t id) { return !stored.profiles.contains(id); });
+  std::erase_if(left, [&](uint32_t id) { return IsNew(id) || !stored.profiles.contains(id); });
   // One that follows another goes first.
   for (size_t before = left.size() + 1; left.size() < before;) {
     before = left.size();

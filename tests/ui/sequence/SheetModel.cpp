@@ -9,6 +9,11 @@ std::wstring RemovedMeanwhile(const std::wstring& name) {
          L"\" was removed by another program meanwhile. What was changed in it could not be saved.";
 }
 
+std::wstring DefaultsRemovedMeanwhile(const std::wstring& name) {
+  return L"The login profile \"" + name +
+         L"\" could not be saved: the defaults that it is to follow were removed by another program meanwhile.";
+}
+
 std::wstring NotRemoved(const std::wstring& name) {
   return L"The login profile \"" + name + L"\" could not be removed: other profiles follow it.";
 }
@@ -16,7 +21,7 @@ std::wstring NotRemoved(const std::wstring& name) {
 }  // namespace
 
 SheetModel::SheetModel(const ProfileTable& loaded, uint32_t first, const StoredSettings& stored)
-    : profiles_(loaded), chosen_(first), general_(stored) {
+    : profiles_(loaded, stored), chosen_(first), general_(stored) {
   ShowPage(stored);
 }
 
@@ -63,6 +68,53 @@ void SheetModel::Remove(const StoredSettings& stored) {
   Choose(profiles_.Selectable().begin()->first, stored);
 }
 
+WizardModel SheetModel::OpenServersWizard(const StoredSettings& stored) {
+  return {Chosen(), servers_.Read(chosen_, !profiles_.IsNew(chosen_), stored)};
+}
+
+WizardModel SheetModel::OpenNewWizard(const StoredSettings& stored) {
+  const uint32_t id = profiles_.NextId();
+  const uint32_t defaults = profiles_.FirstDefaults(stored);
+  WizardModel entries(profiles_.Columns(defaults), servers_.Read(id, false, stored));
+  entries.id = id;
+  entries.defaults = defaults;
+  return entries;
+}
+
+void SheetModel::ConfigureNetwork(const WizardModel& entries, const StoredSettings& stored) {
+  entries.StoreUserIdAndService(Chosen());
+  ShowPage(stored);
+}
+
+void SheetModel::ConfigureServers(const WizardModel& entries, const StoredSettings& stored) {
+  entries.StoreServers(Chosen(), servers_.Read(chosen_, !profiles_.IsNew(chosen_), stored));
+  ShowPage(stored);
+}
+
+void SheetModel::AddNew(const WizardModel& entries, const StoredSettings& stored) {
+  ProfileColumns profile = entries.MakeProfile(servers_.Read(entries.id, false, stored));
+  if (entries.source != 0) {
+    LookAtCopied(entries.source, stored);
+    profile.defaultPreferences = profiles_.Columns(entries.source).defaultPreferences;
+    profile.defaultAutostart = profiles_.Columns(entries.source).defaultAutostart;
+    preferences_.Copy(entries.source, entries.id, entries.defaults, stored);
+    autoStart_.Copy(entries.source, entries.id);
+  }
+  profiles_.Add(profile);
+  Choose(entries.id, stored);
+}
+
+SheetModel::Copied SheetModel::LookAtCopied(uint32_t source, const StoredSettings& stored) {
+  const uint32_t first = profiles_.FirstOfChain(source);
+  Copied copied{preferences_.CountOwn(source, first, stored), {}};
+  const AutoStartModel::List& list = autoStart_.Read(source, first, stored);
+  for (const Row& row : list.rows) {
+    const bool isProgram = row.at("RecordType") == "2";
+    if (list.own && isProgram) copied.programs.push_back(row.at("Name"));
+  }
+  return copied;
+}
+
 void SheetModel::ClickOverridePreferences(const StoredSettings& stored) {
   Chosen().defaultPreferences = !Chosen().defaultPreferences;
   ShowPreferences(stored);
@@ -71,7 +123,7 @@ void SheetModel::ClickOverridePreferences(const StoredSettings& stored) {
 void SheetModel::ShowPreferences(const StoredSettings& stored) {
   const bool showsOwn = OwnPreferences() && chosen_ <= kLastWithOwnPreferences;
   const uint32_t shown = showsOwn ? chosen_ : Chosen().linkProfile;
-  preferences_.Show(shown, shown, OwnPreferences(), stored);
+  preferences_.Show(shown, profiles_.FirstOfChain(shown), OwnPreferences(), stored);
 }
 
 void SheetModel::Toggle(int32_t id) {
@@ -90,22 +142,43 @@ void SheetModel::ClickThreshold() {
 
 SheetModel::Outcome SheetModel::Saved(StoredSettings meanwhile) const {
   Outcome outcome{std::move(meanwhile), {}};
-  StoredSettings& stored = outcome.stored;
-  for (const auto& [id, profile] : profiles_.All()) {
-    if (profiles_.IsRemoved(id)) continue;
-    const auto row = stored.profiles.find(id);
-    const bool exists = row != stored.profiles.end();
-    const bool changed = profiles_.Save(id, exists ? &row->second : nullptr);
-    const bool toggled = SavePreferences(id, exists ? &stored.preferences[id] : nullptr);
-    if (!exists && (changed || toggled)) outcome.lost.push_back(RemovedMeanwhile(profile.GetName()));
-  }
-  for (const std::wstring& name : profiles_.SaveRemovals(stored)) outcome.lost.push_back(NotRemoved(name));
+  SaveNewProfiles(outcome);
+  SaveLoadedProfiles(outcome);
+  for (const std::wstring& name : profiles_.SaveRemovals(outcome.stored)) outcome.lost.push_back(NotRemoved(name));
   return outcome;
 }
 
-bool SheetModel::SavePreferences(uint32_t id, PreferenceRows* rows) const {
+void SheetModel::SaveNewProfiles(Outcome& outcome) const {
+  StoredSettings& stored = outcome.stored;
+  for (const auto& [id, storedId] : profiles_.StoredIds(stored)) {
+    const ProfileColumns& profile = profiles_.Columns(id);
+    if (!stored.profiles.contains(profile.linkProfile)) {
+      outcome.lost.push_back(DefaultsRemovedMeanwhile(profile.name));
+      continue;
+    }
+    stored.profiles[storedId] = profiles_.NewRow(id, storedId);
+    SavePreferences(id, storedId, &stored.preferences[storedId]);
+    autoStart_.Save(id, storedId, profile.linkProfile, !profile.defaultAutostart, stored);
+    servers_.Save(id, storedId, &stored);
+  }
+}
+
+void SheetModel::SaveLoadedProfiles(Outcome& outcome) const {
+  StoredSettings& stored = outcome.stored;
+  for (const auto& [id, profile] : profiles_.All()) {
+    if (profiles_.IsNew(id) || profiles_.IsRemoved(id)) continue;
+    const auto row = stored.profiles.find(id);
+    const bool exists = row != stored.profiles.end();
+    bool changed = profiles_.Save(id, exists ? &row->second : nullptr);
+    changed |= SavePreferences(id, id, exists ? &stored.preferences[id] : nullptr);
+    changed |= servers_.Save(id, id, exists ? &stored : nullptr);
+    if (!exists && changed) outcome.lost.push_back(RemovedMeanwhile(profile.GetName()));
+  }
+}
+
+bool SheetModel::SavePreferences(uint32_t id, uint32_t storedId, PreferenceRows* rows) const {
   return preferences_.Save({.profile = id,
-                            .storedId = id,
+                            .storedId = storedId,
                             .overrides = !profiles_.Columns(id).defaultPreferences && id <= kLastWithOwnPreferences,
                             .overrodeBefore = !profiles_.Before(id).defaultPreferences},
                            rows);

@@ -6,12 +6,15 @@
 #include <vector>
 
 #include "Database/Profiles/Profile.h"
+#include "tests/ui/sequence/AutoStartModel.h"
 #include "tests/ui/sequence/GeneralModel.h"
 #include "tests/ui/sequence/PreferencesModel.h"
 #include "tests/ui/sequence/ProfilesModel.h"
+#include "tests/ui/sequence/ServersModel.h"
 #include "tests/ui/sequence/StoredSettings.h"
 #include "tests/ui/sequence/TimeoutsModel.h"
 #include "tests/ui/sequence/WiFiModel.h"
+#include "tests/ui/sequence/WizardModel.h"
 
 enum class SheetPage { General, Preferences, Timeouts, WiFi };
 
@@ -40,6 +43,21 @@ class SheetModel {
   void Rename(const std::wstring& name, const StoredSettings& stored);
   void Remove(const StoredSettings& stored);
 
+  // What the wizards of the page show at first, and what finishing them does.
+  WizardModel OpenNetworkWizard() { return {Chosen(), {}}; }
+  WizardModel OpenServersWizard(const StoredSettings& stored);
+  WizardModel OpenNewWizard(const StoredSettings& stored);
+  void ConfigureNetwork(const WizardModel& entries, const StoredSettings& stored);
+  void ConfigureServers(const WizardModel& entries, const StoredSettings& stored);
+  void AddNew(const WizardModel& entries, const StoredSettings& stored);
+
+  /// What a new profile would get copies of, which the wizard shows.
+  struct Copied {
+    size_t preferences;
+    std::vector<std::string> programs;
+  };
+  Copied LookAtCopied(uint32_t source, const StoredSettings& stored);
+
   // Preferences
   bool OwnPreferences() { return !Chosen().defaultPreferences; }
   void ClickOverridePreferences(const StoredSettings& stored);
@@ -66,13 +84,17 @@ class SheetModel {
  private:
   void ShowPage(const StoredSettings& stored);
   void ShowPreferences(const StoredSettings& stored);
-  bool SavePreferences(uint32_t id, PreferenceRows* rows) const;
+  void SaveNewProfiles(Outcome& outcome) const;
+  void SaveLoadedProfiles(Outcome& outcome) const;
+  bool SavePreferences(uint32_t id, uint32_t storedId, PreferenceRows* rows) const;
 
   ProfilesModel profiles_;
   uint32_t chosen_;
   SheetPage page_ = SheetPage::General;
   GeneralModel general_;
   PreferencesModel preferences_;
+  AutoStartModel autoStart_;
+  ServersModel servers_;
   TimeoutsModel timeouts_;
   bool timeoutsWereCreated_ = false;  // a page is filled when it is created, and again when it is shown
   WiFiModel wiFi_;

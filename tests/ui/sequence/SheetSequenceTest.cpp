@@ -108,11 +108,19 @@ class SheetSequence : public testing::Test, protected SheetScene {
   }
 
   void StepOnGeneral() {
-    switch (Below(4)) {
+    switch (Below(10)) {
       case 0:
-        return general_.Rename();
       case 1:
+        return general_.Rename();
+      case 2:
         return general_.Remove();
+      case 3:
+        return general_.ConfigureNetwork();
+      case 4:
+        return general_.ConfigureServers();
+      case 5:
+      case 6:
+        return general_.AddNew();
       default:
         return ChooseProfile();
     }
@@ -426,7 +434,7 @@ class SheetSequence : public testing::Test, protected SheetScene {
   }
 
   // No profile has taken over what belongs to another one.
-  void ExpectRecords() {
+  void ExpectRecords() const {
     for (const auto& [id, profile] : context_.profiles) {
       EXPECT_EQ(ColumnNames(DifferingColumns(*profile, model->Profiles().All().at(id)).columns), L"") << id;
     }
@@ -476,6 +484,8 @@ class SheetSequence : public testing::Test, protected SheetScene {
   }
 
   void ExpectSaved() const {
+    ExpectRecords();
+    EXPECT_EQ(context_.profiles.size(), model->Profiles().All().size());
     const SheetModel::Outcome expected = model->Saved(stored);
     SaveReport report;
     ASSERT_EQ(SaveSettings({context_.profiles, context_.preferences, context_.autoStartItems, context_.manualConfigs,
