@@ -102,7 +102,7 @@ int GeneralDialog::OnInitDialog(int64_t parameter) {
   SetWindowSubclass(GetWindow(), ColourValues, 0, 0);
   // As the first page of the full sheet it is created before the sheet is seen.
   const HWND sheet = GetParent(GetWindow());
-  SetWindowLongPtrW(sheet, GWL_EXSTYLE, GetWindowLongPtrW(sheet, GWL_EXSTYLE) & ~WS_EX_CONTEXTHELP);
+  RemoveContextHelpButton(sheet);
   CenterWindow(sheet, nullptr);
   ProfileDataDialog::OnInitDialog(parameter);
   bool showServers = false;

@@ -11,7 +11,7 @@ RenameProfile::RenameProfile(HINSTANCE instance, const wchar_t* templateId, HWND
     : BaseDialog(instance, templateId, parentWindow), currentName(std::move(name)) {}
 
 int RenameProfile::ReadWindowControls() {
-  constexpr int kLongestName = 259;
+  constexpr size_t kLongestName = 259;
   const std::wstring name = ControlText(GetWindow(), IDC_RENAME_NAME, kLongestName);
   if (name.empty()) return 0;
   newName = name;

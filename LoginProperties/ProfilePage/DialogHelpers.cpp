@@ -2,6 +2,7 @@
 
 #include <windowsx.h>
 
+#include "LoginProperties/ProfilePage/CutText.h"
 #include "LoginProperties/ProfilePage/ProfileControls.h"
 #include "NetUtilities/Text/SplitNonEmpty.h"
 #include "WaylineDll/StringDb.h"
@@ -16,11 +17,14 @@ bool IsControlChecked(HWND page, int id) { return IsDlgButtonChecked(page, id) !
 
 void CheckControl(HWND page, int id, bool check) { CheckDlgButton(page, id, check ? BST_CHECKED : BST_UNCHECKED); }
 
-std::wstring ControlText(HWND page, int id, int longest) {
-  std::wstring text(static_cast<size_t>(longest), L'\0');
-  text.resize(GetDlgItemTextW(page, id, text.data(), longest + 1));
+std::wstring ControlText(HWND page, int id) {
+  const int length = GetWindowTextLengthW(GetDlgItem(page, id));
+  std::wstring text(static_cast<size_t>(length), L'\0');
+  text.resize(GetDlgItemTextW(page, id, text.data(), length + 1));
   return text;
 }
+
+std::wstring ControlText(HWND page, int id, size_t longest) { return CutText(ControlText(page, id), longest); }
 
 std::wstring OwnString(unsigned id) { return LoadStringDb(ModuleId::LoginProperties, id, false); }
 
@@ -41,4 +45,8 @@ void SetControlTextHidden(HWND page, int id, const std::wstring& text) {
 void EnableControlsAfterOverride(HWND page, bool enable) {
   HWND control = GetDlgItem(page, IDC_OVERRIDE_CHECK);
   while ((control = GetNextSibling(control)) != nullptr) EnableWindow(control, enable);
+}
+
+void RemoveContextHelpButton(HWND sheet) {
+  SetWindowLongPtrW(sheet, GWL_EXSTYLE, GetWindowLongPtrW(sheet, GWL_EXSTYLE) & ~WS_EX_CONTEXTHELP);
 }

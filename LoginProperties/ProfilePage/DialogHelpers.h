@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <cstddef>
 #include <string>
 
 // One-line operations on a page's control with this id; nothing happens when the page has none.
@@ -14,8 +15,11 @@ void CheckControl(HWND page, int id, bool check);
 /// Whether a check box is checked or in its third state.
 bool IsControlChecked(HWND page, int id);
 
-/// The text of a control, at most its first `longest` characters.
-std::wstring ControlText(HWND page, int id, int longest);
+/// The text of a control.
+std::wstring ControlText(HWND page, int id);
+
+/// The same, at most its first `longest` characters and no half one.
+std::wstring ControlText(HWND page, int id, size_t longest);
 
 /// The text with this number of the module's own string table.
 std::wstring OwnString(unsigned id);
@@ -29,3 +33,6 @@ void SetControlTextHidden(HWND page, int id, const std::wstring& text);
 
 /// Enables or disables every control that follows the "Override defaults" box in the page's tab order.
 void EnableControlsAfterOverride(HWND page, bool enable);
+
+/// Takes the question mark out of a sheet's title bar.
+void RemoveContextHelpButton(HWND sheet);

@@ -15,7 +15,7 @@
 
 namespace {
 
-constexpr int kLongestText = 260;
+constexpr size_t kLongestText = 260;
 
 constexpr PageTraits kTraits = {
     .helpTopic = 1132,

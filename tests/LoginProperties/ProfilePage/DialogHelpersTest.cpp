@@ -96,6 +96,28 @@ TEST_F(DialogHelpers, ReadATextUpToALength) {
   EXPECT_EQ(ControlText(page, kBefore, 4), L"");
 }
 
+TEST_F(DialogHelpers, ReadNoHalfCharacter) {
+  SetWindowTextW(Add(kAfter, L"EDIT"), L"123\xd83d\xde00");
+  EXPECT_EQ(ControlText(page, kAfter), L"123\xd83d\xde00");
+  EXPECT_EQ(ControlText(page, kAfter, 5), L"123\xd83d\xde00");
+  EXPECT_EQ(ControlText(page, kAfter, 4), L"123");
+}
+
+TEST_F(DialogHelpers, ReadALongTextWhole) {
+  const std::wstring text(3000, L'x');
+  SetWindowTextW(Add(kAfter, L"EDIT", ES_AUTOHSCROLL), text.c_str());
+  EXPECT_EQ(ControlText(page, kAfter), text);
+  EXPECT_EQ(ControlText(page, kBefore), L"") << "there is none";
+}
+
+TEST_F(DialogHelpers, TakeTheQuestionMarkOutOfATitleBar) {
+  const LONG_PTR style = GetWindowLongPtrW(page, GWL_EXSTYLE) | WS_EX_TOPMOST;
+  SetWindowLongPtrW(page, GWL_EXSTYLE, style | WS_EX_CONTEXTHELP);
+  RemoveContextHelpButton(page);
+  EXPECT_EQ(GetWindowLongPtrW(page, GWL_EXSTYLE) & WS_EX_CONTEXTHELP, 0);
+  EXPECT_EQ(GetWindowLongPtrW(page, GWL_EXSTYLE) & ~WS_EX_TOPMOST, style & ~WS_EX_TOPMOST) << "nothing else";
+}
+
 TEST_F(DialogHelpers, TakeTextsFromTheModulesStrings) {
   const LoadedModule pavise(L"Pavise.dll");
   EXPECT_EQ(OwnString(IDS_INITIAL_SIZES), L"Normal~Maximized~Minimized");
