@@ -8,11 +8,16 @@
 #define IDS_PROXY_MANUAL 1005
 #define IDS_PROXY_AUTO_URL_ROW 1008
 #define IDS_PROXY_AUTOMATICALLY 1009
+#define IDS_PROXY_UNKNOWN 1601
 
 // Columns of the proxy list
 #define IDS_PROXY_COLUMN_TYPE 1097
 #define IDS_PROXY_COLUMN_SETTING 1098
 #define IDS_PROXY_COLUMN_VALUE 1099
+
+// Columns of the manual proxy lists
+#define IDS_PROXY_COLUMN_ADDRESS 1602
+#define IDS_PROXY_COLUMN_PORT 1603
 
 // Captions of the manual proxy lists
 #define IDS_MANUAL_PROXY_CAPTION 1523

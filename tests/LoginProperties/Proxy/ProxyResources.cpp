@@ -48,6 +48,9 @@ const ExpectedResources kResources({
             {1099, L"Value"},
             {1523, L"VPN manual proxy settings"},
             {1524, L"VPN manual proxy exception settings"},
+            {1601, L"unknown"},
+            {1602, L"Proxy Address"},
+            {1603, L"Port"},
         },
 });
 
