@@ -11,6 +11,10 @@
 
 namespace {
 
+// How often a key is pressed that had no effect, and how long that is waited for.
+constexpr int kTries = 5;
+constexpr auto kPatience = std::chrono::seconds(3);
+
 bool IsDialog(HWND window) {
   wchar_t name[16] = {};
   GetClassNameW(window, name, ARRAYSIZE(name));
@@ -101,6 +105,24 @@ void SendClick(POINT point, int times) {
     add(MOUSEEVENTF_LEFTUP);
   }
   SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
+}
+
+void BringToForeground(HWND window) {
+  const auto isInForeground = [window] {
+    if (GetForegroundWindow() == window) return true;
+    SetForegroundWindow(window);
+    return false;
+  };
+  if (!WaitUntil(isInForeground)) Fail("the window does not come to the foreground");
+}
+
+bool PressKeyUntil(HWND window, const std::function<bool()>& effect, WORD key, const std::vector<WORD>& modifiers) {
+  for (int tries = 0; tries < kTries; ++tries) {
+    BringToForeground(window);
+    SendKey(key, modifiers);
+    if (WaitUntil(effect, kPatience)) return true;
+  }
+  return false;
 }
 
 void Fail(const char* what) {

@@ -35,5 +35,13 @@ void SendKey(WORD key, const std::vector<WORD>& modifiers = {});
 /// Clicks with the left mouse button on a point of the screen, with real input.
 void SendClick(POINT point, int times = 1);
 
+/// Waits until a window is in the foreground, where real input goes.
+void BringToForeground(HWND window);
+
+/// Presses a key in a window with real input, together with the modifiers (VK_SHIFT, VK_CONTROL, VK_MENU), until
+/// `effect` holds; false when it never does. As a person would, it presses again what was lost: the screen forgets keys
+/// while it hands the keyboard over to a window.
+bool PressKeyUntil(HWND window, const std::function<bool()>& effect, WORD key, const std::vector<WORD>& modifiers = {});
+
 /// Ends the test with a picture: what is still on the screen now is gone when the test learns of the failure.
 [[noreturn]] void Fail(const char* what);

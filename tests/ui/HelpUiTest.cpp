@@ -4,34 +4,10 @@
 
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <string>
-
 #include "tests/support/BrowserStandIn.h"
+#include "tests/support/WrittenTopic.h"
 #include "tests/ui/SheetDriver.h"
 #include "tests/ui/TestContext.h"
-
-namespace {
-
-// The page of a topic exists while this object lives, also when it is not written yet.
-class WrittenTopic {
- public:
-  explicit WrittenTopic(const std::wstring& page) : file_(HelpPage(page)), added_(!exists(file_)) {
-    if (added_) std::ofstream(file_) << "<!DOCTYPE html>";
-  }
-  ~WrittenTopic() {
-    std::error_code ignored;
-    if (added_) std::filesystem::remove(file_, ignored);
-  }
-  WrittenTopic(const WrittenTopic&) = delete;
-  WrittenTopic& operator=(const WrittenTopic&) = delete;
-
- private:
-  std::filesystem::path file_;
-  bool added_;
-};
-
-}  // namespace
 
 TEST(SheetHelp, TheButtonOpensThePagesTopic) {
   LoginPropertiesContext context = MakeContext();

@@ -4,40 +4,27 @@
 
 #include <string>
 
-#include "tests/ui/SheetDriver.h"
+#include "LoginProperties/General/GeneralControls.h"
+#include "LoginProperties/General/RenameProfileControls.h"
+#include "tests/ui/ModalDriver.h"
 
 /// The dialog "Rename Profile" over a sheet, as a person in front of it sees and uses it.
-class RenameDriver {
+class RenameDriver : public ModalDriver {
  public:
   /// Presses the button "Rename" of the sheet's page and waits for the dialog.
-  explicit RenameDriver(SheetDriver& sheet);
-
-  /// Whether it has not been closed.
-  bool IsOpen() const { return IsWindowVisible(window_) != FALSE; }
-
-  std::wstring Title() const;
+  explicit RenameDriver(SheetDriver& sheet) : ModalDriver(sheet, IDC_GENERAL_RENAME) {}
 
   /// What the field holds.
-  std::wstring Name() const;
+  std::wstring Name() const { return Text(IDC_RENAME_NAME); }
 
-  HWND Field() const;
+  HWND Field() const { return Control(IDC_RENAME_NAME); }
 
   /// Types over what the field holds.
-  void Type(const std::wstring& name) const;
-
-  /// Presses a button that may keep the dialog open.
-  void Press(int button) const { SendMessageW(window_, WM_COMMAND, static_cast<WPARAM>(button), 0); }
-
-  /// Presses a button that closes the dialog, and waits until the page has gone on.
-  void Close(int button) const;
+  void Type(const std::wstring& name) const { ModalDriver::Type(IDC_RENAME_NAME, name); }
 
   /// Gives the profile another name.
   void Rename(const std::wstring& name) const {
     Type(name);
     Close(IDOK);
   }
-
- private:
-  SheetDriver& sheet_;
-  HWND window_ = nullptr;
 };

@@ -185,30 +185,12 @@ void SheetDriver::Type(const std::wstring& text) {
 
 void SheetDriver::ClearSelection(int id) { ComboBox_SetCurSel(Control(id), -1); }
 
-void SheetDriver::PressKey(WORD key, const std::vector<WORD>& modifiers) {
-  // Real input goes to whichever window is in the foreground.
-  if (!WaitUntil([this] { return IsInForeground(); })) {
-    Fail("the sheet does not come to the foreground");
-  }
-  SendKey(key, modifiers);
-}
-
-bool SheetDriver::IsInForeground() const {
-  if (GetForegroundWindow() == sheet_) return true;
-  SetForegroundWindow(sheet_);
-  return false;
-}
-
 bool SheetDriver::PressKeyUntil(const std::function<bool()>& effect, WORD key, const std::vector<WORD>& modifiers) {
-  for (int tries = 0; tries < kTries; ++tries) {
-    PressKey(key, modifiers);
-    if (WaitUntil(effect, kPatience)) return true;
-  }
-  return false;
+  return ::PressKeyUntil(sheet_, effect, key, modifiers);
 }
 
 void SheetDriver::ClickByMouse(POINT point, int times) const {
-  if (!WaitUntil([this] { return IsInForeground(); })) Fail("the sheet does not come to the foreground");
+  BringToForeground(sheet_);
   SendClick(point, times);
 }
 

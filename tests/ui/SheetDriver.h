@@ -76,9 +76,7 @@ class SheetDriver {
   /// Takes the selection of a list away, which no user can do.
   void ClearSelection(int id);
 
-  /// Presses a key with real input, together with the modifiers (VK_SHIFT, VK_CONTROL, VK_MENU), until `effect` holds;
-  /// false when it never does. As a person would, it presses again what was lost: the screen forgets keys while it
-  /// hands the keyboard over to a window.
+  /// Presses a key with real input, as PressKeyUntil of DialogWindows.h does.
   bool PressKeyUntil(const std::function<bool()>& effect, WORD key, const std::vector<WORD>& modifiers = {});
 
   /// Clicks on a point of the screen with the mouse, with real input, `times` times in a row. The click gives the focus
@@ -135,10 +133,8 @@ class SheetDriver {
   void PickIndex(int id, int index);
   void PressEnding(int button);
   void Settle() const;
-  void PressKey(WORD key, const std::vector<WORD>& modifiers);
   void PressEndingByMouse(int button);
   size_t IndexOfTab(const std::wstring& title) const;
-  bool IsInForeground() const;
   bool WaitForSheet();
 
   INT_PTR result_ = 0;
