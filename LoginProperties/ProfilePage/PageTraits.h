@@ -12,6 +12,9 @@ struct PageTraits {
   bool ownsHelpOfKey = false;
   bool ownsHelpOfButton = true;
 
+  // Whether the user can choose another profile only when the page's values are valid.
+  bool validatesBeforeSwitch = true;
+
   // What OnCommand returns for notifications of the selector that the page has no use for.
   int idleSelectorResult = 0;
 

@@ -89,7 +89,7 @@ int ProfileDataDialog::OnCommand(uint64_t command, int64_t) {
 }
 
 int ProfileDataDialog::OnProfileChosen() {
-  if (ValidateWindowControls() == 0) {
+  if (traits_.validatesBeforeSwitch && ValidateWindowControls() == 0) {
     ProfileDataDialog::SetWindowControls();  // the selector goes back to the current profile
     return 0;
   }

@@ -9,6 +9,7 @@
 #include "LoginProperties/Preferences/PreferenceControls.h"
 #include "LoginProperties/ProfilePage/OverridePolicy.h"
 #include "LoginProperties/ProfilePage/ProfileControls.h"
+#include "LoginProperties/Proxy/ProxyControls.h"
 #include "LoginProperties/Timeouts/TimeoutControls.h"
 #include "tests/support/TestRegistryKey.h"
 #include "tests/support/WaitUntil.h"
@@ -83,11 +84,14 @@ class HeldKeys {
 
 bool IsKeyDown(int key) { return (GetAsyncKeyState(key) & 0x8000) != 0; }
 
-// The controls behind the override box in the tab order.
+// The controls behind the override box in the tab order, without those of the page Proxy that can always be read.
 std::vector<HWND> GovernedControls(const SheetDriver& sheet) {
   std::vector<HWND> controls;
   HWND control = sheet.Control(IDC_OVERRIDE_CHECK);
   while ((control = GetWindow(control, GW_HWNDNEXT)) != nullptr) controls.push_back(control);
+  if (sheet.CurrentTab() != L"Proxy") return controls;
+  std::erase(controls, sheet.Control(IDC_PROXY_EXPLANATION));
+  std::erase(controls, sheet.Control(IDC_PROXY_SETTING_GROUP));
   return controls;
 }
 
