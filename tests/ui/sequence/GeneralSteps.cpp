@@ -57,7 +57,7 @@ void GeneralSteps::ConfigureNetwork() {
   scene_.story << "user ID and service: ";
   WizardModel entries = Model().OpenNetworkWizard();
   Sheet().Click(IDC_GENERAL_CONFIGURE_NETWORK);
-  if (WizardSteps(scene_, entries).Walk()) Model().ConfigureNetwork(entries, scene_.stored);
+  if (WizardSteps(scene_, other_, entries).Walk()) Model().ConfigureNetwork(entries, scene_.stored);
 }
 
 void GeneralSteps::ConfigureServers() {
@@ -65,12 +65,12 @@ void GeneralSteps::ConfigureServers() {
   scene_.story << "servers: ";
   WizardModel entries = Model().OpenServersWizard(scene_.stored);
   Sheet().Click(IDC_GENERAL_CONFIGURE_SERVERS);
-  if (WizardSteps(scene_, entries).Walk()) Model().ConfigureServers(entries, scene_.stored);
+  if (WizardSteps(scene_, other_, entries).Walk()) Model().ConfigureServers(entries, scene_.stored);
 }
 
 void GeneralSteps::AddNew() {
   WizardModel entries = Model().OpenNewWizard(scene_.stored);
   scene_.story << "new " << entries.id << ": ";
   Sheet().Click(IDC_GENERAL_NEW);
-  if (WizardSteps(scene_, entries).Walk()) Model().AddNew(entries, scene_.stored);
+  if (WizardSteps(scene_, other_, entries).Walk()) Model().AddNew(entries, scene_.stored);
 }

@@ -2,12 +2,14 @@
 
 #include <string>
 
+#include "tests/ui/sequence/OtherProgram.h"
 #include "tests/ui/sequence/SheetScene.h"
 
 /// The steps of a user on the "General" page.
 class GeneralSteps {
  public:
-  explicit GeneralSteps(SheetScene& scene) : scene_(scene) {}
+  /// The other program goes on while a wizard is open.
+  GeneralSteps(SheetScene& scene, OtherProgram& other) : scene_(scene), other_(other) {}
 
   /// What the page shows is as the model says.
   void ExpectPage();
@@ -28,5 +30,6 @@ class GeneralSteps {
   SheetDriver& Sheet() { return *scene_.sheet; }
 
   SheetScene& scene_;
+  OtherProgram& other_;
   int named_ = 0;  // makes names different
 };

@@ -57,8 +57,13 @@ const std::vector<ServerRow> kRows = {
 
 }  // namespace
 
-WizardSteps::WizardSteps(SheetScene& scene, WizardModel& entries)
-    : scene_(scene), entries_(entries), wizard_(GetWindowThreadProcessId(scene.sheet->Sheet(), nullptr)) {}
+WizardSteps::WizardSteps(SheetScene& scene, OtherProgram& other, WizardModel& entries)
+    : scene_(scene),
+      other_(other),
+      entries_(entries),
+      wizard_(GetWindowThreadProcessId(scene.sheet->Sheet(), nullptr)) {
+  for (const auto& [id, row] : scene_.stored.services) services_.push_back(static_cast<uint32_t>(id));
+}
 
 bool WizardSteps::Walk() {
   do {
@@ -73,10 +78,11 @@ bool WizardSteps::Walk() {
 
 // Whether the wizard stays open.
 bool WizardSteps::GoOn() {
-  if (Random().OneIn(16)) {
+  if (givesUp_ || Random().OneIn(16)) {
     wizard_.PressCancel();
     return false;
   }
+  if (Random().OneIn(20)) other_.TakeStep();
   if (Random().OneIn(10) && wizard_.CanPress(WizardDriver::kBack)) {
     scene_.story << "back, ";
     wizard_.PressBack();
@@ -96,6 +102,7 @@ void WizardSteps::ExpectRefusal(const std::wstring& sentence) {
   ASSERT_EQ(wizard_.MessageBoxText(), sentence);
   wizard_.AnswerMessageBox();
   EXPECT_EQ(wizard_.CurrentPage(), page);
+  givesUp_ = Random().OneIn(6);
 }
 
 void WizardSteps::UsePage() {
@@ -148,6 +155,7 @@ void WizardSteps::UseName() {
       return;
     }
     ASSERT_NO_FATAL_FAILURE(ExpectRefusal(*refusal));
+    if (givesUp_) return;
   }
 }
 
@@ -176,6 +184,7 @@ void WizardSteps::UseUserId() {
     scene_.story << "user ID ";
     wizard_.Type(IDC_WIZARD_USER_ID, L"a b");
     ASSERT_NO_FATAL_FAILURE(ExpectRefusal(kUserIdExpected));
+    if (givesUp_) return;
   }
   if (isWrong || Random().OneIn(2)) {
     const std::wstring userId = Random().OneOf(std::vector<std::wstring>{L"a.b", L"c.d", L""});
@@ -186,14 +195,12 @@ void WizardSteps::UseUserId() {
 }
 
 void WizardSteps::UseService() {
-  std::vector<uint32_t> services;
-  for (const auto& [id, row] : scene_.stored.services) services.push_back(static_cast<uint32_t>(id));
-  EXPECT_EQ(wizard_.Values(IDC_WIZARD_SERVICE), services);
+  EXPECT_EQ(wizard_.Values(IDC_WIZARD_SERVICE), services_);
   const auto chosen = static_cast<uint32_t>(entries_.Service() != 0 ? entries_.Service() : 400);
-  const bool isKnown = std::ranges::count(services, chosen) != 0;
+  const bool isKnown = std::ranges::count(services_, chosen) != 0;
   EXPECT_EQ(wizard_.SelectedValue(IDC_WIZARD_SERVICE), isKnown ? std::optional(chosen) : std::nullopt);
-  if (services.empty() || Random().OneIn(2)) return;
-  const uint32_t service = Random().OneOf(services);
+  if (services_.empty() || Random().OneIn(2)) return;
+  const uint32_t service = Random().OneOf(services_);
   scene_.story << "service " << service << ", ";
   wizard_.PickValue(IDC_WIZARD_SERVICE, service);
   entries_.EnterService(static_cast<int32_t>(service));
@@ -218,7 +225,7 @@ void WizardSteps::UseServers(size_t first, size_t count) {
   scene_.story << "server " << field << " ";
   wizard_.Type(kRows[field].value, kRows[field].wrong);
   ASSERT_NO_FATAL_FAILURE(ExpectRefusal(kRows[field].expected));
-  EnterServer(field);
+  if (!givesUp_) EnterServer(field);
 }
 
 void WizardSteps::UseServer(size_t field) {

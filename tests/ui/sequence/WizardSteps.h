@@ -1,10 +1,11 @@
 #pragma once
 
-#include <map>
-#include <optional>
+#include <cstddef>
+#include <cstdint>
 #include <string>
 #include <vector>
 
+#include "tests/ui/sequence/OtherProgram.h"
 #include "tests/ui/sequence/SheetScene.h"
 #include "tests/ui/sequence/WizardModel.h"
 #include "tests/ui/WizardDriver.h"
@@ -13,7 +14,7 @@
 class WizardSteps {
  public:
   /// The wizard has just been opened; its pages show `entries` and change them.
-  WizardSteps(SheetScene& scene, WizardModel& entries);
+  WizardSteps(SheetScene& scene, OtherProgram& other, WizardModel& entries);
 
   /// Goes through the pages, now and then back; whether the user has finished the wizard and not cancelled it.
   bool Walk();
@@ -34,7 +35,7 @@ class WizardSteps {
   bool GoOn();
   void Advance();
 
-  // What cannot stand keeps the page in front, and the user is told why.
+  // What cannot stand keeps the page in front, and the user is told why, who may then give up.
   void ExpectRefusal(const std::wstring& sentence);
 
   std::wstring AnyName();
@@ -44,7 +45,10 @@ class WizardSteps {
   SheetModel& Model() { return *scene_.model; }
 
   SheetScene& scene_;
+  OtherProgram& other_;
   WizardModel& entries_;
   WizardDriver wizard_;
+  std::vector<uint32_t> services_;  // when the wizard was opened
+  bool givesUp_ = false;
   bool finished_ = false;
 };
