@@ -1,5 +1,7 @@
 // The wizard for user ID and network service, and what holds for every wizard.
 
+#include <windows.h>
+
 #include <commctrl.h>
 #include <gmock/gmock.h>
 
