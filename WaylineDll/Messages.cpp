@@ -24,7 +24,7 @@ void DisplayMessage(HWND parent, ModuleId module, unsigned id, std::wstring_view
 }
 
 int AskYesNo(HWND parent, ModuleId module, unsigned id, std::wstring_view first, std::wstring_view second) {
-  const bool yes = ShowBox(parent, MB_YESNO | MB_ICONQUESTION, module, id, {first, second}) == IDYES;
+  const bool yes = ShowBox(parent, MB_YESNO | MB_ICONQUESTION | MB_DEFBUTTON2, module, id, {first, second}) == IDYES;
   Log(LogLevel::Info, yes ? L"Answer: yes" : L"Answer: no");
   return yes ? 1 : 0;
 }

@@ -65,16 +65,21 @@ LRESULT CALLBACK ColourValues(HWND page, UINT message, WPARAM device, LPARAM con
   return DefSubclassProc(page, message, device, control);
 }
 
-// On the log-on desktop the sheet itself asks for help, whichever page is in front.
-LRESULT CALLBACK OpenHelpOfSheet(HWND sheet, UINT message, WPARAM wordParameter, LPARAM longParameter, UINT_PTR id,
-                                 DWORD_PTR) {
+// Keeps the sheet open under a wizard or a question, whose answer would be lost with it. On the log-on desktop it also
+// asks for help by itself, whichever page is in front.
+LRESULT CALLBACK GuardSheet(HWND sheet, UINT message, WPARAM wordParameter, LPARAM longParameter, UINT_PTR id,
+                            DWORD_PTR opensHelp) {
   constexpr uint32_t kCommand = 15;
   switch (message) {
+    case WM_CLOSE:
+      if (IsWindowEnabled(sheet) == FALSE) return 0;
+      break;
     case WM_HELP:
+      if (opensHelp == 0) break;
       DisplayHelp(kTraits.helpTopic, sheet, kCommand);
       return TRUE;
     case WM_NCDESTROY:
-      RemoveWindowSubclass(sheet, OpenHelpOfSheet, id);
+      RemoveWindowSubclass(sheet, GuardSheet, id);
       break;
     default:
       break;
@@ -113,7 +118,7 @@ int GeneralDialog::OnInitDialog(int64_t parameter) {
       HideControl(GetWindow(), id);
     }
   }
-  if (IsRunningInWinLogonDesktop()) SetWindowSubclass(sheet, OpenHelpOfSheet, 0, 0);
+  SetWindowSubclass(sheet, GuardSheet, 0, IsRunningInWinLogonDesktop() ? 1 : 0);
   return 1;
 }
 
@@ -128,6 +133,9 @@ int GeneralDialog::SetWindowControls() {
 }
 
 int GeneralDialog::OnCommand(uint64_t command, int64_t control) {
+  // Under a wizard or a question nothing else begins.
+  const HWND sheet = GetParent(GetWindow());
+  if (sheet != nullptr && IsWindowEnabled(sheet) == FALSE) return 1;
   const bool isClick = HIWORD(command) == BN_CLICKED;
   switch (LOWORD(command)) {
     case IDC_GENERAL_RENAME:
@@ -230,10 +238,11 @@ void GeneralDialog::AddNew() {
   context.profiles[id] = profile;
   context.currentProfile = profile;
   SheetLog::ProfileCreated(profile, data.copySettings ? data.copySourceProfileId : 0);
+  // The library has made the copies, and hands them out from now on.
   if (data.copySettings) {
     PreferenceTable preferences;
-    GetUserPreferences(data.copySourceProfileId, preferences);
-    CopyPreferences(preferences, id, context.preferences);
+    GetUserPreferences(id, preferences);
+    for (auto& [preferenceId, copy] : preferences) context.preferences[preferenceId] = std::move(copy);
     AutoStartTable items;
     LoadUserAutoStart(data.copySourceProfileId, items);
     CopyUserAutoStart(id, items, context.autoStartItems);

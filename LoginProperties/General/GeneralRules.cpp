@@ -62,12 +62,3 @@ void TakeUserIdAndService(const Profile& edited, Profile& profile) {
   }
   if (changed) profile.SetState(ChangeState::Changed);
 }
-
-void CopyPreferences(const PreferenceTable& source, uint32_t profileId, PreferenceTable& table) {
-  for (const auto& [id, preference] : source) {
-    if (!preference) continue;
-    auto copy = std::make_shared<Preference>(preference->Fields());
-    copy->SetProfileId(profileId);
-    table[id] = std::move(copy);
-  }
-}

@@ -4,7 +4,6 @@
 #include <memory>
 #include <string>
 
-#include "Database/Profiles/Preference.h"
 #include "Database/Profiles/Profile.h"
 
 // What the General page does with profiles. Null records of a table stand for nothing.
@@ -32,6 +31,3 @@ std::shared_ptr<Profile> RemoveProfile(const ProfileTable& profiles, Profile& pr
 /// Takes over the account, user ID, certificate and network service that were changed in a copy of the profile. Marks
 /// it changed only if there was any.
 void TakeUserIdAndService(const Profile& edited, Profile& profile);
-
-/// Makes copies of preferences for another profile, which take the place of those of others in `table`.
-void CopyPreferences(const PreferenceTable& source, uint32_t profileId, PreferenceTable& table);

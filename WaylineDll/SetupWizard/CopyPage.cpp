@@ -2,6 +2,7 @@
 
 #include <windowsx.h>
 
+#include <optional>
 #include <string>
 
 #include "WaylineDll/OpenStore.h"
@@ -19,21 +20,40 @@ std::wstring Line(unsigned text, std::wstring_view item = {}) {
   return LoadStringWithSubS(ModuleId::ClientLibrary, text, false, {item}) + L"\r\n";
 }
 
-CopiedSettings LoadCopied(uint32_t profileId) {
+// Nothing when it cannot be read.
+std::optional<CopiedSettings> LoadCopied(uint32_t profileId) {
   PreferenceTable preferences;
   AutoStartTable items;
-  if (SettingsStore* const store = OpenStore()) {
-    store->LoadOwnPreferences(profileId, preferences);
-    store->LoadOwnAutoStart(profileId, items);
+  SettingsStore* const store = OpenStore();
+  if (store == nullptr || !store->LoadPreferences(profileId, preferences) || !store->LoadAutoStart(profileId, items)) {
+    return std::nullopt;
   }
+  store->LoadOwnPreferences(profileId, preferences);
+  store->LoadOwnAutoStart(profileId, items);
   return CopiedOf(preferences, items);
 }
 
-std::wstring TextOf(const CopiedSettings& copied) {
-  std::wstring text = Line(IDS_COPIED_PREFERENCES, std::to_wstring(copied.preferences));
-  text += Line(copied.programs.empty() ? IDS_COPIED_NO_PROGRAMS : IDS_COPIED_PROGRAMS);
-  for (const std::wstring& program : copied.programs) text += Line(IDS_COPIED_PROGRAM, program);
-  return text + Line(IDS_COPIED_OVERRIDES);
+// As the sheet calls it.
+std::wstring NameOf(PreferenceId preference) {
+  const auto id = static_cast<unsigned>(preference);
+  const std::wstring label = LoadStringDb(ModuleId::LoginProperties, id, false);
+  return !label.empty() ? label : std::to_wstring(id);
+}
+
+unsigned HeadingOf(const CopiedSettings& copied) {
+  if (!copied.hasAutoStartList) return IDS_COPIED_NO_PROGRAMS;
+  return copied.programs.empty() ? IDS_COPIED_EMPTY_PROGRAMS : IDS_COPIED_PROGRAMS;
+}
+
+std::wstring TextOf(const CopiedSettings& copied, const Profile& source) {
+  std::wstring text =
+      Line(source.GetDefaultPreferences() ? IDS_COPIED_FOLLOWS_PREFERENCES : IDS_COPIED_OVERRIDES_PREFERENCES);
+  text += Line(source.GetDefaultAutostart() ? IDS_COPIED_FOLLOWS_AUTOSTART : IDS_COPIED_OVERRIDES_AUTOSTART);
+  text += Line(HeadingOf(copied));
+  for (const std::wstring& program : copied.programs) text += Line(IDS_COPIED_ENTRY, program);
+  text += Line(copied.preferences.empty() ? IDS_COPIED_NO_PREFERENCES : IDS_COPIED_PREFERENCES);
+  for (const PreferenceId preference : copied.preferences) text += Line(IDS_COPIED_ENTRY, NameOf(preference));
+  return text;
 }
 
 }  // namespace
@@ -68,7 +88,11 @@ uint32_t CopyPage::ChosenSource() const { return SelectedComboItem(Control(IDC_W
 
 void CopyPage::ShowCopied() {
   const uint32_t source = ChosenSource();
-  const std::wstring text = source != kNoSource ? TextOf(LoadCopied(source)) : std::wstring();
+  std::wstring text;
+  if (source != kNoSource) {
+    const auto copied = LoadCopied(source);
+    text = copied ? TextOf(*copied, *Run().Profiles().at(source)) : Line(IDS_COPIED_UNREADABLE);
+  }
   SetDlgItemTextW(GetWindow(), IDC_WIZARD_COPIED, text.c_str());
   EnableWindow(Control(IDC_WIZARD_COPIED_LABEL), source != kNoSource ? TRUE : FALSE);
   EnableWindow(Control(IDC_WIZARD_COPIED), source != kNoSource ? TRUE : FALSE);

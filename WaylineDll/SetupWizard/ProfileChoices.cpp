@@ -33,7 +33,8 @@ CopiedSettings CopiedOf(const PreferenceTable& preferences, const AutoStartTable
     if (item && item->fields.recordType == AutoStartRecordType::Program) programs.push_back(&item->fields);
   }
   std::ranges::stable_sort(programs, {}, [](const auto* program) { return std::tie(program->phase, program->order); });
-  CopiedSettings copied{.preferences = preferences.size(), .programs = {}};
+  CopiedSettings copied{.preferences = {}, .hasAutoStartList = !items.empty(), .programs = {}};
+  for (const auto& [id, preference] : preferences) copied.preferences.push_back(id);
   for (const auto* program : programs) copied.programs.push_back(program->name);
   return copied;
 }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -25,7 +24,8 @@ std::vector<OfferedProfile> SourcesToCopy(const ProfileTable& profiles);
 
 /// What is copied from a profile.
 struct CopiedSettings {
-  size_t preferences = 0;
+  std::vector<PreferenceId> preferences;
+  bool hasAutoStartList = false;       // even if nothing is started by it
   std::vector<std::wstring> programs;  // names, in the order in which they are started
 };
 

@@ -24,7 +24,8 @@ NameProblem CheckProfileName(std::wstring_view name, uint32_t id, const ProfileT
   NameProblem problem = NameProblem::None;
   for (const auto& [key, profile] : profiles) {
     if (!profile || profile->GetProfileId() == id || profile->GetState() == ChangeState::Removed) continue;
-    if (!AreSameNames(name, profile->GetName())) continue;
+    // Renaming keeps the blanks around a name, which nobody sees.
+    if (!AreSameNames(name, Trimmed(profile->GetName()))) continue;
     // One that the user sees explains itself.
     if (!profile->GetHidden()) return NameProblem::Taken;
     problem = NameProblem::TakenByHidden;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "WaylineDll/SetupWizard/FieldRules.h"
 #include "WaylineDll/SetupWizard/ListItems.h"
 #include "WaylineDll/SetupWizard/WizardStrings.h"
 #include "WaylineDll/StringDb.h"
@@ -34,6 +35,9 @@ std::vector<int> ServersPage::GetFields() const {
 
 WizardPageDialog::Verdict ServersPage::Judge(int field, const std::wstring& text) const {
   const Row& row = *std::ranges::find(rows_, field, &Row::value);
+  const ServerSetting before = Draft().GetServerBefore(row.field);
+  const auto mode = SelectedComboItem(Control(row.mode));
+  if (text == Trimmed(before.value) && (!mode || *mode == before.mode)) return {.accepted = before.value};
   const auto accepted = AcceptedServer(row.field, text);
   return {.accepted = accepted.value_or(text), .message = accepted ? 0U : row.expected};
 }

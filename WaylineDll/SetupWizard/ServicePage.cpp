@@ -2,6 +2,7 @@
 
 #include "WaylineDll/SetupWizard/ListItems.h"
 #include "WaylineDll/SetupWizard/WizardStrings.h"
+#include "WaylineDll/StringDb.h"
 
 std::vector<int> ServicePage::GetFields() const { return {IDC_WIZARD_SERVICE}; }
 
@@ -12,6 +13,10 @@ WizardPageDialog::Verdict ServicePage::Judge(int field, const std::wstring&) con
 int ServicePage::OnInitDialog(int64_t parameter) {
   for (const ServiceRecord& service : Run().Services()) {
     AddListItem(Control(IDC_WIZARD_SERVICE), service.displayText, static_cast<uint32_t>(service.serviceId));
+  }
+  if (Run().Services().empty()) {
+    const std::wstring hint = LoadStringDb(ModuleId::ClientLibrary, IDS_SERVICES_UNREADABLE, false);
+    SetDlgItemTextW(GetWindow(), IDC_WIZARD_SERVICE_HINT, hint.c_str());
   }
   return WizardPageDialog::OnInitDialog(parameter);
 }

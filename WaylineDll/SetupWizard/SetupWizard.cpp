@@ -28,7 +28,8 @@ bool HasWhatItNeeds(HWND owner, WizardId wizard, const SetupWizardData_t* data) 
     return false;
   }
   if (wizard != WizardId::UserIdAndService && !data->manualConfig) {
-    TellAndLog(owner, IDS_WIZARD_NO_SERVERS, wizard, L"it was given no servers");
+    TellAndLog(owner, wizard == WizardId::NewProfile ? IDS_WIZARD_NO_PROFILE : IDS_WIZARD_NO_SERVERS, wizard,
+               L"it was given no servers");
     return false;
   }
   return true;

@@ -6,7 +6,10 @@
 std::vector<int> UserIdPage::GetFields() const { return {IDC_WIZARD_ACCOUNT, IDC_WIZARD_USER_ID}; }
 
 WizardPageDialog::Verdict UserIdPage::Judge(int field, const std::wstring& text) const {
-  if (field == IDC_WIZARD_ACCOUNT) return {.accepted = text, .message = IsAccount(text) ? 0U : IDS_ACCOUNT_EXPECTED};
+  const bool isAccount = field == IDC_WIZARD_ACCOUNT;
+  const std::wstring before = isAccount ? Draft().GetAccountBefore() : Draft().GetUserIdBefore();
+  if (text == Trimmed(before)) return {.accepted = before};
+  if (isAccount) return {.accepted = text, .message = IsAccount(text) ? 0U : IDS_ACCOUNT_EXPECTED};
   return {.accepted = text, .message = IsUserId(text) ? 0U : IDS_USER_ID_EXPECTED};
 }
 

@@ -1,6 +1,17 @@
 #include "WaylineDll/SetupWizard/WizardDraft.h"
 
+#include "Database/Profiles/PageOverrides.h"
 #include "Database/Profiles/ServiceInfo.h"
+#include "WaylineDll/SetupWizard/FieldRules.h"
+
+namespace {
+
+// Nothing where the text is what was there before.
+std::optional<std::wstring> Entry(const std::wstring& text, const std::wstring& before) {
+  return text == Trimmed(before) ? std::nullopt : std::optional(text);
+}
+
+}  // namespace
 
 uint32_t ServiceInForce(int32_t linkService) {
   return linkService != 0 ? static_cast<uint32_t>(linkService) : ServiceInfo::kDefaultService;
@@ -25,23 +36,23 @@ ServerSettings WizardDraft::GetServers() const {
   return servers;
 }
 
-void WizardDraft::SetAccount(const std::wstring& account) {
-  if (account != GetAccount()) account_ = account;
+ServerSetting WizardDraft::GetServerBefore(ServerField field) const {
+  return ReadServers(Base(), config_)[static_cast<size_t>(field)];
 }
 
-void WizardDraft::SetUserId(const std::wstring& userId) {
-  if (userId != GetUserId()) userId_ = userId;
-}
+void WizardDraft::SetAccount(const std::wstring& account) { account_ = Entry(account, GetAccountBefore()); }
+
+void WizardDraft::SetUserId(const std::wstring& userId) { userId_ = Entry(userId, GetUserIdBefore()); }
 
 void WizardDraft::SetService(uint32_t serviceId) {
   if (serviceId != ServiceInForce(GetLinkService())) linkService_ = static_cast<int32_t>(serviceId);
 }
 
 void WizardDraft::SetServer(ServerField field, const ServerSetting& server) {
-  const ServerSetting before = GetServer(field);
+  const ServerSetting before = GetServerBefore(field);
   EnteredServer& entered = servers_[static_cast<size_t>(field)];
-  if (server.mode != before.mode) entered.mode = server.mode;
-  if (server.value != before.value) entered.value = server.value;
+  entered.mode = server.mode != before.mode ? std::optional(server.mode) : std::nullopt;
+  entered.value = Entry(server.value, before.value);
 }
 
 void WizardDraft::StoreUserIdAndService(Profile& profile) const {
@@ -65,7 +76,8 @@ void WizardDraft::StoreNewProfile(Profile& profile, ConfigSetting& config) const
   columns.linkService = GetLinkService();
   if (setsServers) WriteServers(GetServers(), columns, config);
   if (const auto source = profiles_.find(copySource); copySource != 0 && source != profiles_.end()) {
-    columns.defaultPreferences = source->second->GetDefaultPreferences();
+    // One that shares the preferences of others has none to override with.
+    if (CanOwnPreferences(copySource)) columns.defaultPreferences = source->second->GetDefaultPreferences();
     columns.defaultAutostart = source->second->GetDefaultAutostart();
   }
   profile.Columns() = std::move(columns);

@@ -26,7 +26,13 @@ class WizardDraft {
   ServerSetting GetServer(ServerField field) const;
   ServerSettings GetServers() const;
 
-  // What is the same as before is not taken for an entry of the user.
+  // What is there before the user enters anything.
+
+  std::wstring GetAccountBefore() const { return Base().account; }
+  std::wstring GetUserIdBefore() const { return Base().userId; }
+  ServerSetting GetServerBefore(ServerField field) const;
+
+  // What is the same as before, but for blanks around it, is not taken for an entry of the user.
 
   void SetAccount(const std::wstring& account);
   void SetUserId(const std::wstring& userId);

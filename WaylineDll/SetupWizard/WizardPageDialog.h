@@ -27,7 +27,8 @@ class WizardPageDialog : public PropPageDialog {
   /// Ids of the fields that are checked, in their order.
   virtual std::vector<int> GetFields() const { return {}; }
 
-  /// Judges a field by its text without the blanks around it.
+  /// Judges a field by its text without the blanks around it. What was stored before is not judged anew: who does not
+  /// touch it must not be kept from going on.
   virtual Verdict Judge(int /*field*/, const std::wstring& text) const { return Verdict{.accepted = text}; }
 
   /// Whether a control is about the same as a field, so that who goes there has not left the field.

@@ -10,7 +10,8 @@
 
 namespace {
 
-// None when they cannot be read, which has been logged: the service that the profile has is kept then.
+// None when they cannot be read, which has been logged: the service that the profile has is kept then, and the page
+// says so.
 std::vector<ServiceRecord> LoadServices() {
   std::vector<ServiceRecord> services;
   if (SettingsStore* const store = OpenStore()) store->LoadServices(services);

@@ -105,10 +105,11 @@ std::set<uint32_t> FindOwners(const std::vector<RowChange>& plan, const StoredPr
   return owners;
 }
 
-// Leaves out the removals that would take the defaults from others. Of those that are left each comes before the one
-// that it follows by now, which another program may have changed.
-void RefuseRemovals(std::vector<RowChange>& plan, std::map<uint32_t, uint32_t> links, const NameOfProfile& nameOf,
+// Leaves out the removals that would take the connection from the client or the defaults from others. Of those that are
+// left each comes before the one that it follows by now, which another program may have changed.
+void RefuseRemovals(std::vector<RowChange>& plan, const StoredProfiles& stored, const NameOfProfile& nameOf,
                     std::vector<std::wstring>& lost) {
+  std::map<uint32_t, uint32_t> links = stored.links;
   for (const RowChange& change : plan) {
     if (IsLinking(change)) links[change.profileId] = LinkOf(change);
   }
@@ -117,6 +118,12 @@ void RefuseRemovals(std::vector<RowChange>& plan, std::map<uint32_t, uint32_t> l
   plan.erase(firstRemoval, plan.end());
   // Another program may have been faster.
   std::erase_if(removals, [&](const RowChange& change) { return !links.contains(change.profileId); });
+  std::erase_if(removals, [&](const RowChange& change) {
+    if (change.profileId != stored.connected) return false;
+    lost.push_back(
+        Format(L"The login profile \"{}\" could not be removed: it is connected by now.", nameOf(change.profileId)));
+    return true;
+  });
   const auto isFollowed = [&](const RowChange& change) {
     return std::ranges::any_of(links, [&](const auto& entry) { return entry.second == change.profileId; });
   };
@@ -141,6 +148,6 @@ Failure FitToStoredProfiles(std::vector<RowChange>& plan, const StoredProfiles& 
   const std::set<uint32_t> owners = FindOwners(plan, stored, nameOf, lost);
   std::erase_if(
       plan, [&](const RowChange& change) { return !IsProfileRemoval(change) && !owners.contains(change.profileId); });
-  RefuseRemovals(plan, stored.links, nameOf, lost);
+  RefuseRemovals(plan, stored, nameOf, lost);
   return {};
 }

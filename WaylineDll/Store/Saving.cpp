@@ -42,6 +42,7 @@ NameOfProfile WithNewProfiles(const std::vector<RowChange>& plan, const NameOfPr
 
 int32_t ReadProfiles(sqlite3* connection, StoredProfiles& profiles) {
   int32_t code = ReadLastRemovedProfile(connection, profiles.lastRemoved);
+  if (code == SQLITE_OK) code = ReadConnectedProfile(connection, profiles.connected);
   Statement statement;
   if (code == SQLITE_OK) code = statement.Prepare(connection, L"SELECT ProfileId, LinkProfile FROM Profiles");
   while (code == SQLITE_OK && (code = statement.Step()) == SQLITE_ROW) {

@@ -10,6 +10,7 @@
 #include <system_error>
 #include <utility>
 
+#include "Database/Profiles/PageOverrides.h"
 #include "Database/Profiles/ProfileIdManager.h"
 #include "Database/Profiles/ProfileNames.h"
 #include "NetUtilities/Log.h"
@@ -62,6 +63,19 @@ std::optional<LoadedRecord<ConfigSetting>> EmptyConfig(uint32_t profileId, bool 
 // Whether a list is the profile's own as a whole: it is not inherited, or was changed.
 bool IsOwnList(const LoadedAutoStart& list) {
   return std::ranges::any_of(list, [](const auto& entry) { return entry.second.IsOwn(); });
+}
+
+// The id of a new profile that is gone, with all that was handed out for it forgotten; 0 when there is none.
+uint32_t TakeDroppedId(LoadedRecords& records) {
+  const auto found = std::ranges::find_if(records.created, [](const auto& entry) { return entry.second.expired(); });
+  if (found == records.created.end()) return 0;
+  const uint32_t id = found->first;
+  records.created.erase(found);
+  records.preferences.erase(id);
+  records.autoStartItems.erase(id);
+  records.configs.erase({id, false});
+  records.configs.erase({id, true});
+  return id;
 }
 
 // The records of a list that was loaded.
@@ -128,7 +142,9 @@ Failure SettingsStore::LoadProfiles(ProfileTable& profiles) {
 
 Failure SettingsStore::CreateProfile(std::shared_ptr<Profile>& profile) {
   profile.reset();
-  const auto created = std::make_shared<Profile>(Profile::kNewId);
+  // The id of one that nobody wanted after all is given out again.
+  const uint32_t dropped = loaded_ ? TakeDroppedId(*loaded_) : 0;
+  const auto created = std::make_shared<Profile>(dropped != 0 ? dropped : Profile::kNewId);
   const uint32_t id = created->GetProfileId();
   if (id == 0 || !loaded_) return Format(L"No login profile can be made: {}.", loaded_ ? kNoProfileIdLeft : kNotLoaded);
   const uint32_t defaults = FindDefaultsForNew(loaded_->profiles);
@@ -161,6 +177,8 @@ bool SettingsStore::LoadPreferences(uint32_t profileId, PreferenceTable& prefere
 
 bool SettingsStore::LoadOwnPreferences(uint32_t profileId, PreferenceTable& preferences) {
   preferences.clear();
+  // Rows of others mean nothing: their preferences are those of the profile that they are linked to.
+  if (!CanOwnPreferences(profileId)) return false;
   LoadedRecords fresh;
   const LoadedPreferences* const list = FindPreferences(RecordsOr(fresh), profileId);
   if (list == nullptr) return false;
@@ -191,19 +209,21 @@ bool SettingsStore::LoadOwnAutoStart(uint32_t profileId, AutoStartTable& items) 
 uint64_t SettingsStore::CopyAutoStart(uint32_t profileId, const AutoStartTable& source, AutoStartTable& copies) {
   LoadedRecords fresh;
   LoadedRecords& records = RecordsOr(fresh);
-  const auto isCopied = [](const auto& entry) { return entry.second.copied; };
-  const auto found = records.autoStartItems.find(profileId);
-  const bool hasCopies = found != records.autoStartItems.end() && std::ranges::any_of(found->second, isCopied);
+  const auto isToCopy = [](const auto& entry) {
+    return entry.second && entry.second->GetState() != ChangeState::Removed;
+  };
+  if (FindAutoStart(records, profileId) == nullptr) return 0;
+  LoadedAutoStart& list = records.autoStartItems.at(profileId);
+  const bool hasCopies = std::ranges::any_of(list, [](const auto& entry) { return entry.second.copied; });
   // Without entries to copy, the profile goes on to inherit.
-  if (!hasCopies && source.empty()) return 0;
-  LoadedAutoStart& list = records.autoStartItems[profileId];
-  if (!hasCopies) {
+  if (!hasCopies && std::ranges::any_of(source, isToCopy)) {
     std::erase_if(list, [](const auto& entry) { return !entry.second.IsOwn(); });
-    for (const auto& [key, item] : source) {
-      if (!item || item->GetState() == ChangeState::Removed) continue;
+    for (const auto& entry : source) {
+      if (!isToCopy(entry)) continue;
+      const AutoStartItem& item = *entry.second;
       const uint32_t id = records.nextCopyId++;
       const auto copy = std::make_shared<AutoStartItem>();
-      copy->fields = item->fields;
+      copy->fields = item.fields;
       copy->fields.id = static_cast<int32_t>(id);
       copy->fields.profileId = static_cast<int32_t>(profileId);
       copy->SetState(ChangeState::Changed);
@@ -220,14 +240,15 @@ uint64_t SettingsStore::CopyAutoStart(uint32_t profileId, const AutoStartTable& 
 }
 
 bool SettingsStore::CopyLists(uint32_t sourceId, uint32_t newId) {
-  if (!loaded_) return false;
-  const LoadedPreferences* const preferences = FindPreferences(*loaded_, sourceId);
-  if (preferences == nullptr || FindAutoStart(*loaded_, sourceId) == nullptr) return false;
+  if (!loaded_ || FindPreferences(*loaded_, sourceId) == nullptr || FindAutoStart(*loaded_, sourceId) == nullptr) {
+    return false;
+  }
   auto copies = RecordLoader(sqlite_).LoadPreferences(newId, FirstOfChain(newId));
   if (!copies) return false;
-  for (const auto& [id, loaded] : *preferences) {
-    if (!loaded.IsOwn()) continue;
-    const auto copy = std::make_shared<Preference>(loaded.record->Fields());
+  PreferenceTable preferences;
+  LoadOwnPreferences(sourceId, preferences);
+  for (const auto& [id, preference] : preferences) {
+    const auto copy = std::make_shared<Preference>(preference->Fields());
     copy->SetProfileId(newId);
     (*copies)[id] = {.record = copy, .values = *copy, .copied = true};
   }

@@ -71,8 +71,8 @@ class SettingsStore {
   uint64_t CopyAutoStart(uint32_t profileId, const AutoStartTable& source, AutoStartTable& copies);
 
   /// Gives a new profile, whose link is final, copies of all preferences and autostart entries that are `sourceId`'s
-  /// own. They are handed out for it from then on, and saved with it. False when they cannot be read, which is logged;
-  /// then nothing is copied.
+  /// own. They are handed out for it from then on, and saved with it. False, with nothing copied, when they cannot be
+  /// read, which is logged, or the profiles have not been loaded.
   bool CopyLists(uint32_t sourceId, uint32_t newId);
 
   /// All network services in the order of their ids. False when they cannot be read, which is logged.

@@ -92,3 +92,15 @@ int32_t ReadLastRemovedProfile(sqlite3* connection, uint32_t& id) {
   id = static_cast<uint32_t>(number);
   return code;
 }
+
+int32_t ReadConnectedProfile(sqlite3* connection, uint32_t& id) {
+  static_assert(FSMState::Connected == FSMState{2});
+  int64_t number = 0;
+  const int32_t code = ReadNumber(
+      connection,
+      L"SELECT max(CAST(Value AS INTEGER)) FROM ClientState WHERE Name = 'ActiveProfile' AND EXISTS (SELECT 1 "
+      L"FROM ClientState WHERE Name = 'ConnectionState' AND Value = '2')",
+      number);
+  id = static_cast<uint32_t>(number);
+  return code;
+}

@@ -36,3 +36,6 @@ class StoredValues {
 /// The highest id of a profile that was removed; 0 when none was. The SQLite result code, 0 for success; nothing is
 /// logged.
 int32_t ReadLastRemovedProfile(sqlite3* connection, uint32_t& id);
+
+/// The profile that the client holds a connection with; 0 while it holds none. Result as above.
+int32_t ReadConnectedProfile(sqlite3* connection, uint32_t& id);

@@ -15,10 +15,10 @@ class ServiceInfo;
 /// What a wizard is given, and what it hands back when the user finishes it.
 struct SetupWizardData_t {
   std::shared_ptr<Profile> profile;  // the profile that the wizard edits
-  ProfileTable profiles;             // every profile, for checking names
+  ProfileTable profiles;             // every profile: to follow, to copy from, and whose names are taken
   std::shared_ptr<ServiceInfo> service;
   std::shared_ptr<ConfigSetting> manualConfig;  // servers and new-profile wizards only
-  bool copySettings = false;                    // out: copy preferences and autostart entries ...
+  bool copySettings = false;                    // out: the library has copied the preferences and autostart entries ...
   uint32_t copySourceProfileId = 0;             // out: ... of this profile
 };
 

@@ -155,26 +155,4 @@ TEST(TakeUserIdAndService, ChangesNothingOfHowANewProfileIsMarked) {
   EXPECT_EQ(profile.GetState(), ChangeState::New);
 }
 
-TEST(CopyPreferences, MakesRecordsOfTheNewProfileInPlaceOfOthers) {
-  const auto source = std::make_shared<Preference>(PreferenceFields{
-      .preferenceId = PreferenceId::VpnMtu, .profileId = 2004, .state = 1480, .visible = true, .ipsecRequired = true});
-  const auto others = std::make_shared<Preference>(
-      PreferenceFields{.preferenceId = PreferenceId::VpnMtu, .profileId = 2001, .state = 1478});
-  const auto kept = std::make_shared<Preference>(
-      PreferenceFields{.preferenceId = PreferenceId::AutoConnect, .profileId = 2001, .state = Preference::kOn});
-  PreferenceTable table = {{PreferenceId::VpnMtu, others}, {PreferenceId::AutoConnect, kept}};
-  CopyPreferences({{PreferenceId::VpnMtu, source}, {PreferenceId::MinimizeToTray, nullptr}}, 2006, table);
-  ASSERT_EQ(table.size(), 2u);
-  EXPECT_EQ(table.at(PreferenceId::AutoConnect), kept);
-  const auto copy = table.at(PreferenceId::VpnMtu);
-  EXPECT_EQ(copy->Fields().profileId, 2006u);
-  EXPECT_EQ(copy->GetValue(), 1480);
-  EXPECT_TRUE(copy->Fields().visible);
-  EXPECT_TRUE(copy->Fields().ipsecRequired);
-  EXPECT_EQ(copy->GetState(), ChangeState::Changed);
-  EXPECT_EQ(source->Fields().profileId, 2004u);
-  EXPECT_EQ(source->GetState(), ChangeState::Unchanged);
-  EXPECT_EQ(others->GetState(), ChangeState::Unchanged);
-}
-
 }  // namespace

@@ -2,8 +2,11 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+
 #include "Database/Profiles/Preference.h"
 #include "tests/support/WaitUntil.h"
+#include "tests/ui/OtherConnection.h"
 #include "tests/WaylineDll/SetupWizard/WizardTest.h"
 #include "WaylineDll/AutoStart.h"
 #include "WaylineDll/Host.h"
@@ -111,13 +114,19 @@ TEST_F(NewProfileWizard, CopiesFromAnotherProfile) {
   EXPECT_EQ(wizard->Text(IDC_WIZARD_COPIED), L"");
   wizard->Pick(IDC_WIZARD_COPY, L"Work");
   EXPECT_EQ(wizard->Text(IDC_WIZARD_COPIED),
-            L"Preferences of its own: 0\r\nAutostart entries of its own: none\r\n"
-            L"Its choices to override the defaults for preferences and autostart\r\n");
+            L"It follows the default preferences.\r\nIt follows the default autostart entries.\r\n"
+            L"Autostart entries of its own: none\r\nPreferences of its own: none\r\n");
   wizard->Pick(IDC_WIZARD_COPY, L"Z\u00fcrich Office");
-  EXPECT_EQ(wizard->Text(IDC_WIZARD_COPIED),
-            L"Preferences of its own: 27\r\nAutostart entries of its own:\r\n    Device check\r\n    Notes\r\n"
-            L"    Calculator\r\n    Goodbye\r\n"
-            L"Its choices to override the defaults for preferences and autostart\r\n");
+  EXPECT_THAT(wizard->Text(IDC_WIZARD_COPIED),
+              testing::StartsWith(
+                  L"It overrides the default preferences.\r\nIt overrides the default autostart entries.\r\n"
+                  L"Autostart entries of its own:\r\n    Device check\r\n    Notes\r\n    Calculator\r\n    Goodbye\r\n"
+                  L"Preferences of its own:\r\n    "));
+  EXPECT_EQ(std::ranges::count(wizard->Text(IDC_WIZARD_COPIED), L'\n'), 2 + 1 + 4 + 1 + 27);
+  wizard->Pick(IDC_WIZARD_COPY, L"Visitor");
+  EXPECT_THAT(wizard->Text(IDC_WIZARD_COPIED), testing::EndsWith(L"Preferences of its own: none\r\n"))
+      << "it shows those of its defaults";
+  wizard->Pick(IDC_WIZARD_COPY, L"Z\u00fcrich Office");
   wizard->PressNext();
   EXPECT_THAT(wizard->Text(IDC_WIZARD_SUMMARY), HasSubstr(L"entries of: Z\u00fcrich Office"));
   wizard->PressFinish();
@@ -131,6 +140,14 @@ TEST_F(NewProfileWizard, CopiesFromAnotherProfile) {
   EXPECT_EQ(preferences.size(), 27U);
   AutoStartTable items;
   EXPECT_TRUE(LoadUserAutoStart(Columns().profileId, items));
+}
+
+TEST_F(NewProfileWizard, SaysThatWhatToCopyCannotBeRead) {
+  OpenAt(WizardPage::Copy);
+  RunSql(folder.File(L"Wayline.db"), "DROP TABLE AutoStart");
+  wizard->Pick(IDC_WIZARD_COPY, L"Work");
+  EXPECT_EQ(wizard->Text(IDC_WIZARD_COPIED),
+            L"What this login profile has cannot be read, so it cannot be copied now.\r\n");
 }
 
 TEST_F(NewProfileWizard, TellsThatCopyingFailedAndStaysOpen) {

@@ -65,6 +65,8 @@ TEST(ProfileChoices, WhatIsCopiedAreThePreferencesAndTheProgramsInTheirOrder) {
   items[4] = Item(300, 1, L"Device check");
   items[5] = nullptr;
   const CopiedSettings copied = CopiedOf(preferences, items);
-  EXPECT_EQ(copied.preferences, 1U);
+  EXPECT_THAT(copied.preferences, ElementsAre(PreferenceId::PreferIPv6));
+  EXPECT_TRUE(copied.hasAutoStartList);
+  EXPECT_FALSE(CopiedOf(preferences, {}).hasAutoStartList);
   EXPECT_THAT(copied.programs, ElementsAre(L"Device check", L"Notes", L"Calculator"));
 }

@@ -228,14 +228,34 @@ TEST_F(UserIdWizard, AsksForAServiceWhenTheUserHasTouchedTheListAndChosenNone) {
   EXPECT_EQ(wizard->FocusedControl(), IDC_WIZARD_SERVICE);
 }
 
-TEST_F(UserIdWizard, HasAnEmptyListOfServicesWithoutSettings) {
+TEST_F(UserIdWizard, SaysThatServicesCannotBeReadAndKeepsTheOneThatThereIs) {
   CloseSettings();
   Open();
   GoTo(WizardPage::Service);
   EXPECT_THAT(wizard->Items(IDC_WIZARD_SERVICE), testing::IsEmpty());
+  EXPECT_EQ(wizard->Text(IDC_WIZARD_SERVICE_HINT),
+            L"The network services cannot be read. The login profile keeps the one that it has.");
   wizard->PressFinish();
   EXPECT_EQ(wizard->Result(), 1);
   EXPECT_EQ(data.profile->GetLinkService(), 400);
+}
+
+TEST_F(UserIdWizard, WhatIsStoredIsKeptAsItIsUntilTheUserChangesIt) {
+  data.profile->SetUserId(L"EXAMPLE user");
+  data.profile->SetAccount(L" Trail ");
+  Open();
+  wizard->PressNext();
+  ASSERT_EQ(wizard->CurrentPage(), WizardPage::Service) << "nobody has entered it now";
+  wizard->PressBack();
+  wizard->Type(IDC_WIZARD_USER_ID, L"other user");
+  wizard->PressNext();
+  ExpectRefusal(IDC_WIZARD_USER_ID, kUserIdExpected);
+  wizard->Type(IDC_WIZARD_USER_ID, L"EXAMPLE user");
+  wizard->PressNext();
+  wizard->PressFinish();
+  EXPECT_EQ(wizard->Result(), 1);
+  EXPECT_EQ(data.profile->GetUserId(), L"EXAMPLE user");
+  EXPECT_EQ(data.profile->GetAccount(), L" Trail ");
 }
 
 TEST_F(UserIdWizard, CanBeDoneWithTheKeyboardAlone) {

@@ -44,14 +44,15 @@ class WizardPages : public WizardTest {
 
 TEST_F(WizardPages, NameEveryFieldForScreenReaders) {
   ForEachPage([this](WizardPage page) {
-    int fields = 0;
+    std::set<std::wstring> names;
     for (HWND control = GetWindow(wizard->Page(), GW_CHILD); control != nullptr;
          control = GetWindow(control, GW_HWNDNEXT)) {
       if ((GetWindowLongW(control, GWL_STYLE) & WS_TABSTOP) == 0 || HasTextOfItsOwn(control)) continue;
       EXPECT_TRUE(IsLabel(GetWindow(control, GW_HWNDPREV))) << GetDlgCtrlID(control);
-      ++fields;
+      const std::wstring name = TextOf(GetWindow(control, GW_HWNDPREV));
+      EXPECT_TRUE(names.insert(name).second) << "two fields are called " << testing::PrintToString(name);
     }
-    EXPECT_TRUE(fields > 0 || page == WizardPage::ServerChoice);
+    EXPECT_TRUE(!names.empty() || page == WizardPage::ServerChoice);
   });
 }
 

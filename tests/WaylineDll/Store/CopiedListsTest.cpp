@@ -186,6 +186,34 @@ TEST_F(CopiedLists, WithoutEntriesLeaveTheProfileWhatItInherits) {
   }
 }
 
+TEST_F(CopiedLists, OfAProfileThatHasAListOfItsOwnAreAddedToIt) {
+  AutoStartTable own;
+  ASSERT_TRUE(store_.LoadOwnAutoStart(2004, own));
+  EXPECT_EQ(store_.CopyAutoStart(100, own, tables_.autoStartItems), 8u) << "its list was not asked for yet";
+  AutoStartTable all;
+  ASSERT_TRUE(store_.LoadAutoStart(100, all));
+  EXPECT_THAT(all, SizeIs(13));
+  SaveSucceeds();
+  EXPECT_EQ(Sql("SELECT count(*) FROM AutoStart WHERE ProfileId = 100"), "13");
+}
+
+TEST_F(CopiedLists, OfNothingLeaveTheProfileWhatItInherits) {
+  const auto removed = AutoStartOf(2004, L"Notes");
+  removed->SetState(ChangeState::Removed);
+  EXPECT_EQ(store_.CopyAutoStart(2003, {{1, nullptr}, {2, removed}}, tables_.autoStartItems), 0u);
+  EXPECT_THAT(EntriesOf(2003), ElementsAre(L"Clean up"));
+  EXPECT_THAT(tables_.autoStartItems, IsEmpty());
+}
+
+TEST_F(CopiedLists, AreWithoutThePreferencesThatASourceOnlyShares) {
+  PreferenceTable own;
+  EXPECT_FALSE(store_.LoadOwnPreferences(10001, own)) << "it shows those of its defaults";
+  const uint32_t id = AddNew(1);
+  ASSERT_TRUE(store_.CopyLists(10001, id));
+  SaveSucceeds();
+  EXPECT_EQ(RowsOf(kPreferences, id), "NULL");
+}
+
 TEST_F(CopiedLists, OwnEntriesAreThoseOfAListThatIsStoredOrChanged) {
   AutoStartTable items = {{1, nullptr}};
   EXPECT_FALSE(store_.LoadOwnAutoStart(2001, items)) << "inherited";

@@ -178,6 +178,23 @@ TEST_F(SavingBesideOthers, AProfileThatOthersFollowByNowIsNotRemoved) {
   EXPECT_EQ(Sql("SELECT group_concat(ProfileId) FROM Profiles WHERE ProfileId IN (2003, 2004, 2010)"), "2004,2010");
 }
 
+TEST_F(SavingBesideOthers, AProfileThatIsConnectedByNowIsNotRemoved) {
+  ProfileOf(2003).SetState(ChangeState::Removed);
+  ProfileOf(2004).SetState(ChangeState::Removed);
+  Sql("UPDATE ClientState SET Value = '2003' WHERE Name = 'ActiveProfile';"
+      "UPDATE ClientState SET Value = '2' WHERE Name = 'ConnectionState'");
+  EXPECT_EQ(store_.Save(tables_, report_), Failure());
+  EXPECT_THAT(report_.lost, ElementsAre(L"The login profile \"Travel\" could not be removed: it is connected by now."));
+  EXPECT_EQ(Sql("SELECT group_concat(ProfileId) FROM Profiles WHERE ProfileId IN (2003, 2004)"), "2003");
+}
+
+TEST_F(SavingBesideOthers, TheActiveProfileIsRemovedWhileNothingIsConnected) {
+  ProfileOf(2001).SetState(ChangeState::Removed);
+  Sql("UPDATE ClientState SET Value = '1' WHERE Name = 'ConnectionState'");
+  SaveSucceeds();
+  EXPECT_EQ(Sql("SELECT count(*) FROM Profiles WHERE ProfileId = 2001"), "0");
+}
+
 TEST_F(SavingBesideOthers, ProfilesAreRemovedThatOnlyFollowEachOtherByNow) {
   for (const auto& [follower, followed] : {std::pair{2002, 2003}, std::pair{2003, 2002}}) {
     ASSERT_EQ(store_.LoadProfiles(tables_.profiles), Failure());

@@ -123,8 +123,10 @@ TEST_F(SettingsStoreTest, PreferencesThatAProfileDoesNotStoreAreThoseOfTheNeares
 }
 
 TEST_F(SettingsStoreTest, OwnPreferencesAreOnlyThoseThatAProfileStores) {
+  Sql("INSERT INTO Preferences (ProfileId, PreferenceId, State, Visible, IPSecRequired) VALUES (2003, 1014, 2, 1, 0),"
+      "(2003, 1477, 1482, 1, 0)");
   PreferenceTable preferences;
-  EXPECT_TRUE(store_.LoadOwnPreferences(10001, preferences));
+  EXPECT_TRUE(store_.LoadOwnPreferences(2003, preferences));
   EXPECT_THAT(preferences, SizeIs(2));
   EXPECT_EQ(preferences.at(PreferenceId::VpnMtu)->GetValue(), 1482);
   EXPECT_FALSE(store_.LoadOwnPreferences(2001, preferences));
@@ -389,6 +391,7 @@ TEST_F(SettingsStoreTest, ANewProfileNeedsAnIdAndTheOthers) {
   std::shared_ptr<Profile> created;
   ASSERT_EQ(store_.CreateProfile(created), Failure());
   EXPECT_EQ(created->GetProfileId(), 9999u);
+  auto kept = created;
   EXPECT_EQ(store_.CreateProfile(created),
             Failure(L"No login profile can be made: there are as many login profiles as there can be."));
   EXPECT_EQ(created, nullptr);
@@ -396,6 +399,7 @@ TEST_F(SettingsStoreTest, ANewProfileNeedsAnIdAndTheOthers) {
   ASSERT_EQ(store_.LoadProfiles(tables_.profiles), Failure());
   ASSERT_EQ(store_.CreateProfile(created), Failure());
   EXPECT_EQ(created->GetProfileId(), 9999u);
+  kept = created;
   ASSERT_EQ(store_.CreateProfile(created), Failure());
   EXPECT_EQ(created->GetProfileId(), 3000u) << "a free one";
   store_.DiscardChanges();
@@ -418,6 +422,22 @@ TEST_F(SettingsStoreTest, ANewProfileDoesNotGetTheIdOfARemovedOne) {
   std::shared_ptr<Profile> created;
   ASSERT_EQ(store_.CreateProfile(created), Failure());
   EXPECT_EQ(created->GetProfileId(), 2006u);
+}
+
+TEST_F(SettingsStoreTest, TheIdOfANewProfileThatNobodyWantedIsGivenOutAgain) {
+  std::shared_ptr<Profile> kept;
+  ASSERT_EQ(store_.CreateProfile(kept), Failure());
+  std::shared_ptr<Profile> dropped;
+  ASSERT_EQ(store_.CreateProfile(dropped), Failure());
+  const uint32_t id = dropped->GetProfileId();
+  ASSERT_NE(id, kept->GetProfileId());
+  ASSERT_TRUE(store_.CopyLists(2004, id));
+  dropped.reset();
+  std::shared_ptr<Profile> again;
+  ASSERT_EQ(store_.CreateProfile(again), Failure());
+  EXPECT_EQ(again->GetProfileId(), id);
+  PreferenceTable preferences;
+  EXPECT_FALSE(store_.LoadOwnPreferences(id, preferences)) << "nothing of the one before";
 }
 
 TEST_F(SettingsStoreTest, ANewProfileHasThePreferencesAndEntriesOfTheDefaultsThatItFollows) {
