@@ -52,7 +52,7 @@ const std::vector<ServerRow> kRows = {
      L"Please enter the suffixes to search: domain names with commas between them, such as example.com, "
      L"example.org.",
      L"a..b",
-     {{L"a.example, b.example", "a.example,b.example"}, {L"c.example", "c.example"}}},
+     {{L" a.example,b.example ", "a.example,b.example"}, {L"c.example", "c.example"}}},
 };
 
 }  // namespace
