@@ -39,6 +39,11 @@ void ReportList::SetText(size_t row, int column, const std::wstring& text) const
   ListView_SetItemText(list_, static_cast<int>(row), column, const_cast<wchar_t*>(text.c_str()));
 }
 
+void ReportList::Enable(bool enable) const {
+  EnableWindow(list_, enable);
+  ListView_SetTextColor(list_, GetSysColor(enable ? COLOR_WINDOWTEXT : COLOR_GRAYTEXT));
+}
+
 void ReportList::Clear() const { ListView_DeleteAllItems(list_); }
 
 void ReportList::Select(size_t row) const {

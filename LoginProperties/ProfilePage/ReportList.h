@@ -31,6 +31,9 @@ class ReportList {
 
   void SetText(size_t row, int column, const std::wstring& text) const;
 
+  /// Enables or disables the list and shows it: not every system greys the rows of a disabled list.
+  void Enable(bool enable) const;
+
   /// Removes all rows.
   void Clear() const;
 

@@ -26,10 +26,11 @@ constexpr int kTypeColumn = 0;
 constexpr int kSettingColumn = 1;
 constexpr int kValueColumn = 2;
 
-// What only a profile of its own can change. Explanation and frame are not among it.
-constexpr int kGoverned[] = {IDC_PROXY_LIST,         IDC_PROXY_AUTOMATIC_RADIO, IDC_PROXY_NOT_UPDATED_RADIO,
-                             IDC_PROXY_MANUAL_RADIO, IDC_PROXY_URL_LABEL,       IDC_PROXY_URL,
-                             IDC_PROXY_SETTINGS};
+// What can be changed, beside the list, by a profile that does not follow the defaults. Explanation and frame are
+// always enabled.
+constexpr int kGoverned[] = {
+    IDC_PROXY_AUTOMATIC_RADIO, IDC_PROXY_NOT_UPDATED_RADIO, IDC_PROXY_MANUAL_RADIO, IDC_PROXY_URL_LABEL, IDC_PROXY_URL,
+    IDC_PROXY_SETTINGS};
 
 }  // namespace
 
@@ -65,6 +66,7 @@ int ProxyDialog::SetWindowControls() {
   ProfileDataDialog::SetWindowControls();
   const bool overrides = !FollowsDefaults();
   CheckControl(GetWindow(), IDC_OVERRIDE_CHECK, overrides);
+  list_.Enable(overrides);
   for (const int id : kGoverned) EnableControl(GetWindow(), id, overrides);
   RestoreModes(overrides);
   FillList();

@@ -32,9 +32,9 @@ int SettingsDialog::OnInitDialog(int64_t) {
   list_.Attach(GetDlgItem(GetWindow(), IDC_SETTINGS_LIST));
   SetDlgItemTextW(GetWindow(), IDC_SETTINGS_CAPTION,
                   OwnString(manual_ ? IDS_MANUAL_PROXY_CAPTION : IDS_PROXY_EXCEPTIONS_CAPTION).c_str());
-  const int half = list_.Width() / 2;
-  list_.AddColumn(OwnString(IDS_PROXY_COLUMN_ADDRESS), half);
-  list_.AddColumn(OwnString(IDS_PROXY_COLUMN_PORT), half);
+  columnsWidth_ = list_.Width();
+  list_.AddColumn(OwnString(IDS_PROXY_COLUMN_ADDRESS), columnsWidth_ / 2);
+  list_.AddColumn(OwnString(IDS_PROXY_COLUMN_PORT), columnsWidth_ / 2);
   if (!manual_) {
     HideControl(GetWindow(), IDC_SETTINGS_PORT);
     HideControl(GetWindow(), IDC_SETTINGS_PORT_LABEL);
@@ -43,10 +43,23 @@ int SettingsDialog::OnInitDialog(int64_t) {
 }
 
 int SettingsDialog::SetWindowControls() {
+  FillList();
+  FitColumns();
+  return 1;
+}
+
+void SettingsDialog::FillList() const {
   const FrozenDrawing frozen(list_.Window());
   list_.Clear();
   for (const auto& [address, port] : entries_.All()) list_.AddRow({address, port});
-  return 1;
+}
+
+// The scroll bar of a long list takes its width from the columns.
+void SettingsDialog::FitColumns() {
+  const int width = list_.Width();
+  if (width == columnsWidth_) return;
+  columnsWidth_ = width;
+  for (const int column : {0, 1}) list_.SetHeaderWidth(column, width / 2);
 }
 
 // The buttons read what they need.

@@ -33,9 +33,12 @@ class SettingsDialog : public BaseDialog {
   void Change();
   void Delete();
   void ShowSelected() const;
+  void FillList() const;
+  void FitColumns();
 
   ProxyEntries entries_;
   bool manual_ = true;
   ReportList list_;
+  int columnsWidth_ = 0;
   size_t selectedRow_ = 0;  // also when the user has selected none, and when it is no longer there
 };

@@ -79,6 +79,15 @@ TEST_F(ReportListTest, SelectsARowAndGivesItTheFocus) {
   EXPECT_EQ(ListView_GetNextItem(window_, -1, LVNI_FOCUSED), 1);
 }
 
+TEST_F(ReportListTest, GreysItsRowsWhileItIsDisabled) {
+  list_.Enable(false);
+  EXPECT_FALSE(IsWindowEnabled(window_));
+  EXPECT_EQ(ListView_GetTextColor(window_), GetSysColor(COLOR_GRAYTEXT));
+  list_.Enable(true);
+  EXPECT_TRUE(IsWindowEnabled(window_));
+  EXPECT_EQ(ListView_GetTextColor(window_), GetSysColor(COLOR_WINDOWTEXT));
+}
+
 TEST_F(ReportListTest, FindsTheRowInTheNotificationThatItIsSelected) {
   NMLISTVIEW change{};
   change.hdr.code = static_cast<UINT>(LVN_ITEMCHANGED);

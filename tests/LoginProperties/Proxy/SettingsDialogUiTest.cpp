@@ -82,6 +82,23 @@ TEST_F(ProgramSettings, ShareTheListsWidthBetweenTheTwoColumns) {
   EXPECT_NE(ListView_GetExtendedListViewStyle(dialog.List()) & LVS_EX_FULLROWSELECT, 0u);
 }
 
+TEST_F(ProgramSettings, MakeRoomForTheScrollBarOfALongList) {
+  const SettingsDriver dialog = OpenOnProxies("a;b;c;d;e;f;g;h;i;j;k;l;m;n;o;p");
+  const auto expectHalves = [&dialog](bool scrolls) {
+    const LONG_PTR style = GetWindowLongPtrW(dialog.List(), GWL_STYLE);
+    EXPECT_EQ((style & WS_VSCROLL) != 0, scrolls);
+    EXPECT_EQ(style & WS_HSCROLL, 0);
+    RECT area{};
+    GetClientRect(dialog.List(), &area);
+    for (const int column : {0, 1}) EXPECT_EQ(ListView_GetColumnWidth(dialog.List(), column), area.right / 2);
+  };
+  expectHalves(true);
+  for (int entry = 0; entry < 10; ++entry) dialog.Press(IDC_SETTINGS_DELETE);
+  expectHalves(false);
+  for (int entry = 0; entry < 10; ++entry) dialog.Add(L"more");
+  expectHalves(true);
+}
+
 TEST_F(ProgramSettings, StandOverTheMiddleOfTheSheetAndLockIt) {
   const SettingsDriver dialog = OpenOnProxies("proxy1:8080");
   EXPECT_EQ(GetWindow(dialog.Window(), GW_OWNER), sheet->Sheet());
