@@ -9,6 +9,7 @@
 #include "LoginProperties/LoginPropertiesContext.h"
 #include "LoginProperties/Preferences/PreferenceDialog.h"
 #include "LoginProperties/ProfilePage/ProfileControls.h"
+#include "LoginProperties/Proxy/ProxyControls.h"
 #include "LoginProperties/Proxy/ProxyDialog.h"
 #include "LoginProperties/Timeouts/TimeoutDialog.h"
 #include "LoginProperties/WiFiSwitching/AutoReconnectDialog.h"
@@ -73,6 +74,19 @@ TEST_F(PageCommands, OfTheOverrideBoxAreTakenWithoutAProfileToo) {
   EXPECT_EQ(Answer<ProxyDialog>(IDC_OVERRIDE_CHECK, BN_CLICKED), 1);
   EXPECT_EQ(Answer<TimeoutDialog>(IDC_OVERRIDE_CHECK, BN_CLICKED), 0);
   EXPECT_EQ(Answer<AutoReconnectDialog>(IDC_OVERRIDE_CHECK, BN_CLICKED), 1);
+}
+
+// Nothing can be read, so that there is no list to edit.
+TEST_F(PageCommands, OfTheProxyPagesOwnControlsAreLeftToTheFramework) {
+  const auto expectAnswers = [] {
+    for (const int id :
+         {IDC_PROXY_AUTOMATIC_RADIO, IDC_PROXY_NOT_UPDATED_RADIO, IDC_PROXY_MANUAL_RADIO, IDC_PROXY_SETTINGS}) {
+      EXPECT_EQ(Answer<ProxyDialog>(id, BN_CLICKED), 0) << id;
+    }
+  };
+  expectAnswers();
+  HaveNoProfile();
+  expectAnswers();
 }
 
 // It has another control under the number of the box.
