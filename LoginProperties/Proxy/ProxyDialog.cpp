@@ -43,8 +43,8 @@ int ProxyDialog::OnInitDialog(int64_t parameter) {
   if (ApplyOverridePolicy()) EnableControl(GetWindow(), IDC_OVERRIDE_CHECK, true);
   list_.Attach(GetDlgItem(GetWindow(), IDC_PROXY_LIST));
   AddColumns();
-  for (const unsigned title : {IDS_PROXY_AUTO_URL_ROW, IDS_PROXY_MANUAL_ROW, IDS_PROXY_EXCEPTIONS_ROW}) {
-    list_.AddRow({OwnString(title)});
+  for (const int title : {IDS_PROXY_AUTO_URL_ROW, IDS_PROXY_MANUAL_ROW, IDS_PROXY_EXCEPTIONS_ROW}) {
+    list_.AddRow({OwnString(static_cast<unsigned>(title))});
   }
   list_.Select(0);
   return SetWindowControls();
