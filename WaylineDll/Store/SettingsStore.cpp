@@ -65,7 +65,8 @@ bool IsOwnList(const LoadedAutoStart& list) {
   return std::ranges::any_of(list, [](const auto& entry) { return entry.second.IsOwn(); });
 }
 
-// The id of a new profile that is gone, with all that was handed out for it forgotten; 0 when there is none.
+// The id of a new profile that is gone, with its lists forgotten; 0 when there is none. Its configurations, which nobody
+// can have changed, may still be in the hands of the page.
 uint32_t TakeDroppedId(LoadedRecords& records) {
   const auto found = std::ranges::find_if(records.created, [](const auto& entry) { return entry.second.expired(); });
   if (found == records.created.end()) return 0;
@@ -73,8 +74,6 @@ uint32_t TakeDroppedId(LoadedRecords& records) {
   records.created.erase(found);
   records.preferences.erase(id);
   records.autoStartItems.erase(id);
-  records.configs.erase({id, false});
-  records.configs.erase({id, true});
   return id;
 }
 

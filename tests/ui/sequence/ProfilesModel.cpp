@@ -67,7 +67,7 @@ std::map<uint32_t, std::wstring> ProfilesModel::Selectable() const {
 
 std::optional<std::wstring> ProfilesModel::RefuseRemoval(uint32_t id, const StoredSettings& stored) const {
   if (Selectable().size() == 1) return kLastProfile;
-  if (stored.Number("ActiveProfile") == id && stored.Number("ConnectionState") == 2) return kConnected;
+  if (stored.ConnectedProfile() == id) return kConnected;
   const std::wstring followers = FollowersOf(id);
   if (followers.empty()) return std::nullopt;
   return Columns(id).name + L" cannot be removed. These profiles follow its settings:\n\n" + followers;
@@ -175,7 +175,8 @@ bool ProfilesModel::Save(uint32_t id, Row* row) const {
 
 std::set<std::wstring> ProfilesModel::SaveRemovals(StoredSettings& stored) const {
   std::set<uint32_t> left = removed_;
-  std::erase_if(left, [&](uint32_t id) { return IsNew(id) || !stored.profiles.contains(id); });
+  const uint32_t connected = stored.ConnectedProfile();
+  std::erase_if(left, [&](uint32_t id) { return IsNew(id) || id == connected || !stored.profiles.contains(id); });
   // One that follows another goes first.
   for (size_t before = left.size() + 1; left.size() < before;) {
     before = left.size();

@@ -43,9 +43,12 @@ class ProfilesModel {
   std::vector<uint32_t> Defaults() const;
   std::vector<uint32_t> Sources() const;
 
-  /// An id for a new profile, never the same again; and the defaults that it follows at first: those of the active
-  /// profile, else the first.
-  uint32_t NextId() { return ++lastId_; }
+  /// An id for a new profile, the same again until one is added under it; and the defaults that it follows at first:
+  /// those of the active profile, else the first.
+  uint32_t NextId() {
+    while (now_.contains(lastId_ + 1)) ++lastId_;
+    return lastId_ + 1;
+  }
   uint32_t FirstDefaults(const StoredSettings& stored) const;
 
   void Add(const ProfileColumns& profile);
@@ -61,7 +64,8 @@ class ProfilesModel {
   /// without a row.
   bool Save(uint32_t id, Row* row) const;
 
-  /// Removes what the user has removed, but for those that others follow by then; their names.
+  /// Removes what the user has removed, but for the one that is connected by then and those that others follow; the
+  /// names of these.
   std::set<std::wstring> SaveRemovals(StoredSettings& stored) const;
 
  private:

@@ -14,6 +14,10 @@ std::wstring DefaultsRemovedMeanwhile(const std::wstring& name) {
          L"\" could not be saved: the defaults that it is to follow were removed by another program meanwhile.";
 }
 
+std::wstring ConnectedMeanwhile(const std::wstring& name) {
+  return L"The login profile \"" + name + L"\" could not be removed: it is connected by now.";
+}
+
 std::wstring NotRemoved(const std::wstring& name) {
   return L"The login profile \"" + name + L"\" could not be removed: other profiles follow it.";
 }
@@ -95,9 +99,11 @@ void SheetModel::AddNew(const WizardModel& entries, const StoredSettings& stored
   ProfileColumns profile = entries.MakeProfile(servers_.Read(entries.id, false, stored));
   if (entries.source != 0) {
     LookAtCopied(entries.source, stored);
-    profile.defaultPreferences = profiles_.Columns(entries.source).defaultPreferences;
     profile.defaultAutostart = profiles_.Columns(entries.source).defaultAutostart;
-    preferences_.Copy(entries.source, entries.id, entries.defaults, stored);
+    if (entries.source <= kLastWithOwnPreferences) {
+      profile.defaultPreferences = profiles_.Columns(entries.source).defaultPreferences;
+      preferences_.Copy(entries.source, entries.id, entries.defaults, stored);
+    }
     autoStart_.Copy(entries.source, entries.id);
   }
   profiles_.Add(profile);
@@ -106,8 +112,11 @@ void SheetModel::AddNew(const WizardModel& entries, const StoredSettings& stored
 
 SheetModel::Copied SheetModel::LookAtCopied(uint32_t source, const StoredSettings& stored) {
   const uint32_t first = profiles_.FirstOfChain(source);
-  Copied copied{preferences_.CountOwn(source, first, stored), {}};
+  const size_t preferences = preferences_.CountOwn(source, first, stored);
   const AutoStartModel::List& list = autoStart_.Read(source, first, stored);
+  Copied copied{.columns = profiles_.Columns(source),
+                .preferences = source <= kLastWithOwnPreferences ? preferences : 0,
+                .hasAutoStartList = list.own && !list.rows.empty()};
   for (const Row& row : list.rows) {
     const bool isProgram = row.at("RecordType") == "2";
     if (list.own && isProgram) copied.programs.push_back(row.at("Name"));
@@ -144,6 +153,10 @@ SheetModel::Outcome SheetModel::Saved(StoredSettings meanwhile) const {
   Outcome outcome{std::move(meanwhile), {}};
   SaveNewProfiles(outcome);
   SaveLoadedProfiles(outcome);
+  const uint32_t connected = outcome.stored.ConnectedProfile();
+  if (outcome.stored.profiles.contains(connected) && profiles_.IsRemoved(connected) && !profiles_.IsNew(connected)) {
+    outcome.lost.push_back(ConnectedMeanwhile(profiles_.Columns(connected).name));
+  }
   for (const std::wstring& name : profiles_.SaveRemovals(outcome.stored)) outcome.lost.push_back(NotRemoved(name));
   return outcome;
 }

@@ -53,8 +53,10 @@ class SheetModel {
 
   /// What a new profile would get copies of, which the wizard shows.
   struct Copied {
-    size_t preferences;
-    std::vector<std::string> programs;
+    ProfileColumns columns;
+    size_t preferences = 0;
+    bool hasAutoStartList = false;
+    std::vector<std::string> programs{};
   };
   Copied LookAtCopied(uint32_t source, const StoredSettings& stored);
 

@@ -37,6 +37,9 @@ struct StoredSettings {
   /// A value of `clientState` as a number; 0 where there is none.
   uint32_t Number(const std::string& name) const;
 
+  /// The profile that the client holds a connection with; 0 for none.
+  uint32_t ConnectedProfile() const { return Number("ConnectionState") == 2 ? Number("ActiveProfile") : 0; }
+
   /// What removing a profile does: all that belongs to it goes too, and its id is remembered.
   void Remove(uint32_t profile);
 };

@@ -58,12 +58,6 @@ ProfileColumns WizardModel::MakeProfile(Row& servers) const {
   profile.linkProfile = defaults;
   profile.hidden = false;
   StoreUserIdAndService(profile);
-  if (setsServers) {
-    StoreServers(profile, servers);
-  } else {
-    for (const ServerField& field : ServerFields()) {
-      if (profile.*field.mode == L'm') profile.*field.mode = L'a';
-    }
-  }
+  if (setsServers) StoreServers(profile, servers);
   return profile;
 }

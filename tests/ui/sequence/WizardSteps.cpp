@@ -211,7 +211,7 @@ void WizardSteps::UseServerChoice() {
   if (Random().OneIn(2)) return;
   entries_.setsServers = !entries_.setsServers;
   scene_.story << (entries_.setsServers ? "set servers, " : "no servers, ");
-  wizard_.Click(entries_.setsServers ? IDC_WIZARD_SET_SERVERS : IDC_WIZARD_AUTOMATIC_SERVERS);
+  wizard_.Click(entries_.setsServers ? IDC_WIZARD_SET_SERVERS : IDC_WIZARD_DEFAULT_SERVERS);
 }
 
 void WizardSteps::UseServers(size_t first, size_t count) {
@@ -259,16 +259,33 @@ void WizardSteps::UseCopy() {
     scene_.story << "copy " << entries_.source << ", ";
     wizard_.PickValue(IDC_WIZARD_COPY, entries_.source);
   }
-  EXPECT_EQ(wizard_.Text(IDC_WIZARD_COPIED), TextOfCopied());
+  const std::wstring text = wizard_.Text(IDC_WIZARD_COPIED);
+  EXPECT_THAT(text, testing::StartsWith(TextOfCopied()));
+  EXPECT_EQ(static_cast<size_t>(std::ranges::count(text, L'\n')), LinesOfCopied());
 }
 
 std::wstring WizardSteps::TextOfCopied() {
   if (entries_.source == 0) return {};
   const auto copied = Model().LookAtCopied(entries_.source, scene_.stored);
-  std::wstring text = L"Preferences of its own: " + std::to_wstring(copied.preferences) + L"\r\n";
-  text += copied.programs.empty() ? L"Autostart entries of its own: none\r\n" : L"Autostart entries of its own:\r\n";
+  std::wstring text = copied.columns.defaultPreferences ? L"It follows the default preferences.\r\n"
+                                                        : L"It overrides the default preferences.\r\n";
+  text += copied.columns.defaultAutostart ? L"It follows the default autostart entries.\r\n"
+                                          : L"It overrides the default autostart entries.\r\n";
+  text += L"Autostart entries of its own:";
+  if (!copied.hasAutoStartList) {
+    text += L" none";
+  } else if (copied.programs.empty()) {
+    text += L" an empty list, so that no program is started";
+  }
+  text += L"\r\n";
   for (const std::string& program : copied.programs) text += L"    " + FromUtf8(program) + L"\r\n";
-  return text + L"Whether these two override the defaults\r\n";
+  return text + (copied.preferences == 0 ? L"Preferences of its own: none\r\n" : L"Preferences of its own:\r\n");
+}
+
+size_t WizardSteps::LinesOfCopied() {
+  if (entries_.source == 0) return 0;
+  const auto copied = Model().LookAtCopied(entries_.source, scene_.stored);
+  return 4 + copied.programs.size() + copied.preferences;
 }
 
 void WizardSteps::UseSummary() {

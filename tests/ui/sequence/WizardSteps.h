@@ -40,6 +40,7 @@ class WizardSteps {
 
   std::wstring AnyName();
   std::wstring TextOfCopied();
+  size_t LinesOfCopied();
 
   Chance& Random() { return scene_.chance; }
   SheetModel& Model() { return *scene_.model; }
