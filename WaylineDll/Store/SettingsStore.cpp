@@ -65,8 +65,8 @@ bool IsOwnList(const LoadedAutoStart& list) {
   return std::ranges::any_of(list, [](const auto& entry) { return entry.second.IsOwn(); });
 }
 
-// The id of a new profile that is gone, with its lists forgotten; 0 when there is none. Its configurations, which nobody
-// can have changed, may still be in the hands of the page.
+// The id of a new profile that is gone, with its lists forgotten; 0 when there is none. Its configurations, which
+// nobody can have changed, may still be in the hands of the page.
 uint32_t TakeDroppedId(LoadedRecords& records) {
   const auto found = std::ranges::find_if(records.created, [](const auto& entry) { return entry.second.expired(); });
   if (found == records.created.end()) return 0;
@@ -238,20 +238,25 @@ uint64_t SettingsStore::CopyAutoStart(uint32_t profileId, const AutoStartTable& 
   return count;
 }
 
+// Both profiles' preferences have been handed out.
+void SettingsStore::CopyPreferences(uint32_t sourceId, uint32_t newId) {
+  PreferenceTable preferences;
+  LoadOwnPreferences(sourceId, preferences);
+  LoadedPreferences& list = loaded_->preferences.at(newId);
+  for (const auto& [id, preference] : preferences) {
+    const auto copy = std::make_shared<Preference>(preference->Fields());
+    copy->SetProfileId(newId);
+    list[id] = {.record = copy, .values = *copy, .copied = true};
+  }
+}
+
 bool SettingsStore::CopyLists(uint32_t sourceId, uint32_t newId) {
   if (!loaded_ || FindPreferences(*loaded_, sourceId) == nullptr || FindAutoStart(*loaded_, sourceId) == nullptr) {
     return false;
   }
-  auto copies = RecordLoader(sqlite_).LoadPreferences(newId, FirstOfChain(newId));
-  if (!copies) return false;
-  PreferenceTable preferences;
-  LoadOwnPreferences(sourceId, preferences);
-  for (const auto& [id, preference] : preferences) {
-    const auto copy = std::make_shared<Preference>(preference->Fields());
-    copy->SetProfileId(newId);
-    (*copies)[id] = {.record = copy, .values = *copy, .copied = true};
-  }
-  loaded_->preferences[newId] = std::move(*copies);
+  loaded_->preferences.erase(newId);
+  if (FindPreferences(*loaded_, newId) == nullptr) return false;
+  CopyPreferences(sourceId, newId);
   AutoStartTable items;
   AutoStartTable itemCopies;
   loaded_->autoStartItems.erase(newId);

@@ -159,6 +159,22 @@ TEST_F(TwoSheets, ARemovalIsRefusedInAWindowWhereTheOtherHasMadeAProfileFollow) 
   ExpectWhole();
 }
 
+TEST_F(TwoSheets, AProfileThatTheClientHasConnectedWithMeanwhileIsNotRemoved) {
+  Open(L"2003");
+  Remove(first, L"Travel");
+  second.sheet->PressCancel();
+  EXPECT_EQ(second.Wait(), 0u);
+  RunSql(first.database, "UPDATE ClientState SET Value = '2003' WHERE Name = 'ActiveProfile'");
+  second.sheet.reset();
+  second.Start(L"--connection connected");
+  first.sheet->PressOk();
+  first.ExpectMessage(IDOK, L"The login profile \"Travel\" could not be removed: it is connected by now.", {IDOK});
+  EXPECT_EQ(first.Wait(), 0u);
+  second.sheet->PressCancel();
+  EXPECT_EQ(second.Wait(), 0u);
+  EXPECT_EQ(Stored("SELECT count(*) FROM Profiles WHERE ProfileId = 2003"), "1");
+}
+
 TEST_F(TwoSheets, GoOnMakingAndRemovingInEitherOrder) {
   Open();
   Make(first, L"F0");

@@ -12,7 +12,7 @@
 
 StoredSheetTest::StoredSheetTest() {
   EXPECT_EQ(OpenSettings(file), std::nullopt);
-  Load(sample::kWork);
+  Load(kSampleWork);
 }
 
 StoredSheetTest::~StoredSheetTest() {

@@ -13,11 +13,9 @@
 #include "tests/ui/SheetDriver.h"
 
 // Profiles of the sample data.
-namespace sample {
-inline constexpr uint32_t kWork = 2001;    // the active profile; follows the defaults of id 1
-inline constexpr uint32_t kOffice = 2004;  // overrides those of id 2000
-inline constexpr uint32_t kVisitor = 10001;
-}  // namespace sample
+inline constexpr uint32_t kSampleWork = 2001;    // the active profile; follows the defaults of id 1
+inline constexpr uint32_t kSampleOffice = 2004;  // overrides those of id 2000
+inline constexpr uint32_t kSampleVisitor = 10001;
 
 /// The sheet over a settings database of one test, which is new and holds the sample data.
 class StoredSheetTest : public testing::Test {

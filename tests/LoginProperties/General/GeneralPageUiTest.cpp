@@ -26,7 +26,6 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
 using testing::SizeIs;
-using testing::StartsWith;
 
 constexpr wchar_t kLastProfile[] = L"You cannot remove the last profile.";
 constexpr wchar_t kConnected[] = L"You are currently connected with this login profile, so it cannot be removed.";
@@ -106,11 +105,11 @@ TEST_F(GeneralPage, WhatBelongsToTheProfileIsDarkBlue) {
 TEST_F(GeneralPage, TheServersAreShownOnlyWhereTheClientSaysSo) {
   for (const auto& [stored, visible] : {std::pair{"'1'", true}, std::pair{"'0'", false}, std::pair{"'yes'", false}}) {
     RunSql(file, std::string("UPDATE Bookmarks SET Value = ") + stored + " WHERE BookmarkId = 8");
-    OpenOn(sample::kWork);
+    OpenOn(kSampleWork);
     for (const int id : kServers) EXPECT_EQ(IsWindowVisible(sheet->Control(id)) != FALSE, visible) << id << stored;
   }
   RunSql(file, "DELETE FROM Bookmarks");
-  OpenOn(sample::kWork);
+  OpenOn(kSampleWork);
   for (const int id : kServers) EXPECT_FALSE(IsWindowVisible(sheet->Control(id))) << id;
   EXPECT_TRUE(IsWindowVisible(sheet->Control(IDC_GENERAL_CONFIGURE_NETWORK)));
 }
@@ -118,7 +117,7 @@ TEST_F(GeneralPage, TheServersAreShownOnlyWhereTheClientSaysSo) {
 TEST_F(GeneralPage, ShowsWhatOtherPagesHaveChanged) {
   Open();
   sheet->SelectTab(L"Timeouts");
-  ProfileOf(sample::kWork).SetUserId(L"changed");
+  ProfileOf(kSampleWork).SetUserId(L"changed");
   sheet->Pick(IDC_PROFILE_COMBO, L"Travel");
   sheet->SelectTab(L"General");
   EXPECT_EQ(sheet->Selected(IDC_PROFILE_COMBO), L"Travel");
@@ -167,7 +166,7 @@ TEST_F(GeneralPage, ARenamedProfileIsShownAndSavedUnderItsNewName) {
   Open();
   RenameDriver(*sheet).Rename(L"  Head office ");
   EXPECT_EQ(sheet->Selected(IDC_PROFILE_COMBO), L"  Head office ") << "blanks are part of the name";
-  EXPECT_EQ(ProfileOf(sample::kWork).GetState(), ChangeState::Renamed);
+  EXPECT_EQ(ProfileOf(kSampleWork).GetState(), ChangeState::Renamed);
   sheet->SelectTab(L"Timeouts");
   EXPECT_EQ(sheet->Selected(IDC_PROFILE_COMBO), L"  Head office ");
   SaveWithOk();
@@ -185,16 +184,16 @@ TEST_F(GeneralPage, ANameIsTypedInEightyCharactersAtMost) {
     EXPECT_EQ(dialog.Name(), std::wstring(80, L'x'));
     dialog.Close(IDOK);
   }
-  EXPECT_EQ(ProfileOf(sample::kWork).GetName(), std::wstring(80, L'x'));
+  EXPECT_EQ(ProfileOf(kSampleWork).GetName(), std::wstring(80, L'x'));
 }
 
 TEST_F(GeneralPage, ALongNameThatIsThereIsShownWholeAndTakenUpTo259Characters) {
-  ProfileOf(sample::kWork).SetName(std::wstring(300, L'x'));
+  ProfileOf(kSampleWork).SetName(std::wstring(300, L'x'));
   Open();
   const RenameDriver dialog(*sheet);
   EXPECT_THAT(dialog.Name(), SizeIs(300));
   dialog.Close(IDOK);
-  EXPECT_EQ(ProfileOf(sample::kWork).GetName(), std::wstring(259, L'x'));
+  EXPECT_EQ(ProfileOf(kSampleWork).GetName(), std::wstring(259, L'x'));
 }
 
 TEST_F(GeneralPage, AnEmptyNameKeepsTheDialogOpenAndShowsNothing) {
@@ -205,8 +204,8 @@ TEST_F(GeneralPage, AnEmptyNameKeepsTheDialogOpenAndShowsNothing) {
   ASSERT_TRUE(dialog.IsOpen());
   EXPECT_TRUE(IsWindowEnabled(GetParent(dialog.Field()))) << "no message over it";
   dialog.Close(IDCANCEL);
-  EXPECT_EQ(ProfileOf(sample::kWork).GetName(), L"Work");
-  EXPECT_EQ(ProfileOf(sample::kWork).GetState(), ChangeState::Unchanged);
+  EXPECT_EQ(ProfileOf(kSampleWork).GetName(), L"Work");
+  EXPECT_EQ(ProfileOf(kSampleWork).GetState(), ChangeState::Unchanged);
 }
 
 TEST_F(GeneralPage, CancelOfTheDialogChangesNothing) {
@@ -215,13 +214,13 @@ TEST_F(GeneralPage, CancelOfTheDialogChangesNothing) {
   dialog.Type(L"Other");
   dialog.Close(IDCANCEL);
   EXPECT_EQ(sheet->Selected(IDC_PROFILE_COMBO), L"Work");
-  EXPECT_EQ(ProfileOf(sample::kWork).GetState(), ChangeState::Unchanged);
+  EXPECT_EQ(ProfileOf(kSampleWork).GetState(), ChangeState::Unchanged);
 }
 
 TEST_F(GeneralPage, TheSameNameStillMarksTheProfileAsRenamed) {
   Open();
   RenameDriver(*sheet).Rename(L"Work");
-  EXPECT_EQ(ProfileOf(sample::kWork).GetState(), ChangeState::Renamed);
+  EXPECT_EQ(ProfileOf(kSampleWork).GetState(), ChangeState::Renamed);
   SaveWithOk();
   EXPECT_EQ(AllRows(file), before) << "there is nothing to write";
 }
@@ -233,7 +232,7 @@ TEST_F(GeneralPage, TheNameOfAnotherProfileIsTakenAndTheSelectorStaysOnTheRightO
   EXPECT_EQ(sheet->Text(IDC_GENERAL_USER_ID), L"traveller");
   EXPECT_THAT(Remove(), HasSubstr(L"Work"));
   EXPECT_EQ(ProfileOf(2003).GetState(), ChangeState::Removed) << "the one that was shown";
-  EXPECT_EQ(ProfileOf(sample::kWork).GetState(), ChangeState::Unchanged);
+  EXPECT_EQ(ProfileOf(kSampleWork).GetState(), ChangeState::Unchanged);
 }
 
 // Removing
@@ -247,8 +246,25 @@ TEST_F(GeneralPage, OfTwoProfilesOneCanBeRemoved) {
   EXPECT_EQ(sheet->Selected(IDC_PROFILE_COMBO), L"Work");
   EXPECT_EQ(sheet->Text(IDC_GENERAL_USER_ID), L"a.sample");
   EXPECT_EQ(Remove(IDOK), kLastProfile);
-  EXPECT_EQ(ProfileOf(sample::kWork).GetState(), ChangeState::Unchanged);
+  EXPECT_EQ(ProfileOf(kSampleWork).GetState(), ChangeState::Unchanged);
   EXPECT_THAT(sheet->Items(IDC_PROFILE_COMBO), ElementsAre(L"Work"));
+}
+
+TEST_F(GeneralPage, UnderAQuestionTheSheetNeitherClosesNorAsksAnother) {
+  OpenOn(2003);
+  sheet->Click(IDC_GENERAL_REMOVE);
+  const HWND question = sheet->MessageBoxWindow();
+  ASSERT_NE(question, nullptr);
+  EXPECT_EQ(sheet->FocusedControl(), IDNO) << "a second key press removes nothing";
+  PostMessageW(sheet->Sheet(), WM_CLOSE, 0, 0);
+  for (const int button : {IDC_GENERAL_REMOVE, IDC_GENERAL_NEW, IDC_GENERAL_RENAME}) {
+    SendMessageW(sheet->Page(), WM_COMMAND, static_cast<WPARAM>(button), 0);
+    EXPECT_EQ(sheet->MessageBoxWindow(), question) << button;
+  }
+  sheet->AnswerMessageBox(IDYES);
+  EXPECT_EQ(ProfileOf(2003).GetState(), ChangeState::Removed);
+  SaveWithOk();
+  EXPECT_EQ(StoredValue(file, "SELECT count(*) FROM Profiles WHERE ProfileId = 2003"), "0");
 }
 
 TEST_F(GeneralPage, NoKeepsTheProfile) {
@@ -296,13 +312,13 @@ TEST_F(GeneralPage, TheActiveProfileCannotBeRemovedWhileConnected) {
   Open();
   EXPECT_EQ(Remove(IDOK), kConnected);
   EXPECT_EQ(sheet->MessageBoxWindow(), nullptr) << "nothing is asked";
-  EXPECT_EQ(ProfileOf(sample::kWork).GetState(), ChangeState::Unchanged);
+  EXPECT_EQ(ProfileOf(kSampleWork).GetState(), ChangeState::Unchanged);
   sheet->Pick(IDC_PROFILE_COMBO, L"Travel");
   EXPECT_EQ(Remove(IDNO), L"Do you want to remove the definitions for Travel?") << "another one can";
   ASSERT_EQ(SetConnectionState(FSMState::Disconnected), std::nullopt);
   sheet->Pick(IDC_PROFILE_COMBO, L"Work");
   EXPECT_EQ(Remove(), L"Do you want to remove the definitions for Work?");
-  EXPECT_EQ(ProfileOf(sample::kWork).GetState(), ChangeState::Removed);
+  EXPECT_EQ(ProfileOf(kSampleWork).GetState(), ChangeState::Removed);
 }
 
 TEST_F(GeneralPage, AProfileThatOthersFollowCannotBeRemovedAndTheyAreNamed) {
@@ -326,6 +342,6 @@ TEST_F(GeneralPage, WithEveryProfileHiddenNothingIsRemoved) {
   Open();
   ASSERT_THAT(sheet->Items(IDC_PROFILE_COMBO), IsEmpty());
   EXPECT_EQ(Remove(IDOK), kLastProfile);
-  EXPECT_EQ(ProfileOf(sample::kWork).GetState(), ChangeState::Unchanged);
+  EXPECT_EQ(ProfileOf(kSampleWork).GetState(), ChangeState::Unchanged);
   EXPECT_EQ(sheet->Text(IDC_GENERAL_USER_ID), L"a.sample") << "it stays the current one";
 }

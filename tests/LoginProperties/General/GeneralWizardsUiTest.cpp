@@ -118,11 +118,34 @@ TEST_F(GeneralWizards, StandOverTheSheetWhichTakesNoInputMeanwhile) {
   }
 }
 
+TEST_F(GeneralWizards, KeepTheSheetOpenAsLongAsTheyAre) {
+  Open();
+  OpenWizard(IDC_GENERAL_CONFIGURE_NETWORK).Type(IDC_WIZARD_USER_ID, L"b.sample");
+  PostMessageW(sheet->Sheet(), WM_CLOSE, 0, 0);
+  wizard->PressNext();
+  Finish();
+  ASSERT_TRUE(sheet->IsOpen());
+  SaveWithOk();
+  EXPECT_EQ(StoredValue(file, "SELECT UserId FROM Profiles WHERE ProfileId = 2001"), "b.sample");
+}
+
+TEST_F(GeneralWizards, ANewProfileAfterACancelledOneHasItsId) {
+  Open();
+  for (int time = 0; time < 3; ++time) {
+    OpenWizard(IDC_GENERAL_NEW);
+    Cancel();
+  }
+  MakeNew(L"Home");
+  EXPECT_EQ(sheet->SelectedValue(IDC_PROFILE_COMBO), kNew);
+  SaveWithOk();
+  EXPECT_THAT(Added(), ElementsAre("Profiles LinkProfile=1 Name=Home ProfileId=2006"));
+}
+
 TEST_F(GeneralWizards, ConfiguringWithoutAChangeMarksNothing) {
   Open();
   OpenWizard(IDC_GENERAL_CONFIGURE_NETWORK).PressNext();
   Finish();
-  EXPECT_EQ(ProfileOf(sample::kWork).GetState(), ChangeState::Unchanged);
+  EXPECT_EQ(ProfileOf(kSampleWork).GetState(), ChangeState::Unchanged);
   SaveWithOk();
   EXPECT_EQ(AllRows(file), before);
 }
@@ -133,7 +156,7 @@ TEST_F(GeneralWizards, AnotherServiceAloneIsTakenAlone) {
   wizard->Pick(IDC_WIZARD_SERVICE, L"Guest Internet");
   Finish();
   EXPECT_EQ(sheet->Text(IDC_GENERAL_SERVICE), L"Guest Internet");
-  EXPECT_EQ(ProfileOf(sample::kWork).GetState(), ChangeState::Changed);
+  EXPECT_EQ(ProfileOf(kSampleWork).GetState(), ChangeState::Changed);
   SaveWithOk();
   EXPECT_THAT(Taken(), ElementsAre("Profiles LinkProfile=1 Name=Work ProfileId=2001 UserId=a.sample"));
   EXPECT_THAT(Added(), ElementsAre("Profiles LinkProfile=1 LinkService=402 Name=Work ProfileId=2001 UserId=a.sample"));
@@ -197,10 +220,10 @@ TEST_F(GeneralWizards, ServersAreSavedWithTheirModes) {
 }
 
 TEST_F(GeneralWizards, ServersThatWereOnlyLookedAtWriteNothing) {
-  OpenOn(sample::kOffice);
+  OpenOn(kSampleOffice);
   OpenWizard(IDC_GENERAL_CONFIGURE_SERVERS).PressNext();
   Finish();
-  EXPECT_EQ(ProfileOf(sample::kOffice).GetState(), ChangeState::Changed);
+  EXPECT_EQ(ProfileOf(kSampleOffice).GetState(), ChangeState::Changed);
   SaveWithOk();
   EXPECT_EQ(AllRows(file), before);
 }
@@ -244,7 +267,7 @@ TEST_F(GeneralWizards, ANewProfileWithEverythingIsStoredRowByRow) {
   EXPECT_EQ(sheet->Text(IDC_GENERAL_SERVICE), L"Guest Internet");
   SaveWithOk();
   EXPECT_EQ(ProfileOf(kNew).GetSMIdleTime(), Profile::Seconds(120)) << "in force for its defaults";
-  std::multiset<std::string> expected = ListsOf(sample::kOffice, kNew);
+  std::multiset<std::string> expected = ListsOf(kSampleOffice, kNew);
   expected.insert(
       "Profiles Account=Account DNS2Setting=m DefaultAutostart=0 DefaultPreferences=0 LinkProfile=100 "
       "LinkService=402 Name=Everything ProfileId=2006 UserId=user@example.com");
@@ -256,7 +279,7 @@ TEST_F(GeneralWizards, ANewProfileWithEverythingIsStoredRowByRow) {
 }
 
 TEST_F(GeneralWizards, CopiesSurviveEveryLookAtOtherTabsAndProfiles) {
-  OpenOn(sample::kOffice);
+  OpenOn(kSampleOffice);
   sheet->SelectTab(L"Preferences");
   sheet->SelectTab(L"Autostart");
   sheet->SelectTab(L"General");
@@ -268,7 +291,7 @@ TEST_F(GeneralWizards, CopiesSurviveEveryLookAtOtherTabsAndProfiles) {
     }
   }
   SaveWithOk();
-  EXPECT_EQ(ListsOf(kNew, kNew), ListsOf(sample::kOffice, kNew));
+  EXPECT_EQ(ListsOf(kNew, kNew), ListsOf(kSampleOffice, kNew));
   EXPECT_THAT(Taken(), IsEmpty());
 }
 
@@ -288,7 +311,7 @@ TEST_F(GeneralWizards, CopiesCanBeChangedBeforeOk) {
 }
 
 TEST_F(GeneralWizards, WhatWasToggledInTheSourceIsCopied) {
-  OpenOn(sample::kOffice);
+  OpenOn(kSampleOffice);
   sheet->SelectTab(L"Preferences");
   const HWND tree = sheet->Control(IDC_PREFERENCE_TREE);
   TreeView_SelectItem(tree, FindTreeItem(tree, kAutoConnect));
@@ -297,7 +320,7 @@ TEST_F(GeneralWizards, WhatWasToggledInTheSourceIsCopied) {
   sheet->SelectTab(L"General");
   MakeCopy(L"Copy", kOfficeName);
   SaveWithOk();
-  for (const uint32_t id : {sample::kOffice, kNew}) {
+  for (const uint32_t id : {kSampleOffice, kNew}) {
     EXPECT_EQ(StoredValue(file, "SELECT State FROM Preferences WHERE PreferenceId = 1014 AND ProfileId = " +
                                     std::to_string(id)),
               "1");
@@ -332,13 +355,13 @@ TEST_F(GeneralWizards, ANewProfileThatIsRemovedAgainLeavesNoTrace) {
   sheet->Click(IDC_GENERAL_REMOVE);
   ASSERT_EQ(sheet->MessageBoxText(), L"Do you want to remove the definitions for Home?");
   sheet->AnswerMessageBox(IDYES);
-  EXPECT_EQ(sheet->SelectedValue(IDC_PROFILE_COMBO), sample::kWork);
+  EXPECT_EQ(sheet->SelectedValue(IDC_PROFILE_COMBO), kSampleWork);
   SaveWithOk();
   EXPECT_EQ(AllRows(file), before);
 }
 
 TEST_F(GeneralWizards, ANameThatARemovedProfileHadIsFree) {
-  OpenOn(sample::kOffice);
+  OpenOn(kSampleOffice);
   sheet->Click(IDC_GENERAL_REMOVE);
   sheet->AnswerMessageBox(IDYES);
   MakeNew(L"z\u00dcRICH office");
@@ -349,7 +372,7 @@ TEST_F(GeneralWizards, ANameThatARemovedProfileHadIsFree) {
 
 TEST_F(GeneralWizards, TheFirstProfileCanBeMadeWhereNoneCanBeSelected) {
   RunSql(file, "UPDATE Profiles SET Hidden = 1");
-  Load(sample::kWork);
+  Load(kSampleWork);
   context.currentProfile = nullptr;
   before = AllRows(file);
   Open();
@@ -365,11 +388,11 @@ TEST_F(GeneralWizards, ThatNoProfileCanBeMadeIsTold) {
   RunSql(file,
          "WITH RECURSIVE Ids(Id) AS (SELECT 2006 UNION ALL SELECT Id + 1 FROM Ids WHERE Id < 9999) "
          "INSERT INTO Profiles (ProfileId, Name, LinkProfile) SELECT Id, 'Taken', 1 FROM Ids");
-  OpenOn(sample::kWork);
+  OpenOn(kSampleWork);
   sheet->Click(IDC_GENERAL_NEW);
   ASSERT_TRUE(WaitUntil([this] { return sheet->MessageBoxText() == kNoNewProfile; }));
   sheet->AnswerMessageBox(IDOK);
-  EXPECT_EQ(sheet->SelectedValue(IDC_PROFILE_COMBO), sample::kWork);
+  EXPECT_EQ(sheet->SelectedValue(IDC_PROFILE_COMBO), kSampleWork);
 }
 
 TEST_F(GeneralWizards, AKeyboardAloneMakesAProfileFromTheSheetsOpeningToOk) {

@@ -24,9 +24,6 @@
 
 namespace {
 
-using sample::kOffice;
-using sample::kVisitor;
-using sample::kWork;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::IsSupersetOf;
@@ -148,7 +145,7 @@ TEST_F(PreferencesUi, OkSavesExactlyWhatWasChosen) {
   ASSERT_TRUE(ClickShows(L"1300", kOptionOn));
   sheet->PressOk();
   ASSERT_EQ(sheet->Result(), kSheetConfirmed);
-  EXPECT_THAT(SaveContext(context), ElementsAre(RecordChange{RecordKind::Profile, kWork, ChangeState::Changed},
+  EXPECT_THAT(SaveContext(context), ElementsAre(RecordChange{RecordKind::Profile, kSampleWork, ChangeState::Changed},
                                                 RecordChange{RecordKind::Preference, 1014, ChangeState::Changed},
                                                 RecordChange{RecordKind::Preference, 1477, ChangeState::Changed}));
   // The others are the profile's own too from now on, as they were shown.
@@ -157,7 +154,7 @@ TEST_F(PreferencesUi, OkSavesExactlyWhatWasChosen) {
   EXPECT_THAT(added, IsSupersetOf({"2001 1014 2 1 0", "2001 1477 1480 1 1", "2001 1501 1 1 0"}));
   EXPECT_THAT(Without(before, Rows()), IsEmpty());
 
-  OpenOn(kWork);
+  OpenOn(kSampleWork);
   EXPECT_TRUE(sheet->IsChecked(IDC_OVERRIDE_CHECK));
   EXPECT_EQ(Image(kAutoConnect), kCheckOn);
   EXPECT_EQ(Image(kTray), kCheckOff) << "as it was inherited";
@@ -165,7 +162,7 @@ TEST_F(PreferencesUi, OkSavesExactlyWhatWasChosen) {
 }
 
 TEST_F(PreferencesUi, ClickingAnOptionAgainTurnsAllOffButItStaysChosen) {
-  Load(kOffice);
+  Load(kSampleOffice);
   const auto before = Rows();
   Open();
   ASSERT_TRUE(ClickShows(L"1300", kOptionOn));
@@ -181,7 +178,7 @@ TEST_F(PreferencesUi, ClickingAnOptionAgainTurnsAllOffButItStaysChosen) {
 }
 
 TEST_F(PreferencesUi, CancelSavesNothing) {
-  Load(kOffice);
+  Load(kSampleOffice);
   const auto before = Rows();
   Open();
   ASSERT_TRUE(ClickShows(kAutoConnect, kCheckOff));
@@ -192,7 +189,7 @@ TEST_F(PreferencesUi, CancelSavesNothing) {
 }
 
 TEST_F(PreferencesUi, ADoubleClickTogglesOnceAndLeavesGroupsOpen) {
-  OpenOn(kOffice);
+  OpenOn(kSampleOffice);
   Click(kFirstGroup, TreeItemPart::Label, 2);
   ASSERT_TRUE(ClickShows(kAutoConnect, kCheckOff, TreeItemPart::Label, 2));
   ASSERT_TRUE(ClickShows(kTray, kCheckOff));
@@ -201,7 +198,7 @@ TEST_F(PreferencesUi, ADoubleClickTogglesOnceAndLeavesGroupsOpen) {
 }
 
 TEST_F(PreferencesUi, AClickBesideAnEntryDoesNothing) {
-  OpenOn(kOffice);
+  OpenOn(kSampleOffice);
   Click(kAutoConnect, TreeItemPart::RightOfLabel);
   ASSERT_TRUE(ClickShows(kTray, kCheckOff));
   EXPECT_EQ(Image(kAutoConnect), kCheckOn);
@@ -210,7 +207,7 @@ TEST_F(PreferencesUi, AClickBesideAnEntryDoesNothing) {
 TEST_F(PreferencesUi, AnEntryThatNobodyStoresIsBuiltInAndCanBeToggled) {
   Sql("DELETE FROM Preferences WHERE PreferenceId = 1014");
   const auto before = Rows();
-  OpenOn(kOffice);
+  OpenOn(kSampleOffice);
   ASSERT_EQ(Image(kAutoConnect), kCheckOff);
   ASSERT_TRUE(ClickShows(kAutoConnect, kCheckOn));
   sheet->PressOk();
@@ -250,10 +247,10 @@ TEST_F(PreferencesUi, TickingTheBoxLetsTheTreeTakeInput) {
 }
 
 TEST_F(PreferencesUi, OverridingAndBackIsSeenAtOnce) {
-  OpenOn(kOffice);
+  OpenOn(kSampleOffice);
   EXPECT_EQ(Image(kAutoConnect), kCheckOn);
   PressOverrideBox();
-  EXPECT_TRUE(context.profiles.at(kOffice)->GetDefaultPreferences());
+  EXPECT_TRUE(context.profiles.at(kSampleOffice)->GetDefaultPreferences());
   EXPECT_FALSE(sheet->IsEnabled(IDC_PREFERENCE_TREE));
   EXPECT_EQ(Image(kAutoConnect), kCheckOff) << "of the defaults";
   PressOverrideBox();
@@ -262,14 +259,14 @@ TEST_F(PreferencesUi, OverridingAndBackIsSeenAtOnce) {
 }
 
 TEST_F(PreferencesUi, AProfileAbove10000ShowsThoseOfTheLinkedProfile) {
-  OpenOn(kVisitor);
+  OpenOn(kSampleVisitor);
   EXPECT_TRUE(sheet->IsChecked(IDC_OVERRIDE_CHECK));
   EXPECT_THAT(Images(kMtuGroup), ElementsAre(7, 7, 8, 7, 7)) << "1300, its own would be 700";
 }
 
 TEST_F(PreferencesUi, AProfileAbove10000SavesThoseOfTheLinkedProfile) {
   const auto before = Rows();
-  OpenOn(kVisitor);
+  OpenOn(kSampleVisitor);
   ASSERT_EQ(Image(kAutoConnect), kCheckOff) << "its own would be on";
   ASSERT_TRUE(ClickShows(kAutoConnect, kCheckOn));
   sheet->PressOk();
@@ -282,7 +279,7 @@ TEST_F(PreferencesUi, AProfileAbove10000SavesThoseOfTheLinkedProfile) {
 TEST_F(PreferencesUi, MultiHomingIsLeftOutUnlessTheAdministratorOffersIt) {
   TestRegistryKey client(HKEY_LOCAL_MACHINE, kClientKey);
   client.Remove(kPreventMultiHomingValue);
-  OpenOn(kOffice);
+  OpenOn(kSampleOffice);
   EXPECT_EQ(Item(kMultiHoming), nullptr);
   EXPECT_EQ(Images(kSecondGroup).size(), 4u) << "the others are there";
 }
@@ -292,7 +289,7 @@ TEST_F(PreferencesUi, MultiHomingIsShownAsTheAdministratorHasSetIt) {
   for (const bool on : {true, false}) {
     client.SetDword(kPreventMultiHomingValue, on ? 1 : 0);
     Sql(std::string("UPDATE Preferences SET State = ") + (on ? "1" : "2") + " WHERE PreferenceId = 1504");
-    OpenOn(kOffice);
+    OpenOn(kSampleOffice);
     ASSERT_NE(Item(kMultiHoming), nullptr);
     EXPECT_EQ(TreeView_GetParent(Tree(), Item(kMultiHoming)), Item(kSecondGroup));
     EXPECT_EQ(Image(kMultiHoming), on ? kCheckOn : kCheckOff) << "whatever the profile has stored";
@@ -301,7 +298,7 @@ TEST_F(PreferencesUi, MultiHomingIsShownAsTheAdministratorHasSetIt) {
 
 TEST_F(PreferencesUi, CertificatesAreLeftOutWhenTheProfilesOneIsNotSaved) {
   const std::wstring hashOfNoneNow = SavedCertificate().HashDigits();
-  Load(kOffice);
+  Load(kSampleOffice);
   context.currentProfile->SetHexDigCertHash(hashOfNoneNow);
   Open();
   EXPECT_NE(Item(kMtuGroup), nullptr);
@@ -311,7 +308,7 @@ TEST_F(PreferencesUi, CertificatesAreLeftOutWhenTheProfilesOneIsNotSaved) {
 
 TEST_F(PreferencesUi, ASavedCertificateCanBeTurnedDown) {
   const SavedCertificate certificate;
-  Load(kOffice);
+  Load(kSampleOffice);
   const auto before = Rows();
   context.currentProfile->SetHexDigCertHash(certificate.HashDigits());
   Open();
@@ -325,7 +322,7 @@ TEST_F(PreferencesUi, ASavedCertificateCanBeTurnedDown) {
 }
 
 TEST_F(PreferencesUi, AnotherProfileShowsItsOwnPreferencesAndTogglesAreThereAgain) {
-  OpenOn(kOffice);
+  OpenOn(kSampleOffice);
   ASSERT_TRUE(ClickShows(L"700", kOptionOn));
   sheet->Pick(IDC_PROFILE_COMBO, L"Work 2");
   EXPECT_EQ(Image(L"1300"), kOptionOn);
@@ -340,7 +337,7 @@ TEST_F(PreferencesUi, AnotherProfileShowsItsOwnPreferencesAndTogglesAreThereAgai
 }
 
 TEST_F(PreferencesUi, CancelDropsTheTogglesOfAllProfiles) {
-  OpenOn(kOffice);
+  OpenOn(kSampleOffice);
   ASSERT_TRUE(ClickShows(L"700", kOptionOn));
   sheet->Pick(IDC_PROFILE_COMBO, L"Work 2");
   sheet->PressCancel();
@@ -352,7 +349,7 @@ TEST_F(PreferencesUi, CancelDropsTheTogglesOfAllProfiles) {
 
 TEST_F(PreferencesUi, WhatWasChosenIsSavedFromAnotherTabAndAfterComingBack) {
   for (const bool comesBack : {false, true}) {
-    OpenOn(kOffice);
+    OpenOn(kSampleOffice);
     ASSERT_TRUE(ClickShows(kAutoConnect, kCheckOff));
     sheet->SelectTab(L"General");
     if (comesBack) sheet->SelectTab(L"Preferences");
@@ -382,7 +379,7 @@ TEST_F(PreferencesUi, CanBeUsedWithTheKeyboardAlone) {
 }
 
 TEST_F(PreferencesUi, TabVisitsTheControlsInReadingOrder) {
-  OpenOn(kOffice);
+  OpenOn(kSampleOffice);
   HWND control = sheet->Control(IDC_PROFILE_COMBO);
   for (const int next : {IDC_OVERRIDE_CHECK, IDC_PREFERENCE_TREE}) {
     control = GetNextDlgTabItem(sheet->Page(), control, FALSE);

@@ -26,7 +26,6 @@
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 using testing::UnorderedElementsAre;
 
 constexpr uint32_t kTravel = 2003;
@@ -83,7 +82,7 @@ class ProxyPage : public StoredSheetTest {
 // What is shown
 
 TEST_F(ProxyPage, ListsThreeSettingsWithTheirModesAndValues) {
-  ShowProfile(sample::kOffice);
+  ShowProfile(kSampleOffice);
   EXPECT_THAT(ReportColumns(page->List()), ElementsAre(L"Type", L"Setting", L"Value"));
   EXPECT_THAT(page->Rows(),
               ElementsAre(ElementsAre(L"Auto-proxy URL", L"Not updated", L""),
@@ -98,7 +97,7 @@ TEST_F(ProxyPage, ListsThreeSettingsWithTheirModesAndValues) {
 }
 
 TEST_F(ProxyPage, SharesTheListsWidthAmongItsColumns) {
-  ShowProfile(sample::kWork);
+  ShowProfile(kSampleWork);
   RECT area{};
   GetClientRect(page->List(), &area);
   const int quarter = (area.right - 4) / 4;
@@ -115,7 +114,7 @@ TEST_F(ProxyPage, SharesTheListsWidthAmongItsColumns) {
 }
 
 TEST_F(ProxyPage, ARowThatIsNotUpdatedHasNoValue) {
-  Override(sample::kWork, {L'n', L'n', L'n'});
+  Override(kSampleWork, {L'n', L'n', L'n'});
   Show();
   for (const auto& row : page->Rows()) {
     EXPECT_EQ(row[1], L"Not updated");
@@ -125,12 +124,12 @@ TEST_F(ProxyPage, ARowThatIsNotUpdatedHasNoValue) {
 
 TEST_F(ProxyPage, AManualExceptionListThatSaysLeaveShowsLeave) {
   RunSql(file, "UPDATE ConfigSettings SET ProxyExceptions = 'LEAVE' WHERE ProfileId = 2004 AND Automatic = 0");
-  ShowProfile(sample::kOffice);
+  ShowProfile(kSampleOffice);
   EXPECT_EQ(RowAt(kExceptionsRow)[2], L"Leave");
 }
 
 TEST_F(ProxyPage, AnUnknownModeIsCalledSoAndLeavesTheRadioButtonsAsTheyAre) {
-  Override(sample::kWork, {L'n', L'x', L'M'});
+  Override(kSampleWork, {L'n', L'x', L'M'});
   Show();
   EXPECT_EQ(RowAt(kProxyRow)[1], L"unknown");
   EXPECT_EQ(RowAt(kProxyRow)[2], L"");
@@ -141,11 +140,11 @@ TEST_F(ProxyPage, AnUnknownModeIsCalledSoAndLeavesTheRadioButtonsAsTheyAre) {
     EXPECT_FALSE(sheet->IsEnabled(IDC_PROXY_SETTINGS));
   }
   sheet->Click(IDC_PROXY_MANUAL_RADIO);
-  EXPECT_EQ(ModesOf(ProfileOf(sample::kWork)), (ProxyModes{L'n', L'x', L'm'}));
+  EXPECT_EQ(ModesOf(ProfileOf(kSampleWork)), (ProxyModes{L'n', L'x', L'm'}));
 }
 
 TEST_F(ProxyPage, TheRadioButtonsShowTheModeOfTheSelectedRow) {
-  Override(sample::kWork, {L'm', L'n', L'a'});
+  Override(kSampleWork, {L'm', L'n', L'a'});
   Show();
   EXPECT_EQ(page->CheckedMode(), IDC_PROXY_MANUAL_RADIO);
   page->Select(kProxyRow);
@@ -158,7 +157,7 @@ TEST_F(ProxyPage, TheRadioButtonsShowTheModeOfTheSelectedRow) {
 }
 
 TEST_F(ProxyPage, TheUrlRowHasAFieldAndTheOthersAButton) {
-  ShowProfile(sample::kOffice);
+  ShowProfile(kSampleOffice);
   const auto expectField = [this](bool field) {
     EXPECT_EQ(page->IsShown(IDC_PROXY_URL_LABEL), field);
     EXPECT_EQ(page->IsShown(IDC_PROXY_URL), field);
@@ -174,7 +173,7 @@ TEST_F(ProxyPage, TheUrlRowHasAFieldAndTheOthersAButton) {
 }
 
 TEST_F(ProxyPage, ValuesCanBeEnteredOnlyInTheManualMode) {
-  Override(sample::kWork, {L'a', L'a', L'a'});
+  Override(kSampleWork, {L'a', L'a', L'a'});
   Show();
   for (const size_t row : {kUrlRow, kProxyRow, kExceptionsRow}) {
     page->Select(row);
@@ -191,8 +190,8 @@ TEST_F(ProxyPage, ValuesCanBeEnteredOnlyInTheManualMode) {
 }
 
 TEST_F(ProxyPage, TheFieldShowsTheUrlThatItsModeTakes) {
-  Override(sample::kOffice, {L'm', L'm', L'm'});
-  context.currentProfile = context.profiles.at(sample::kOffice);
+  Override(kSampleOffice, {L'm', L'm', L'm'});
+  context.currentProfile = context.profiles.at(kSampleOffice);
   Show();
   EXPECT_EQ(sheet->Text(IDC_PROXY_URL), L"http://proxy.example.net/office.pac");
   sheet->Click(IDC_PROXY_AUTOMATIC_RADIO);
@@ -207,7 +206,7 @@ TEST_F(ProxyPage, TheFieldShowsTheUrlThatItsModeTakes) {
 // Overriding
 
 TEST_F(ProxyPage, TheOverrideBoxGovernsWhatCanBeChangedAndNothingElse) {
-  ShowProfile(sample::kWork);
+  ShowProfile(kSampleWork);
   const auto expectEnabled = [this](bool enabled) {
     EXPECT_EQ(sheet->IsChecked(IDC_OVERRIDE_CHECK), enabled);
     for (const int id : {IDC_PROXY_LIST, IDC_PROXY_AUTOMATIC_RADIO, IDC_PROXY_NOT_UPDATED_RADIO, IDC_PROXY_MANUAL_RADIO,
@@ -222,17 +221,17 @@ TEST_F(ProxyPage, TheOverrideBoxGovernsWhatCanBeChangedAndNothingElse) {
   expectEnabled(false);
   sheet->Click(IDC_OVERRIDE_CHECK);
   expectEnabled(true);
-  EXPECT_FALSE(ProfileOf(sample::kWork).GetDefaultProxy());
-  EXPECT_EQ(ProfileOf(sample::kWork).GetState(), ChangeState::Changed);
+  EXPECT_FALSE(ProfileOf(kSampleWork).GetDefaultProxy());
+  EXPECT_EQ(ProfileOf(kSampleWork).GetState(), ChangeState::Changed);
   sheet->Click(IDC_OVERRIDE_CHECK);
   expectEnabled(false);
-  EXPECT_TRUE(ProfileOf(sample::kWork).GetDefaultProxy());
+  EXPECT_TRUE(ProfileOf(kSampleWork).GetDefaultProxy());
 }
 
 TEST_F(ProxyPage, ManualValuesCannotBeEnteredWhileTheDefaultsAreFollowed) {
-  SetModes(ProfileOf(sample::kWork), {L'm', L'm', L'm'});
-  Override(sample::kOffice, {L'm', L'm', L'm'});
-  context.currentProfile = context.profiles.at(sample::kOffice);
+  SetModes(ProfileOf(kSampleWork), {L'm', L'm', L'm'});
+  Override(kSampleOffice, {L'm', L'm', L'm'});
+  context.currentProfile = context.profiles.at(kSampleOffice);
   Show();
   sheet->Pick(IDC_PROFILE_COMBO, L"Work");
   EXPECT_FALSE(sheet->IsEnabled(IDC_PROXY_URL));
@@ -246,16 +245,16 @@ TEST_F(ProxyPage, ManualValuesCannotBeEnteredWhileTheDefaultsAreFollowed) {
 }
 
 TEST_F(ProxyPage, FollowingTheDefaultsAgainBringsBackTheModesOfTheFirstLook) {
-  ShowProfile(sample::kOffice);
+  ShowProfile(kSampleOffice);
   for (const size_t row : {kUrlRow, kProxyRow, kExceptionsRow}) {
     page->Select(row);
     sheet->Click(IDC_PROXY_AUTOMATIC_RADIO);
   }
   sheet->SelectTab(L"General");
   sheet->SelectTab(L"Proxy");
-  EXPECT_EQ(ModesOf(ProfileOf(sample::kOffice)), (ProxyModes{L'a', L'a', L'a'}));
+  EXPECT_EQ(ModesOf(ProfileOf(kSampleOffice)), (ProxyModes{L'a', L'a', L'a'}));
   sheet->Click(IDC_OVERRIDE_CHECK);
-  EXPECT_EQ(ModesOf(ProfileOf(sample::kOffice)), (ProxyModes{L'n', L'm', L'm'}));
+  EXPECT_EQ(ModesOf(ProfileOf(kSampleOffice)), (ProxyModes{L'n', L'm', L'm'}));
   EXPECT_EQ(RowAt(kUrlRow)[1], L"Not updated");
   EXPECT_EQ(RowAt(kProxyRow)[1], L"Manual");
   for (const int id : kRadios) EXPECT_FALSE(sheet->IsEnabled(id));
@@ -264,42 +263,42 @@ TEST_F(ProxyPage, FollowingTheDefaultsAgainBringsBackTheModesOfTheFirstLook) {
 }
 
 TEST_F(ProxyPage, EachProfileGoesBackToItsOwnModes) {
-  ShowProfile(sample::kOffice);
+  ShowProfile(kSampleOffice);
   SetModes(ProfileOf(kTravel), {L'n', L'a', L'm'});
   sheet->Pick(IDC_PROFILE_COMBO, L"Travel");
   EXPECT_EQ(ModesOf(ProfileOf(kTravel)), (ProxyModes{L'n', L'a', L'm'})) << "not those of the first profile";
   sheet->Click(IDC_OVERRIDE_CHECK);
   sheet->Click(IDC_PROXY_MANUAL_RADIO);
   sheet->Pick(IDC_PROFILE_COMBO, L"Work");
-  EXPECT_EQ(ModesOf(ProfileOf(sample::kWork)), (ProxyModes{L'a', L'a', L'a'}));
+  EXPECT_EQ(ModesOf(ProfileOf(kSampleWork)), (ProxyModes{L'a', L'a', L'a'}));
   sheet->Pick(IDC_PROFILE_COMBO, L"Travel");
   EXPECT_EQ(ModesOf(ProfileOf(kTravel)), (ProxyModes{L'm', L'a', L'm'}));
   sheet->Click(IDC_OVERRIDE_CHECK);
   EXPECT_EQ(ModesOf(ProfileOf(kTravel)), (ProxyModes{L'n', L'a', L'm'}));
   sheet->Pick(IDC_PROFILE_COMBO, kOfficeName);
-  EXPECT_EQ(ModesOf(ProfileOf(sample::kOffice)), (ProxyModes{L'n', L'm', L'm'}));
+  EXPECT_EQ(ModesOf(ProfileOf(kSampleOffice)), (ProxyModes{L'n', L'm', L'm'}));
 }
 
 // Modes
 
 TEST_F(ProxyPage, AModeIsStoredForTheSelectedRowAtOnce) {
-  Override(sample::kWork, {L'a', L'a', L'a'});
+  Override(kSampleWork, {L'a', L'a', L'a'});
   Show();
   sheet->Click(IDC_PROXY_NOT_UPDATED_RADIO);
-  EXPECT_EQ(ModesOf(ProfileOf(sample::kWork)), (ProxyModes{L'n', L'a', L'a'}));
-  EXPECT_EQ(ProfileOf(sample::kWork).GetState(), ChangeState::Changed);
+  EXPECT_EQ(ModesOf(ProfileOf(kSampleWork)), (ProxyModes{L'n', L'a', L'a'}));
+  EXPECT_EQ(ProfileOf(kSampleWork).GetState(), ChangeState::Changed);
   page->Select(kProxyRow);
   sheet->Click(IDC_PROXY_MANUAL_RADIO);
   page->Select(kExceptionsRow);
   sheet->Click(IDC_PROXY_NOT_UPDATED_RADIO);
-  EXPECT_EQ(ModesOf(ProfileOf(sample::kWork)), (ProxyModes{L'n', L'm', L'n'}));
+  EXPECT_EQ(ModesOf(ProfileOf(kSampleWork)), (ProxyModes{L'n', L'm', L'n'}));
   sheet->Click(IDC_PROXY_AUTOMATIC_RADIO);
-  EXPECT_EQ(ModesOf(ProfileOf(sample::kWork)), (ProxyModes{L'n', L'm', L'a'}));
+  EXPECT_EQ(ModesOf(ProfileOf(kSampleWork)), (ProxyModes{L'n', L'm', L'a'}));
   EXPECT_EQ(RowAt(kProxyRow)[1], L"Manual");
 }
 
 TEST_F(ProxyPage, ModesAreSavedWithAllThatTheProfileMakesItsOwn) {
-  ShowProfile(sample::kWork);
+  ShowProfile(kSampleWork);
   sheet->Click(IDC_OVERRIDE_CHECK);
   sheet->Click(IDC_PROXY_NOT_UPDATED_RADIO);
   SaveWithOk();
@@ -311,7 +310,7 @@ TEST_F(ProxyPage, ModesAreSavedWithAllThatTheProfileMakesItsOwn) {
 // The URL
 
 TEST_F(ProxyPage, LeavingThePageOnTheUrlRowStoresTheUrl) {
-  ShowProfile(sample::kWork);
+  ShowProfile(kSampleWork);
   sheet->Click(IDC_OVERRIDE_CHECK);
   sheet->Click(IDC_PROXY_MANUAL_RADIO);
   page->TypeUrl(L"http://one.example.com/p.pac");
@@ -321,7 +320,7 @@ TEST_F(ProxyPage, LeavingThePageOnTheUrlRowStoresTheUrl) {
   EXPECT_EQ(sheet->Text(IDC_PROXY_URL), L"http://one.example.com/p.pac");
   SaveWithOk();
   EXPECT_EQ(StoredValue(file, "SELECT AutoProxySetting FROM Profiles WHERE ProfileId = 2001"), "m");
-  ExpectConfigOf(sample::kWork, L"http://one.example.com/p.pac", L"", L"");
+  ExpectConfigOf(kSampleWork, L"http://one.example.com/p.pac", L"", L"");
 }
 
 TEST_F(ProxyPage, OkOnTheUrlRowStoresTheUrlOfAProfileThatNeverHadAConfiguration) {
@@ -338,8 +337,8 @@ TEST_F(ProxyPage, OkOnTheUrlRowStoresTheUrlOfAProfileThatNeverHadAConfiguration)
 }
 
 TEST_F(ProxyPage, LeavingThePageOnAnotherRowForgetsTheUrl) {
-  Override(sample::kOffice, {L'm', L'm', L'm'});
-  context.currentProfile = context.profiles.at(sample::kOffice);
+  Override(kSampleOffice, {L'm', L'm', L'm'});
+  context.currentProfile = context.profiles.at(kSampleOffice);
   Show();
   page->TypeUrl(L"http://forgotten.example.com");
   page->Select(kProxyRow);
@@ -350,8 +349,8 @@ TEST_F(ProxyPage, LeavingThePageOnAnotherRowForgetsTheUrl) {
 }
 
 TEST_F(ProxyPage, AUrlIsForgottenWhereAModeIsChosenOrAnotherProfile) {
-  Override(sample::kOffice, {L'm', L'm', L'm'});
-  context.currentProfile = context.profiles.at(sample::kOffice);
+  Override(kSampleOffice, {L'm', L'm', L'm'});
+  context.currentProfile = context.profiles.at(kSampleOffice);
   Show();
   for (const int mode : {IDC_PROXY_MANUAL_RADIO, IDC_PROXY_NOT_UPDATED_RADIO}) {
     page->TypeUrl(L"http://forgotten.example.com");
@@ -361,15 +360,15 @@ TEST_F(ProxyPage, AUrlIsForgottenWhereAModeIsChosenOrAnotherProfile) {
   }
   page->TypeUrl(L"http://forgotten.example.com");
   sheet->Pick(IDC_PROFILE_COMBO, L"Work");
-  EXPECT_EQ(sheet->SelectedValue(IDC_PROFILE_COMBO), sample::kWork);
+  EXPECT_EQ(sheet->SelectedValue(IDC_PROFILE_COMBO), kSampleWork);
   sheet->Pick(IDC_PROFILE_COMBO, kOfficeName);
   EXPECT_EQ(sheet->Text(IDC_PROXY_URL), L"http://proxy.example.net/office.pac");
   EXPECT_EQ(context.manualConfigs.size(), 0u) << "the caller's context is another";
 }
 
 TEST_F(ProxyPage, TheTypedUrlSurvivesEveryMoveOfTheFocus) {
-  Override(sample::kOffice, {L'm', L'm', L'm'});
-  context.currentProfile = context.profiles.at(sample::kOffice);
+  Override(kSampleOffice, {L'm', L'm', L'm'});
+  context.currentProfile = context.profiles.at(kSampleOffice);
   Show();
   page->TypeUrl(L"http://typed.example.com");
   for (const int id : {IDC_PROXY_LIST, IDC_OVERRIDE_CHECK, IDC_PROFILE_COMBO, IDC_PROXY_MANUAL_RADIO, IDC_PROXY_URL}) {
@@ -386,8 +385,8 @@ TEST_F(ProxyPage, AUrlIsTakenUpTo511Characters) {
         std::pair{std::wstring(512, L'u'), std::wstring(511, L'u')},
         std::pair{std::wstring(510, L'\u4f60') + emoji, std::wstring(510, L'\u4f60')},
         std::pair{std::wstring(509, L'\u05d0') + emoji + L"x", std::wstring(509, L'\u05d0') + emoji}}) {
-    Load(sample::kOffice);
-    Override(sample::kOffice, {L'm', L'm', L'm'});
+    Load(kSampleOffice);
+    Override(kSampleOffice, {L'm', L'm', L'm'});
     Show();
     // As pasted; typing so much takes long.
     SendMessageW(sheet->Control(IDC_PROXY_URL), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(typed.c_str()));
@@ -401,12 +400,12 @@ TEST_F(ProxyPage, AUrlIsTakenUpTo511Characters) {
 }
 
 TEST_F(ProxyPage, AnEmptyUrlTakesThePlaceOfTheStoredOne) {
-  Override(sample::kOffice, {L'm', L'm', L'm'});
-  context.currentProfile = context.profiles.at(sample::kOffice);
+  Override(kSampleOffice, {L'm', L'm', L'm'});
+  context.currentProfile = context.profiles.at(kSampleOffice);
   Show();
   page->TypeUrl(L"\b");
   SaveWithOk();
-  ExpectConfigOf(sample::kOffice, L"", L"proxy1.example.net:3128;proxy2.example.net:3128",
+  ExpectConfigOf(kSampleOffice, L"", L"proxy1.example.net:3128;proxy2.example.net:3128",
                  L"intranet.example.net;192.0.2.0");
 }
 
@@ -417,7 +416,7 @@ TEST_F(ProxyPage, LookingOnlyWritesNothing) {
   RunSql(file, "UPDATE ConfigSettings SET AutoProxyUrl = '" + std::string(600, 'u') + "', ManualProxy = 'a:b:c;;' " +
                    "WHERE ProfileId = 2004 AND Automatic = 0");
   before = AllRows(file);
-  ShowProfile(sample::kWork);
+  ShowProfile(kSampleWork);
   for (const wchar_t* profile : {L"Work 2", L"Travel", kOfficeName, L"Visitor", L"Work", kOfficeName}) {
     sheet->Pick(IDC_PROFILE_COMBO, profile);
     for (const size_t row : {kUrlRow, kProxyRow, kExceptionsRow, kUrlRow}) {
@@ -430,13 +429,13 @@ TEST_F(ProxyPage, LookingOnlyWritesNothing) {
     SettingsDriver(*sheet).Close(IDCANCEL);
     page->Select(kUrlRow);
   }
-  EXPECT_EQ(ModesOf(ProfileOf(sample::kWork)), (ProxyModes{L'm', L'a', L'a'}));
+  EXPECT_EQ(ModesOf(ProfileOf(kSampleWork)), (ProxyModes{L'm', L'a', L'a'}));
   SaveWithOk();
   EXPECT_EQ(AllRows(file), before);
 }
 
 TEST_F(ProxyPage, CancelSavesNothing) {
-  ShowProfile(sample::kOffice);
+  ShowProfile(kSampleOffice);
   sheet->Click(IDC_PROXY_MANUAL_RADIO);
   page->TypeUrl(L"http://cancelled.example.com");
   sheet->SelectTab(L"General");
@@ -453,7 +452,7 @@ TEST_F(ProxyPage, CancelSavesNothing) {
 }
 
 TEST_F(ProxyPage, ListsOfSeveralProfilesAreSavedEachWithItsOwn) {
-  ShowProfile(sample::kWork);
+  ShowProfile(kSampleWork);
   for (const auto& [profile, row, address] :
        {std::tuple{L"Work", kProxyRow, L"work"}, std::tuple{L"Travel", kExceptionsRow, L"travel"},
         std::tuple{L"Visitor", kProxyRow, L"visitor"}}) {
@@ -467,14 +466,14 @@ TEST_F(ProxyPage, ListsOfSeveralProfilesAreSavedEachWithItsOwn) {
     EXPECT_EQ(RowAt(row)[2], address);
   }
   SaveWithOk();
-  ExpectConfigOf(sample::kWork, L"", L"work", L"");
+  ExpectConfigOf(kSampleWork, L"", L"work", L"");
   ExpectConfigOf(kTravel, L"", L"", L"travel");
-  ExpectConfigOf(sample::kVisitor, L"", L"visitor", L"");
+  ExpectConfigOf(kSampleVisitor, L"", L"visitor", L"");
   EXPECT_EQ(StoredValue(file, "SELECT count(*) FROM ConfigSettings"), "8");
 }
 
 TEST_F(ProxyPage, WhatTheServersWizardAndThePageChangeIsSavedTogether) {
-  Load(sample::kWork);
+  Load(kSampleWork);
   Open();
   const auto enterDns = [this](int control, int mode, const wchar_t* address) {
     sheet->SelectTab(L"General");
@@ -597,7 +596,7 @@ TEST_F(ProxyPage, WorksWithoutACurrentProfile) {
 // Help and keyboard
 
 TEST_F(ProxyPage, TheHelpKeyOpensThePagesTopic) {
-  ShowProfile(sample::kWork);
+  ShowProfile(kSampleWork);
   const WrittenTopic topic(L"1050.html");
   const BrowserStandIn browser;
   sheet->Focus(IDC_PROFILE_COMBO);
@@ -614,8 +613,8 @@ TEST_F(ProxyPage, TakesTheQuestionMarkOutOfTheTitleBar) {
 }
 
 TEST_F(ProxyPage, AKeyboardAloneReachesEverything) {
-  Override(sample::kOffice, {L'm', L'm', L'm'});
-  context.currentProfile = context.profiles.at(sample::kOffice);
+  Override(kSampleOffice, {L'm', L'm', L'm'});
+  context.currentProfile = context.profiles.at(kSampleOffice);
   Show();
   const auto tab = [this] {
     const int from = sheet->FocusedControl();
@@ -632,8 +631,8 @@ TEST_F(ProxyPage, AKeyboardAloneReachesEverything) {
   EXPECT_EQ(tab(), IDC_PROXY_MANUAL_RADIO);
   EXPECT_EQ(tab(), IDC_PROXY_SETTINGS);
   EXPECT_TRUE(
-      sheet->PressKeyUntil([&] { return ProfileOf(sample::kOffice).GetManualProxySetting() == L'n'; }, 'D', {VK_MENU}));
+      sheet->PressKeyUntil([&] { return ProfileOf(kSampleOffice).GetManualProxySetting() == L'n'; }, 'D', {VK_MENU}));
   EXPECT_TRUE(
-      sheet->PressKeyUntil([&] { return ProfileOf(sample::kOffice).GetManualProxySetting() == L'm'; }, 'M', {VK_MENU}));
+      sheet->PressKeyUntil([&] { return ProfileOf(kSampleOffice).GetManualProxySetting() == L'm'; }, 'M', {VK_MENU}));
   EXPECT_TRUE(sheet->PressKeyUntil([&] { return sheet->MessageBoxWindow() != nullptr; }, 'S', {VK_MENU}));
 }

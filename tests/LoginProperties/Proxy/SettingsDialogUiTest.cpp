@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <functional>
+
 #include "LoginProperties/ProfilePage/ProfileControls.h"
 #include "LoginProperties/Proxy/ProxyRules.h"
 #include "tests/support/WaitUntil.h"
@@ -13,7 +15,6 @@
 
 namespace {
 
-using testing::Each;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -26,7 +27,7 @@ class ProgramSettings : public StoredSheetTest {
   SettingsDriver OpenOnList(size_t row, const std::string& list) {
     RunSql(file, "UPDATE ConfigSettings SET ManualProxy = '" + list + "', ProxyExceptions = '" + list +
                      "' WHERE ProfileId = 2004 AND Automatic = 0");
-    OpenOn(sample::kOffice).SelectTab(L"Proxy");
+    OpenOn(kSampleOffice).SelectTab(L"Proxy");
     ProxyPageDriver(*sheet).Select(row);
     return SettingsDriver(*sheet);
   }
@@ -153,11 +154,11 @@ TEST_F(ProgramSettings, OkStoresTheListThatWasEditedAndNoOther) {
 
 TEST_F(ProgramSettings, EveryOtherWayOutChangesNothingAndEndsTheDialogOnce) {
   const std::multiset<std::string> before = AllRows(file);
-  OpenOn(sample::kOffice).SelectTab(L"Proxy");
+  OpenOn(kSampleOffice).SelectTab(L"Proxy");
   ProxyPageDriver(*sheet).Select(kProxyRow);
   const std::wstring shown = Shown();
   using Way = std::function<void(const SettingsDriver&)>;
-  const auto byKey = [](WORD key, std::vector<WORD> modifiers = {}) -> Way {
+  const auto byKey = [](WORD key, const std::vector<WORD>& modifiers = {}) -> Way {
     return [=](const SettingsDriver& dialog) {
       EXPECT_TRUE(dialog.PressKeyUntil([&] { return !IsWindow(dialog.Window()); }, key, modifiers));
     };
