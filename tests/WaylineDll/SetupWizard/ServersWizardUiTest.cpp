@@ -206,7 +206,7 @@ TEST_F(ServersWizard, TellsThatTheServersCannotBeRead) {
   data.manualConfig = nullptr;
   Open();
   EXPECT_EQ(wizard->MessageBoxText(),
-            L"The server settings of the login profile cannot be read, so they cannot be changed now.");
+            L"The server settings of the login profile cannot be read, so they cannot be changed.");
   wizard->AnswerMessageBox();
   EXPECT_EQ(wizard->Result(), 0);
 }
