@@ -8,7 +8,6 @@
 #include <vector>
 
 #include "Database/Profiles/ProfileIdManager.h"
-#include "NetUtilities/Module/ActivationContext.h"
 #include "LoginProperties/Autostart/AutostartControls.h"
 #include "LoginProperties/Autostart/AutostartDialog.h"
 #include "LoginProperties/General/GeneralControls.h"
@@ -28,6 +27,7 @@
 #include "NetUtilities/Crash/CrashDump.h"
 #include "NetUtilities/Files/WinLogonDesktop.h"
 #include "NetUtilities/Logger/Logger.h"
+#include "NetUtilities/Module/ActivationContext.h"
 #include "NetUtilities/Module/Singleton.h"
 #include "NetUtilities/Text/ErrorText.h"
 #include "WaylineDll/StringDb.h"

@@ -113,13 +113,13 @@ TEST_F(SheetLogTest, TellsWhatBecomesOfProfiles) {
   SheetLog::ProfileCreated(work_, 2002);
   SheetLog::NetworkConfigured(work_);
   SheetLog::ServersConfigured(home_);
-  EXPECT_THAT(log_.Messages(),
-              ElementsAre(Info(L"Profile 2001 'Work' is now called 'Office'"),
-                          Info(L"Profile 2001 'Work' cannot be removed"), Info(L"Profile 2002 'Home' is to be removed"),
-                          Info(L"Profile 2001 'Work' made"),
-                          Info(L"Profile 2001 'Work' made, with copies from profile 2002"),
-                          Info(L"User ID and network service of profile 2001 'Work' set up"),
-                          Info(L"Servers of profile 2002 'Home' set up")));
+  EXPECT_THAT(
+      log_.Messages(),
+      ElementsAre(Info(L"Profile 2001 'Work' is now called 'Office'"), Info(L"Profile 2001 'Work' cannot be removed"),
+                  Info(L"Profile 2002 'Home' is to be removed"), Info(L"Profile 2001 'Work' made"),
+                  Info(L"Profile 2001 'Work' made, with copies from profile 2002"),
+                  Info(L"User ID and network service of profile 2001 'Work' set up"),
+                  Info(L"Servers of profile 2002 'Home' set up")));
 }
 
 }  // namespace
