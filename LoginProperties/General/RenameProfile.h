@@ -16,7 +16,6 @@ class RenameProfile : public BaseDialog {
   int ReadWindowControls() override;
   int OnInitDialog(int64_t parameter) override;
 
- private:
   std::wstring newName;
   std::wstring currentName;
 };

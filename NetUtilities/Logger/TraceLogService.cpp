@@ -29,11 +29,23 @@ class TraceLogService : public LogService {
   ComPointer<ITraceLogManager> manager_;
 };
 
+// A service that is just ending for want of clients turns one away that comes then; the next one starts it anew.
+HRESULT CreateManager(void** object) {
+  constexpr int kTries = 5;
+  constexpr DWORD kPauseMilliseconds = 20;
+  HRESULT result = E_FAIL;
+  for (int tries = 0; tries < kTries && (result == E_FAIL || result == CO_E_SERVER_STOPPING); ++tries) {
+    if (tries > 0) Sleep(kPauseMilliseconds);
+    result = traceLogPlatform.createInstance(CLSID_TraceLogManager, nullptr, CLSCTX_LOCAL_SERVER, IID_IUnknown, object);
+  }
+  return result;
+}
+
 }  // namespace
 
 std::unique_ptr<LogService> ConnectTraceLogManager(int32_t& result) {
   void* object = nullptr;
-  result = traceLogPlatform.createInstance(CLSID_TraceLogManager, nullptr, CLSCTX_LOCAL_SERVER, IID_IUnknown, &object);
+  result = CreateManager(&object);
   if (FAILED(result)) return nullptr;
   const ComPointer<IUnknown> unknown(static_cast<IUnknown*>(object));
   result = traceLogPlatform.run(unknown.get());

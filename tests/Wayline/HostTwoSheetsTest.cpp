@@ -35,7 +35,16 @@ class TwoSheets : public testing::Test {
   static void Make(HostProgram& program, const std::wstring& name, const std::wstring& source = {}) {
     program.sheet->Click(IDC_GENERAL_NEW);
     WizardDriver wizard(program.threadId);
-    wizard.Type(IDC_WIZARD_NAME, name);
+    // The page takes the focus with all of its text selected, which may come in the middle of the typing.
+    const auto holdsName = [&] {
+      wchar_t text[64] = {};
+      SendMessageW(wizard.Control(IDC_WIZARD_NAME), WM_GETTEXT, ARRAYSIZE(text), reinterpret_cast<LPARAM>(text));
+      return text == name;
+    };
+    ASSERT_TRUE(WaitUntil([&] {
+      wizard.Type(IDC_WIZARD_NAME, name);
+      return holdsName();
+    }));
     while (wizard.CurrentPage() != WizardPage::Summary) {
       const auto page = wizard.CurrentPage();
       if (page == WizardPage::Copy && !source.empty()) wizard.Pick(IDC_WIZARD_COPY, source);

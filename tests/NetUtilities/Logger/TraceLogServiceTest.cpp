@@ -108,6 +108,27 @@ class TraceLogServiceTest : public testing::Test {
   const Substituted<TraceLogPlatform> platform_{traceLogPlatform};
 };
 
+TEST_F(TraceLogServiceTest, AServiceThatIsJustEndingIsAskedAgain) {
+  for (const HRESULT ending : {E_FAIL, CO_E_SERVER_STOPPING}) {
+    static HRESULT answer;
+    static int calls;
+    answer = ending;
+    calls = 0;
+    platform_->createInstance = [](REFCLSID, LPUNKNOWN, DWORD, REFIID, LPVOID* object) -> HRESULT {
+      if (++calls < 3) return answer;
+      manager->AddRef();
+      *object = static_cast<IUnknown*>(manager);
+      return S_OK;
+    };
+    EXPECT_NE(Connect(), nullptr);
+    EXPECT_EQ(calls, 3);
+    calls = -100;
+    int32_t result = S_OK;
+    EXPECT_EQ(ConnectTraceLogManager(result), nullptr) << "not for ever";
+    EXPECT_EQ(result, ending);
+  }
+}
+
 // One for each step, and for each whether later ones would fail, too.
 class TraceLogServiceFaults : public TraceLogServiceTest, public testing::WithParamInterface<FaultPlan::Mode> {};
 
