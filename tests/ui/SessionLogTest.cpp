@@ -9,9 +9,11 @@
 #include "LoginProperties/ProfilePage/ProfileControls.h"
 #include "LoginProperties/Timeouts/TimeoutControls.h"
 #include "tests/support/ServiceLog.h"
+#include "tests/support/TemporaryFolder.h"
 #include "tests/ui/SheetDriver.h"
 #include "tests/ui/TestContext.h"
 #include "TraceLogManager/LogFileFormat.h"
+#include "WaylineDll/Host.h"
 
 namespace {
 
@@ -37,6 +39,9 @@ constexpr unsigned kDetail = 4;
 }  // namespace
 
 TEST(SessionLog, TellsWhatTheUserDid) {
+  // With the network services of the sample data, which the first page looks for.
+  const TemporaryFolder folder;
+  ASSERT_EQ(OpenSettings(folder.File(L"Wayline.db")), std::nullopt);
   const ServiceLog log;
   LoginPropertiesContext context = MakeContext();
   {
@@ -61,6 +66,7 @@ TEST(SessionLog, TellsWhatTheUserDid) {
   EXPECT_THAT(pages, ElementsAreArray({"Page 'General' shows profile 2001 'Work'",
                                        "Page 'Timeouts' shows profile 2001 'Work'", "Profile 2004 'Home' selected",
                                        "Page 'Timeouts': profile 2004 'Home' overrides the defaults"}));
+  CloseSettings();
 }
 
 TEST(SessionLog, TellsWhatTheUserWasTold) {
