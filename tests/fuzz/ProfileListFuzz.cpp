@@ -34,9 +34,15 @@ void CheckList(const ProfileTable& profiles, uint32_t active) {
 void CheckChoice(const ProfileTable& profiles, std::optional<uint32_t> wanted, uint32_t active) {
   std::shared_ptr<Profile> chosen;
   const Failure failure = ChooseProfile(profiles, wanted, active, chosen);
-  Require(failure.has_value() == (chosen == nullptr));
+  const auto isSelectable = [](const Profile& profile) {
+    return profile.GetProfileId() > 2000 && !profile.GetHidden() && !profile.GetName().empty();
+  };
+  const bool hasAny = std::ranges::any_of(profiles, [&](const auto& entry) { return isSelectable(*entry.second); });
+  // Without a wish there is no failure: the first profile can be made on the sheet.
+  Require(failure.has_value() == (wanted && chosen == nullptr));
+  Require(wanted || (chosen != nullptr) == hasAny);
   if (!chosen) return;
-  Require(chosen->GetProfileId() > 2000 && !chosen->GetHidden() && !chosen->GetName().empty());
+  Require(isSelectable(*chosen));
   Require(!wanted || chosen->GetProfileId() == *wanted);
 }
 
