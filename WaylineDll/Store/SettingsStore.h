@@ -54,7 +54,7 @@ class SettingsStore {
   bool LoadPreferences(uint32_t profileId, PreferenceTable& preferences);
 
   /// As above, without the preferences that the profile neither stores itself nor has had changed. False also when
-  /// there are none.
+  /// there are none, as for a profile that cannot own any.
   bool LoadOwnPreferences(uint32_t profileId, PreferenceTable& preferences);
 
   /// Fills the table with the autostart entries in force for the profile: its own, else copies of those of its

@@ -70,8 +70,13 @@ TEST_F(HostTest, TellsThePreferencesInForceAndThoseOfTheUser) {
   PreferenceTable preferences;
   EXPECT_TRUE(GetPreferences(10001, preferences));
   EXPECT_EQ(preferences.size(), 27u);
-  EXPECT_TRUE(GetUserPreferences(10001, preferences));
-  EXPECT_EQ(preferences.size(), 2u);
+  EXPECT_FALSE(GetUserPreferences(10001, preferences)) << "it shares those of its defaults";
+  PreferenceTable inherited;
+  EXPECT_TRUE(GetPreferences(2001, inherited));
+  inherited.at(PreferenceId::AutoConnect)->SetValue(Preference::kOn);
+  EXPECT_FALSE(GetUserPreferences(2001, preferences)) << "nothing is kept while no profiles are loaded";
+  EXPECT_TRUE(GetUserPreferences(2004, preferences));
+  EXPECT_EQ(preferences.size(), 27u);
 }
 
 TEST_F(HostTest, TellsTheTimeoutsOfTheActiveProfileInTheirOrder) {

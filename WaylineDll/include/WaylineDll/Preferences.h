@@ -13,5 +13,6 @@
 /// one is saved as its own.
 WAYLINE_API bool GetPreferences(uint32_t profileId, PreferenceTable& preferences);
 
-/// Those of them that the profile stores itself or that were changed; false also when there are none.
+/// Those of them that the profile stores itself or that were changed; false also when there are none, as for a profile
+/// above 10000, which shares those of the profile that it is linked to.
 WAYLINE_API bool GetUserPreferences(uint32_t profileId, PreferenceTable& preferences);
