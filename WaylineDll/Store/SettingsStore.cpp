@@ -239,10 +239,10 @@ uint64_t SettingsStore::CopyAutoStart(uint32_t profileId, const AutoStartTable& 
 }
 
 // Both profiles' preferences have been handed out.
-void SettingsStore::CopyPreferences(uint32_t sourceId, uint32_t newId) {
+void SettingsStore::CopyPreferences(LoadedRecords& records, uint32_t sourceId, uint32_t newId) {
   PreferenceTable preferences;
   LoadOwnPreferences(sourceId, preferences);
-  LoadedPreferences& list = loaded_->preferences.at(newId);
+  LoadedPreferences& list = records.preferences.at(newId);
   for (const auto& [id, preference] : preferences) {
     const auto copy = std::make_shared<Preference>(preference->Fields());
     copy->SetProfileId(newId);
@@ -256,7 +256,7 @@ bool SettingsStore::CopyLists(uint32_t sourceId, uint32_t newId) {
   }
   loaded_->preferences.erase(newId);
   if (FindPreferences(*loaded_, newId) == nullptr) return false;
-  CopyPreferences(sourceId, newId);
+  CopyPreferences(*loaded_, sourceId, newId);
   AutoStartTable items;
   AutoStartTable itemCopies;
   loaded_->autoStartItems.erase(newId);

@@ -111,7 +111,7 @@ class SettingsStore {
   uint32_t FirstOfChain(uint32_t profileId) const;
   const LoadedPreferences* FindPreferences(LoadedRecords& records, uint32_t profileId);
   const LoadedAutoStart* FindAutoStart(LoadedRecords& records, uint32_t profileId);
-  void CopyPreferences(uint32_t sourceId, uint32_t newId);
+  void CopyPreferences(LoadedRecords& records, uint32_t sourceId, uint32_t newId);
   uint32_t FindDefaultsForNew(const std::map<uint32_t, Profile>& profiles);
   void NoteStored(const Preference& preference);
 

@@ -42,7 +42,7 @@ class GeneralPage : public StoredSheetTest {
   // Removes the current profile; returns what the user is asked or told.
   std::wstring Remove(int answer = IDYES) {
     sheet->Click(IDC_GENERAL_REMOVE);
-    const std::wstring text = sheet->MessageBoxText().value_or(L"");
+    std::wstring text = sheet->MessageBoxText().value_or(L"");
     if (!text.empty()) sheet->AnswerMessageBox(answer);
     return text;
   }
