@@ -9,7 +9,7 @@ namespace {
 constexpr wchar_t kLeaveWord[] = L"Leave";
 
 std::shared_ptr<ConfigSetting> Config(const wchar_t* url, const wchar_t* proxies, const wchar_t* exceptions) {
-  const auto config = std::make_shared<ConfigSetting>();
+  auto config = std::make_shared<ConfigSetting>();
   config->fields.autoProxyUrl = url;
   config->fields.manualProxy = proxies;
   config->fields.proxyExceptions = exceptions;
