@@ -194,7 +194,8 @@ void WizardDriver::PickIndex(int id, size_t index) {
   const bool combo = IsComboBox(list);
   if (!IsEnabled(id)) Fail("the list to pick from is disabled");
   SendMessageW(list, combo ? CB_SETCURSEL : LB_SETCURSEL, index, 0);
-  Act(Page(), WM_COMMAND, MAKEWPARAM(id, combo ? CBN_SELCHANGE : LBN_SELCHANGE), reinterpret_cast<LPARAM>(list));
+  static_assert(CBN_SELCHANGE == LBN_SELCHANGE);
+  Act(Page(), WM_COMMAND, MAKEWPARAM(id, CBN_SELCHANGE), reinterpret_cast<LPARAM>(list));
 }
 
 void WizardDriver::Type(int id, const std::wstring& text) {
