@@ -2,6 +2,8 @@
 
 #include <commctrl.h>
 
+#include <cwchar>
+
 namespace {
 
 constexpr int kLongestText = 2000;
@@ -11,7 +13,8 @@ int CountColumns(HWND list) { return Header_GetItemCount(ListView_GetHeader(list
 std::wstring TextOf(HWND list, int row, int column) {
   std::wstring text(kLongestText, L'\0');
   ListView_GetItemText(list, row, column, text.data(), kLongestText);
-  return text.c_str();
+  text.resize(std::wcslen(text.c_str()));
+  return text;
 }
 
 }  // namespace
