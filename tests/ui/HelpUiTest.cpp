@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/BrowserStandIn.h"
-#include "tests/support/WrittenTopic.h"
 #include "tests/ui/SheetDriver.h"
 #include "tests/ui/TestContext.h"
 
@@ -16,7 +15,6 @@ TEST(SheetHelp, TheButtonOpensThePagesTopic) {
                                   std::pair{L"Autostart", L"1038.html"}, std::pair{L"Proxy", L"1050.html"},
                                   std::pair{L"Timeouts", L"1036.html"}, std::pair{L"Wi-Fi Switching", L"1132.html"}}) {
     const BrowserStandIn browser;
-    const WrittenTopic topic(page);
     sheet.SelectTab(tab);
     sheet.PressHelp();
     EXPECT_EQ(browser.OpenedPage(), HelpPage(page)) << tab;

@@ -14,7 +14,6 @@
 #include "NetUtilities/Text/Utf8.h"
 #include "tests/support/BrowserStandIn.h"
 #include "tests/support/WaitUntil.h"
-#include "tests/support/WrittenTopic.h"
 #include "tests/ui/OtherConnection.h"
 #include "tests/ui/ProxyPageDriver.h"
 #include "tests/ui/SettingsDriver.h"
@@ -597,7 +596,6 @@ TEST_F(ProxyPage, WorksWithoutACurrentProfile) {
 
 TEST_F(ProxyPage, TheHelpKeyOpensThePagesTopic) {
   ShowProfile(kSampleWork);
-  const WrittenTopic topic(L"1050.html");
   const BrowserStandIn browser;
   sheet->Focus(IDC_PROFILE_COMBO);
   EXPECT_TRUE(sheet->PressKeyUntil([&browser] { return browser.HasOpened(); }, VK_F1));

@@ -9,7 +9,6 @@
 #include "tests/support/LoadedModule.h"
 #include "tests/support/MessageBoxAnswer.h"
 #include "tests/support/RegisteredService.h"
-#include "tests/support/WrittenTopic.h"
 
 namespace {
 
@@ -78,7 +77,6 @@ TEST_F(SettingsDialogAlone, OwnsTheHelpOfTheKeyAndNotThatOfTheCommand) {
 }
 
 TEST_F(SettingsDialogAlone, HelpOpensItsTopic) {
-  const WrittenTopic topic(L"1049.html");
   for (const UINT message : {UINT{WM_HELP}, UINT{WM_COMMAND}}) {
     const BrowserStandIn browser;
     HELPINFO help{};
