@@ -238,6 +238,11 @@ uint64_t SettingsStore::CopyAutoStart(uint32_t profileId, const AutoStartTable& 
   return count;
 }
 
+uint32_t SettingsStore::TakeAutoStartId() {
+  LoadedRecords fresh;
+  return RecordsOr(fresh).nextCopyId++;
+}
+
 // Both profiles' preferences have been handed out.
 void SettingsStore::CopyPreferences(LoadedRecords& records, uint32_t sourceId, uint32_t newId) {
   PreferenceTable preferences;

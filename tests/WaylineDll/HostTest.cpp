@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <sqlite3.h>
 
+#include <set>
+
 #include "Database/SQLite/SQLiteHandles.h"
 #include "NetUtilities/Text/Utf8.h"
 #include "tests/support/FileBytes.h"
@@ -10,6 +12,7 @@
 #include "tests/support/ServiceLog.h"
 #include "tests/support/TemporaryFolder.h"
 #include "WaylineDll/ActiveProfile.h"
+#include "WaylineDll/AutoStart.h"
 #include "WaylineDll/Connection.h"
 #include "WaylineDll/Preferences.h"
 
@@ -168,6 +171,37 @@ TEST_F(HostTest, WithoutAnActiveProfileNoPreferenceIsStored) {
   for (const bool on : {true, false}) UpdateActiveProfilePreference(PreferenceId::AutoConnect, on);
   EXPECT_TRUE(FileBytes(file_) == before) << "the file has changed";
   EXPECT_TRUE(log.Has(": Nothing was saved: "));
+}
+
+TEST_F(HostTest, GivesEveryNewAutostartEntryAnIdThatNoOtherHas) {
+  ASSERT_EQ(OpenSettings(file_), Failure());
+  ProfileTable profiles;
+  ASSERT_EQ(LoadProfiles(profiles), Failure());
+  const auto first = CreateNewItem(2004);
+  AutoStartTable own;
+  AutoStartTable inherited;
+  ASSERT_TRUE(GetAutoStart(2004, own));
+  ASSERT_TRUE(GetAutoStart(2003, inherited));
+  const auto second = CreateNewItem(2004);
+  std::set<int32_t> ids = {first->fields.id, second->fields.id};
+  for (const auto& [id, item] : own) ids.insert(item->fields.id);
+  for (const auto& [id, item] : inherited) ids.insert(item->fields.id);
+  EXPECT_EQ(ids.size(), own.size() + inherited.size() + 2);
+}
+
+TEST_F(HostTest, BeginsAnAutostartEntryAsAProgramOfTheFirstPhase) {
+  ASSERT_EQ(OpenSettings(file_), Failure());
+  const auto item = CreateNewItem(2004);
+  EXPECT_EQ(item->fields.profileId, 2004);
+  EXPECT_EQ(item->fields.phase, 300);
+  EXPECT_EQ(item->fields.order, 0);
+  EXPECT_EQ(item->fields.recordType, AutoStartRecordType::Program);
+  EXPECT_TRUE(item->fields.modifiable);
+  EXPECT_EQ(item->GetState(), ChangeState::Unchanged);
+}
+
+TEST_F(HostTest, WithoutADatabaseNewAutostartEntriesStillDiffer) {
+  EXPECT_NE(CreateNewItem(2004)->fields.id, CreateNewItem(2004)->fields.id);
 }
 
 TEST_F(HostTest, ClosingReleasesTheFile) {
