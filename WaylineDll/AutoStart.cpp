@@ -11,13 +11,6 @@ bool Load(bool (SettingsStore::*load)(uint32_t, AutoStartTable&), uint32_t profi
   return store != nullptr && (store->*load)(profileId, items);
 }
 
-// Without settings there are no entries whose numbers could be the same.
-uint32_t NewEntryId() {
-  static uint32_t nextWithoutSettings = LoadedRecords().nextCopyId;
-  SettingsStore* const store = OpenStore();
-  return store != nullptr ? store->TakeAutoStartId() : nextWithoutSettings++;
-}
-
 }  // namespace
 
 bool GetAutoStart(uint32_t profileId, AutoStartTable& items) {
@@ -34,10 +27,6 @@ uint64_t CopyUserAutoStart(uint32_t profileId, const AutoStartTable& source, Aut
 }
 
 std::shared_ptr<AutoStartItem> CreateNewItem(uint32_t profileId) {
-  constexpr uint16_t kFirstPhase = 300;
-  auto item = std::make_shared<AutoStartItem>();
-  item->fields.id = static_cast<int32_t>(NewEntryId());
-  item->fields.profileId = static_cast<int32_t>(profileId);
-  item->fields.phase = kFirstPhase;
-  return item;
+  SettingsStore* const store = OpenStore();
+  return store != nullptr ? store->CreateAutoStartItem(profileId) : nullptr;
 }

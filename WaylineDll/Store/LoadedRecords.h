@@ -30,6 +30,7 @@ struct LoadedRecords {
   std::map<uint32_t, std::weak_ptr<const Profile>> created;  // new profiles, which are not stored yet
   std::map<uint32_t, LoadedPreferences> preferences;         // by profile
   std::map<uint32_t, LoadedAutoStart> autoStartItems;        // by profile
+  std::map<uint32_t, AutoStartTable> newAutoStartItems;      // made for the user, by profile; confirmed ones are new
   uint32_t nextCopyId = 1U << 30;  // for entries that are not stored: above the numbers of those that are
   LoadedConfigs configs;           // by profile; true for the automatic one
 };

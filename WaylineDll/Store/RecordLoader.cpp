@@ -9,6 +9,7 @@
 #include "Database/Profiles/BuiltInPreferences.h"
 #include "Database/Profiles/ProfileNames.h"
 #include "NetUtilities/Text/Format.h"
+#include "WaylineDll/Store/BuiltInPhases.h"
 
 namespace {
 
@@ -23,6 +24,25 @@ constexpr std::wstring_view kChain =
 template <typename Record>
 LoadedRecord<Record> Loaded(const Record& values, bool stored) {
   return {std::make_shared<Record>(values), values, stored};
+}
+
+bool HasHeader(const LoadedAutoStart& items, uint16_t phase) {
+  return std::ranges::any_of(items, [phase](const auto& entry) {
+    const AutoStartItem::Fields& fields = entry.second.values.fields;
+    return fields.recordType == AutoStartRecordType::PhaseHeader && fields.phase == phase;
+  });
+}
+
+AutoStartItem HeaderOf(const BuiltInPhase& phase, uint32_t profileId, uint32_t id) {
+  AutoStartItem header;
+  header.fields.id = static_cast<int32_t>(id);
+  header.fields.profileId = static_cast<int32_t>(profileId);
+  header.fields.phase = phase.phase;
+  header.fields.recordType = AutoStartRecordType::PhaseHeader;
+  header.fields.name = phase.title;
+  header.fields.modifiable = false;
+  header.fields.definitionLocked = true;
+  return header;
 }
 
 }  // namespace
@@ -75,9 +95,17 @@ std::optional<LoadedAutoStart> RecordLoader::LoadAutoStart(uint32_t profileId, u
     }
     items.try_emplace(static_cast<uint32_t>(row.fields.id), Loaded(row, stored));
   }
-  if (code == SQLITE_DONE) return items;
-  sqlite_.ReportError(code);
-  return std::nullopt;
+  if (code != SQLITE_DONE) {
+    sqlite_.ReportError(code);
+    return std::nullopt;
+  }
+  // They also hold the place of a list whose entries have all been removed: without a row it would be inherited again.
+  for (const BuiltInPhase& phase : BuiltInPhases()) {
+    if (HasHeader(items, phase.phase)) continue;
+    const uint32_t id = nextId++;
+    items.emplace(id, Loaded(HeaderOf(phase, profileId, id), false));
+  }
+  return items;
 }
 
 std::optional<std::vector<ServiceRecord>> RecordLoader::LoadServices() const {

@@ -22,7 +22,8 @@ class RecordLoader {
   std::optional<LoadedPreferences> LoadPreferences(uint32_t profileId, uint32_t firstId) const;
 
   /// The autostart list of the profile itself, else copies of that of the nearest profile along its links which has
-  /// one, numbered from `nextId` on. Links are followed as above.
+  /// one; built-in headers for the phases that have none there. Numbers of records that are not stored go on from
+  /// `nextId`. Links are followed as above.
   std::optional<LoadedAutoStart> LoadAutoStart(uint32_t profileId, uint32_t firstId, uint32_t& nextId) const;
 
   /// All network services in the order of their ids.

@@ -240,13 +240,25 @@ struct AutoStartKey {
 
 using AutoStartCandidates = std::map<AutoStartKey, Candidate<AutoStartItem>>;
 
+// Whether an entry was made for the user, who does not want it after all.
+bool IsDropped(const AutoStartItem& item, const LoadedRecords& loaded) {
+  const auto* const made = Find(loaded.newAutoStartItems, static_cast<uint32_t>(item.fields.profileId));
+  return item.GetState() != ChangeState::New && made != nullptr &&
+         made->contains(static_cast<uint32_t>(item.fields.id));
+}
+
 AutoStartCandidates FindAutoStart(const AutoStartTable& table, const LoadedRecords& loaded) {
   AutoStartCandidates candidates;
   for (const auto& [profileId, list] : loaded.autoStartItems) {
     for (const auto& [id, item] : list) candidates[{false, profileId, id}] = {item.record, &item};
   }
+  for (const auto& [profileId, items] : loaded.newAutoStartItems) {
+    for (const auto& [id, item] : items) {
+      if (!IsDropped(*item, loaded)) candidates[{true, profileId, id}] = {item};
+    }
+  }
   for (const auto& [id, item] : table) {
-    if (!item) continue;
+    if (!item || IsDropped(*item, loaded)) continue;
     const bool isNew = item->GetState() == ChangeState::New;
     auto& candidate = candidates[{isNew, static_cast<uint32_t>(item->fields.profileId), id}];
     if (!candidate.record || item->GetState() != ChangeState::Unchanged) candidate.record = item;

@@ -16,6 +16,7 @@
 #include "NetUtilities/Log.h"
 #include "NetUtilities/Module/Singleton.h"
 #include "NetUtilities/Text/Format.h"
+#include "WaylineDll/Store/BuiltInPhases.h"
 #include "WaylineDll/Store/DatabaseCreation.h"
 #include "WaylineDll/Store/DatabaseFile.h"
 #include "WaylineDll/Store/Failures.h"
@@ -74,6 +75,7 @@ uint32_t TakeDroppedId(LoadedRecords& records) {
   records.created.erase(found);
   records.preferences.erase(id);
   records.autoStartItems.erase(id);
+  records.newAutoStartItems.erase(id);
   return id;
 }
 
@@ -81,6 +83,15 @@ uint32_t TakeDroppedId(LoadedRecords& records) {
 template <typename List, typename Table>
 void CopyRecords(const List& list, Table& table) {
   for (const auto& [id, loaded] : list) table.try_emplace(id, loaded.record);
+}
+
+// Adds the new entries of a profile that the user has confirmed, also those that were removed again.
+void AddConfirmed(const LoadedRecords& records, uint32_t profileId, AutoStartTable& items) {
+  const auto found = records.newAutoStartItems.find(profileId);
+  if (found == records.newAutoStartItems.end()) return;
+  for (const auto& [id, item] : found->second) {
+    if (item->GetState() != ChangeState::Unchanged) items[id] = item;
+  }
 }
 
 }  // namespace
@@ -190,18 +201,26 @@ bool SettingsStore::LoadOwnPreferences(uint32_t profileId, PreferenceTable& pref
 bool SettingsStore::LoadAutoStart(uint32_t profileId, AutoStartTable& items) {
   items.clear();
   LoadedRecords fresh;
-  const LoadedAutoStart* const list = FindAutoStart(RecordsOr(fresh), profileId);
-  if (list != nullptr) CopyRecords(*list, items);
-  return list != nullptr;
+  LoadedRecords& records = RecordsOr(fresh);
+  const LoadedAutoStart* const list = FindAutoStart(records, profileId);
+  if (list == nullptr) return false;
+  CopyRecords(*list, items);
+  AddConfirmed(records, profileId, items);
+  return true;
 }
 
 bool SettingsStore::LoadOwnAutoStart(uint32_t profileId, AutoStartTable& items) {
   items.clear();
   LoadedRecords fresh;
-  const LoadedAutoStart* const list = FindAutoStart(RecordsOr(fresh), profileId);
-  if (list == nullptr || !IsOwnList(*list)) return false;
+  LoadedRecords& records = RecordsOr(fresh);
+  const LoadedAutoStart* const list = FindAutoStart(records, profileId);
+  if (list == nullptr) return false;
+  AddConfirmed(records, profileId, items);
+  const auto isRemoved = [](const auto& entry) { return entry.second->GetState() == ChangeState::Removed; };
+  std::erase_if(items, isRemoved);
+  if (items.empty() && !IsOwnList(*list)) return false;
   CopyRecords(*list, items);
-  std::erase_if(items, [](const auto& entry) { return entry.second->GetState() == ChangeState::Removed; });
+  std::erase_if(items, isRemoved);
   return !items.empty();
 }
 
@@ -238,9 +257,16 @@ uint64_t SettingsStore::CopyAutoStart(uint32_t profileId, const AutoStartTable& 
   return count;
 }
 
-uint32_t SettingsStore::TakeAutoStartId() {
+std::shared_ptr<AutoStartItem> SettingsStore::CreateAutoStartItem(uint32_t profileId) {
   LoadedRecords fresh;
-  return RecordsOr(fresh).nextCopyId++;
+  LoadedRecords& records = RecordsOr(fresh);
+  const uint32_t id = records.nextCopyId++;
+  auto item = std::make_shared<AutoStartItem>();
+  item->fields.id = static_cast<int32_t>(id);
+  item->fields.profileId = static_cast<int32_t>(profileId);
+  item->fields.phase = BuiltInPhases().front().phase;
+  records.newAutoStartItems[profileId][id] = item;
+  return item;
 }
 
 // Both profiles' preferences have been handed out.

@@ -70,8 +70,9 @@ class SettingsStore {
   /// copies already gets no others: those are added once more.
   uint64_t CopyAutoStart(uint32_t profileId, const AutoStartTable& source, AutoStartTable& copies);
 
-  /// A number for an entry that is not stored yet, which no other entry has. Needs the profiles to have been loaded.
-  uint32_t TakeAutoStartId();
+  /// A new autostart entry of a profile in the first phase, whose number no other entry has. Once it is marked new it
+  /// is handed out with the profile's entries, and saved. Needs the profiles to have been loaded.
+  std::shared_ptr<AutoStartItem> CreateAutoStartItem(uint32_t profileId);
 
   /// Gives a new profile, whose link is final, copies of all preferences and autostart entries that are `sourceId`'s
   /// own. They are handed out for it from then on, and saved with it. False, with nothing copied, when they cannot be

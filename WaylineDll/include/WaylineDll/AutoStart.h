@@ -23,6 +23,6 @@ WAYLINE_API bool LoadUserAutoStart(uint32_t profileId, AutoStartTable& items);
 /// made for the profile already are added, and no others made.
 WAYLINE_API uint64_t CopyUserAutoStart(uint32_t profileId, const AutoStartTable& source, AutoStartTable& destination);
 
-/// A new autostart entry of a profile in the first phase, with an id of its own: never null. It is saved once it is in
-/// the table of entries and marked new.
+/// A new autostart entry of a profile in the first phase, with an id of its own; null when the settings are not open.
+/// Once it is marked new, GetAutoStart hands it out with the others, and it is saved. Removed again it never was.
 WAYLINE_API std::shared_ptr<AutoStartItem> CreateNewItem(uint32_t profileId);

@@ -1,7 +1,10 @@
 #include "tests/ui/sequence/AutoStartModel.h"
 
+#include <algorithm>
+#include <map>
 #include <set>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -15,15 +18,47 @@ Row AsRead(Row row) {
   return row;
 }
 
+// Every phase has a header, also where none is stored.
+void AddMissingHeaders(std::vector<Row>& rows) {
+  static const std::map<std::string, std::string> kTitles = {{"300", "Before connecting"},
+                                                             {"700", "After the network is connected"},
+                                                             {"1100", "After the VPN is connected"},
+                                                             {"1600", "After disconnecting"}};
+  for (const auto& [phase, title] : kTitles) {
+    if (std::ranges::any_of(
+            rows, [&phase](const Row& row) { return row.at("RecordType") == "1" && row.at("Phase") == phase; })) {
+      continue;
+    }
+    rows.push_back(AsRead({{"Phase", phase},
+                           {"ItemOrder", "0"},
+                           {"RecordType", "1"},
+                           {"Name", title},
+                           {"Modifiable", "0"},
+                           {"Program", "NULL"},
+                           {"Parameters", "NULL"},
+                           {"Directory", "NULL"},
+                           {"DirectoryRegistryKey", "NULL"},
+                           {"ShowAdvanced", "NULL"},
+                           {"InitialSize", "NULL"},
+                           {"ReconnectOption", "NULL"},
+                           {"ConnectionOption", "NULL"},
+                           {"DelaySeconds", "NULL"},
+                           {"WaitMode", "NULL"},
+                           {"DefinitionLocked", "1"}}));
+  }
+}
+
 AutoStartModel::List InForce(uint32_t profile, uint32_t first, const StoredSettings& stored) {
+  AutoStartModel::List list;
   for (uint32_t id = first; id != 0; id = stored.LinkOf(id)) {
     const auto found = stored.autoStart.find(id);
     if (found == stored.autoStart.end()) continue;
-    AutoStartModel::List list{{}, id == profile};
+    list.own = id == profile;
     for (const Row& row : found->second) list.rows.push_back(AsRead(row));
-    return list;
+    break;
   }
-  return {};
+  AddMissingHeaders(list.rows);
+  return list;
 }
 
 }  // namespace
