@@ -1,8 +1,19 @@
 #pragma once
 
-#include "LoginProperties/ProfilePage/ProfileDataDialog.h"
+#include <windows.h>
 
-/// The "Autostart" page: the programs that are started around a connection.
+#include <commctrl.h>
+
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "LoginProperties/Autostart/AutostartOrder.h"
+#include "LoginProperties/ProfilePage/ProfileDataDialog.h"
+#include "LoginProperties/ProfilePage/StateImageTree.h"
+
+/// The "Autostart" page: the programs that are started around a connection, below the phases that they start in.
 class AutostartDialog : public ProfileDataDialog {
  public:
   AutostartDialog(HINSTANCE instance, const wchar_t* templateId, HWND parentWindow);
@@ -10,4 +21,31 @@ class AutostartDialog : public ProfileDataDialog {
  protected:
   int SetWindowControls() override;
   int OnInitDialog(int64_t parameter) override;
+  int OnCommand(uint64_t command, int64_t control) override;
+  int OnNotify(uint64_t controlId, int64_t record) override;
+
+ private:
+  using Record = std::shared_ptr<AutoStartItem>;
+
+  bool LoadEntries();
+  void FillTree();
+  void SelectRemembered();
+  void ShowSelection() const;
+  void EnableButton(int id, bool enable) const;
+  void OnSelected(HTREEITEM item);
+
+  std::optional<size_t> SelectedPlace() const;
+  std::optional<size_t> SelectedEntry() const;
+  std::optional<size_t> SelectedModifiable() const;
+  bool Edit(const Record& record) const;
+  void Add();
+  void Change();
+  void Remove();
+  void Move(void (*move)(const AutostartList& list, size_t place));
+
+  StateImageTree tree_;
+  AutostartList entries_;
+  std::vector<HTREEITEM> items_;  // of the entries, in their order
+  Record selected_;               // also when it is not shown any more
+  bool isFilling_ = false;
 };
