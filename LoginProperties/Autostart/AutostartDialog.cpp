@@ -63,7 +63,10 @@ int AutostartDialog::SetWindowControls() {
   CheckControl(GetWindow(), IDC_OVERRIDE_CHECK, overrides);
   // Something added to a list that cannot be read would take the place of all of it.
   EnableButton(IDC_AUTOSTART_ADD, overrides && isRead);
+  const auto topLine =
+      static_cast<size_t>(std::ranges::find(items_, TreeView_GetFirstVisible(tree_.Window())) - items_.begin());
   FillTree();
+  ScrollTo(topLine);
   tree_.Enable(overrides);
   ShowSelection();
   return 1;
@@ -112,6 +115,13 @@ void AutostartDialog::FillTree() {
   isFilling_ = false;
 }
 
+// Shows the selected item, and otherwise what was shown before. A tree that is not being drawn does not scroll.
+void AutostartDialog::ScrollTo(size_t topLine) const {
+  const HWND tree = tree_.Window();
+  if (topLine < items_.size()) TreeView_SelectSetFirstVisible(tree, items_[topLine]);
+  if (const HTREEITEM selected = TreeView_GetSelection(tree)) TreeView_EnsureVisible(tree, selected);
+}
+
 // The first item when what was selected is not there any more.
 void AutostartDialog::SelectRemembered() {
   if (entries_.empty()) {
@@ -121,7 +131,6 @@ void AutostartDialog::SelectRemembered() {
   const size_t place = SelectedPlace().value_or(0);
   selected_ = entries_[place];
   TreeView_SelectItem(tree_.Window(), items_[place]);
-  TreeView_EnsureVisible(tree_.Window(), items_[place]);
 }
 
 void AutostartDialog::ShowSelection() const {

@@ -30,6 +30,7 @@ class AutostartDialog : public ProfileDataDialog {
   bool LoadEntries();
   void FillTree();
   void SelectRemembered();
+  void ScrollTo(size_t topLine) const;
   void ShowSelection() const;
   void EnableButton(int id, bool enable) const;
   void OnSelected(HTREEITEM item);

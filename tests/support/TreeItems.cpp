@@ -31,7 +31,7 @@ HTREEITEM FindTreeItem(HWND tree, const std::wstring& text) {
 }
 
 std::wstring TreeItemText(HWND tree, HTREEITEM item) {
-  wchar_t text[256] = {};
+  wchar_t text[512] = {};
   TVITEMW data{};
   data.mask = TVIF_TEXT;
   data.hItem = item;
