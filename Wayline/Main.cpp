@@ -2,8 +2,6 @@
 
 #include <windows.h>
 
-#include <objbase.h>
-
 #include <iostream>
 #include <string>
 #include <vector>
@@ -14,6 +12,7 @@
 #include "NetUtilities/CommandLine/Utf8Console.h"
 #include "NetUtilities/Files/PathData.h"
 #include "NetUtilities/Logger/Logger.h"
+#include "NetUtilities/Module/ComApartment.h"
 #include "NetUtilities/Module/Singleton.h"
 #include "NetUtilities/Text/Format.h"
 #include "Wayline/FailureMessages.h"
@@ -26,20 +25,6 @@
 #include "WaylineDll/Host.h"
 
 namespace {
-
-// The sheet's thread is a COM apartment: the log service and the shell need one.
-class ComApartment {
- public:
-  ComApartment() : result_(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED)) {}
-  ~ComApartment() {
-    if (SUCCEEDED(result_)) CoUninitialize();
-  }
-  ComApartment(const ComApartment&) = delete;
-  ComApartment& operator=(const ComApartment&) = delete;
-
- private:
-  HRESULT result_;
-};
 
 // Messages can be logged while this lives; in the end all of them have been delivered, and nobody holds the service.
 class Logging : LogSession {
@@ -165,7 +150,7 @@ int Run(const Options& options) {
 int wmain(int count, wchar_t** arguments) {
   UseLogger();
   const Utf8Console console;
-  const ComApartment apartment;
+  const ComApartment apartment;  // the log service and the shell need one
   const CommandLine<Options> commandLine = ParseCommandLine({arguments + 1, arguments + count});
   return AnswerOrRun(L"Wayline", commandLine.answer, [&] { return Run(commandLine.options); });
 }
