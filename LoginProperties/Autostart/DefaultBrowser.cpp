@@ -4,7 +4,6 @@
 
 #include <shobjidl.h>
 
-#include <optional>
 #include <source_location>
 #include <string>
 #include <string_view>
@@ -25,9 +24,8 @@ namespace {
 constexpr wchar_t kBrowsersKey[] = LR"(software\clients\StartMenuInternet)";
 constexpr wchar_t kOpenCommand[] = LR"(\shell\open\command)";
 
-// Nothing until they were looked for.
-std::optional<std::vector<RegAppItem>>& KnownBrowsers() {
-  static std::optional<std::vector<RegAppItem>> browsers;
+std::vector<RegAppItem>& KnownBrowsers() {
+  static std::vector<RegAppItem> browsers;
   return browsers;
 }
 
@@ -80,7 +78,8 @@ std::wstring DefaultProgram(const std::wstring& protocol) {
 }  // namespace
 
 const std::vector<RegAppItem>& FindBrowsers() {
-  std::vector<RegAppItem>& browsers = KnownBrowsers().emplace();
+  std::vector<RegAppItem>& browsers = KnownBrowsers();
+  browsers.clear();
   RegistryKey key;
   if (key.Open(HKEY_LOCAL_MACHINE, kBrowsersKey, KEY_READ) == ERROR_SUCCESS) {
     for (const std::wstring& name : key.GetSubkeyNames()) {
@@ -99,7 +98,8 @@ RegAppItem GetDefaultBrowserApp(const wchar_t* protocol) {
     Log(LogLevel::Error,
         Format(L"{}: Missing a default!", CleanFunctionName(std::source_location::current().function_name())));
     FindBrowsers();
+  } else if (KnownBrowsers().empty()) {
+    FindBrowsers();
   }
-  if (!KnownBrowsers()) FindBrowsers();
-  return FindBrowser(*KnownBrowsers(), command);
+  return FindBrowser(KnownBrowsers(), command);
 }

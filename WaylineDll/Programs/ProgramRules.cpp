@@ -48,7 +48,8 @@ std::wstring WithoutQuotes(std::wstring_view text) {
 }
 
 std::wstring ProgramOfIcon(std::wstring_view icon) {
-  std::wstring file = WithoutQuotes(WithoutNumber(icon));
+  // The number may stand behind the quotes or between them.
+  std::wstring file = WithoutQuotes(WithoutNumber(WithoutQuotes(WithoutNumber(icon))));
   if (!EqualsNoCaseAscii(ExtensionOf(file), L".exe")) file.clear();
   return file;
 }

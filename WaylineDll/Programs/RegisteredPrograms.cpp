@@ -10,7 +10,7 @@
 #include "NetUtilities/Registry/RegistryKey.h"
 #include "NetUtilities/Text/Format.h"
 #include "NetUtilities/Text/IgnoringCase.h"
-#include "WaylineDll/Programs/FileThere.h"
+#include "WaylineDll/Programs/FileCheck.h"
 #include "WaylineDll/Programs/ProgramRules.h"
 
 namespace {
@@ -41,12 +41,12 @@ std::wstring ReadText(const RegistryKey& key, const std::wstring& valueName) {
 }
 
 // A program that is there, under the name that the key has for it.
-std::optional<Program> Offer(const RegistryKey& key, std::wstring name, std::wstring path) {
+std::optional<Program> Offer(FileCheck& files, const RegistryKey& key, std::wstring name, std::wstring path) {
   if (name.empty() || path.empty()) {
     Log(LogLevel::Trace, Format(L"{} names no program to offer", key.Path()));
     return {};
   }
-  if (!IsFileThere(path)) {
+  if (!files.IsThere(path)) {
     Log(LogLevel::Detail, Format(L"{} names a program that is missing: {}", key.Path(), path));
     return {};
   }
@@ -54,7 +54,7 @@ std::optional<Program> Offer(const RegistryKey& key, std::wstring name, std::wst
   return Program{.name = std::move(name), .path = std::move(path), .kind = kind};
 }
 
-std::optional<Program> ReadProduct(const RegistryKey& key, const std::wstring& /*keyName*/) {
+std::optional<Program> ReadProduct(FileCheck& files, const RegistryKey& key, const std::wstring& /*keyName*/) {
   // A part of the system, or of another product, that users are not shown.
   DWORD isHidden = 0;
   key.ReadDword(kSystemComponent, isHidden, 0);
@@ -62,37 +62,47 @@ std::optional<Program> ReadProduct(const RegistryKey& key, const std::wstring& /
   std::wstring program = ProgramOfIcon(ReadText(key, kDisplayIcon));
   // Many show the icon of the program that removes them.
   if (ContainsNoCase(ReadText(key, kUninstallString), program)) program.clear();
-  return Offer(key, ReadText(key, kDisplayName), std::move(program));
+  return Offer(files, key, ReadText(key, kDisplayName), std::move(program));
 }
 
-std::optional<Program> ReadAppPath(const RegistryKey& key, const std::wstring& keyName) {
-  return Offer(key, keyName.substr(0, keyName.rfind(L'.')), WithoutQuotes(ReadText(key, {})));
+std::optional<Program> ReadAppPath(FileCheck& files, const RegistryKey& key, const std::wstring& keyName) {
+  return Offer(files, key, keyName.substr(0, keyName.rfind(L'.')), WithoutQuotes(ReadText(key, {})));
 }
 
-using Reader = std::optional<Program> (*)(const RegistryKey& key, const std::wstring& keyName);
+using Reader = std::optional<Program> (*)(FileCheck& files, const RegistryKey& key, const std::wstring& keyName);
 
-void AddPrograms(HKEY root, const wchar_t* list, REGSAM view, Reader read, std::vector<Program>& programs) {
-  RegistryKey key;
-  if (key.Open(root, list, KEY_READ | view) != ERROR_SUCCESS) return;
-  for (const std::wstring& name : key.GetSubkeyNames()) {
-    RegistryKey entry;
-    if (entry.Open(root, Format(L"{}\\{}", list, name), KEY_READ | view) != ERROR_SUCCESS) continue;
-    if (auto program = read(entry, name)) programs.push_back(std::move(*program));
+class Search {
+ public:
+  // Reads the entries of a list, which is kept in several places.
+  void Add(const wchar_t* list, Reader read) {
+    // What belongs to the user is the same for 64-bit and 32-bit programs.
+    Add(HKEY_CURRENT_USER, 0, list, read);
+    Add(HKEY_LOCAL_MACHINE, KEY_WOW64_64KEY, list, read);
+    Add(HKEY_LOCAL_MACHINE, KEY_WOW64_32KEY, list, read);
   }
-}
 
-void AddFromAllViews(const wchar_t* list, Reader read, std::vector<Program>& programs) {
-  // What belongs to the user is the same for 64-bit and 32-bit programs.
-  AddPrograms(HKEY_CURRENT_USER, list, 0, read, programs);
-  AddPrograms(HKEY_LOCAL_MACHINE, list, KEY_WOW64_64KEY, read, programs);
-  AddPrograms(HKEY_LOCAL_MACHINE, list, KEY_WOW64_32KEY, read, programs);
-}
+  std::vector<Program> Found() && { return std::move(programs_); }
+
+ private:
+  void Add(HKEY root, REGSAM view, const wchar_t* list, Reader read) {
+    RegistryKey key;
+    if (key.Open(root, list, KEY_READ | view) != ERROR_SUCCESS) return;
+    for (const std::wstring& name : key.GetSubkeyNames()) {
+      RegistryKey entry;
+      if (entry.Open(root, Format(L"{}\\{}", list, name), KEY_READ | view) != ERROR_SUCCESS) continue;
+      if (auto program = read(files_, entry, name)) programs_.push_back(std::move(*program));
+    }
+  }
+
+  FileCheck files_;
+  std::vector<Program> programs_;
+};
 
 }  // namespace
 
 std::vector<Program> RegisteredPrograms() {
-  std::vector<Program> programs;
-  AddFromAllViews(kUninstallKey, ReadProduct, programs);
-  AddFromAllViews(kAppPathsKey, ReadAppPath, programs);
-  return programs;
+  Search search;
+  search.Add(kUninstallKey, ReadProduct);
+  search.Add(kAppPathsKey, ReadAppPath);
+  return std::move(search).Found();
 }

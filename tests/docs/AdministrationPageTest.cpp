@@ -55,7 +55,7 @@ const std::string& PageText() {
 const std::vector<SourceText>& Sources() {
   static const std::vector<SourceText> sources = [] {
     std::vector<SourceText> all;
-    for (const char* folder : {"NetUtilities", "Database", "LoginProperties"}) {
+    for (const char* folder : {"NetUtilities", "Database", "LoginProperties", "WaylineDll/Programs"}) {
       std::ranges::move(SourcesOf(folder), std::back_inserter(all));
     }
     return all;
@@ -240,6 +240,7 @@ TEST(AdministrationPage, NamesEveryFileAndFolder) {
       (part.find('.') != std::string::npos ? files : folders).insert(part);
     }
   }
+  files.merge(Column("Program", "Program"));
   EXPECT_THAT(files, ContainerEq(LiteralsLike(R"(\w+\.[a-z]{2,4})")));
   EXPECT_THAT(folders, ContainerEq(ConstantsNamed("Folder")));
 }
