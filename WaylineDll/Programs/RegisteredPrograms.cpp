@@ -55,13 +55,14 @@ std::optional<Program> Offer(FileCheck& files, const RegistryKey& key, std::wstr
 }
 
 std::optional<Program> ReadProduct(FileCheck& files, const RegistryKey& key, const std::wstring& /*keyName*/) {
-  // A part of the system, or of another product, that users are not shown.
-  DWORD isHidden = 0;
-  key.ReadDword(kSystemComponent, isHidden, 0);
-  if (isHidden != 0) return {};
   std::wstring program = ProgramOfIcon(ReadText(key, kDisplayIcon));
-  // Many show the icon of the program that removes them.
-  if (ContainsNoCase(ReadText(key, kUninstallString), program)) program.clear();
+  if (!program.empty()) {
+    // A part of the system, or of another product, that users are not shown.
+    DWORD isHidden = 0;
+    key.ReadDword(kSystemComponent, isHidden, 0);
+    // Many show the icon of the program that removes them.
+    if (isHidden != 0 || ContainsNoCase(ReadText(key, kUninstallString), program)) program.clear();
+  }
   return Offer(files, key, ReadText(key, kDisplayName), std::move(program));
 }
 

@@ -12,12 +12,14 @@
 #include <chrono>
 #include <filesystem>
 #include <fstream>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "NetUtilities/Files/KnownFolder.h"
 #include "NetUtilities/Module/ComApartment.h"
 #include "NetUtilities/Module/ComPointer.h"
+#include "tests/support/FileBytes.h"
 #include "tests/support/RegisteredService.h"
 #include "tests/support/ServiceLog.h"
 #include "tests/support/TemporaryFolder.h"
@@ -61,6 +63,26 @@ class MenuFolder {
     ASSERT_EQ(link->QueryInterface(__uuidof(IPersistFile), &object), S_OK);
     const ComPointer<IPersistFile> file(static_cast<IPersistFile*>(object));
     ASSERT_EQ(file->Save((path_ / (name + L".lnk")).c_str(), TRUE), S_OK);
+  }
+
+  // So many links, as copies of one: to make each takes seconds in all. They have the parameters 1000, 1001, ...
+  void AddLinks(const std::wstring& name, const std::wstring& target, int count) const {
+    constexpr int kFirst = 1000;
+    AddLink(name, target, std::to_wstring(kFirst));
+    const std::string first = FileBytes(path_ / (name + L".lnk"));
+    const auto bytesOf = [](int number) {
+      std::string bytes;
+      for (const char digit : std::to_string(number)) bytes += {digit, '\0'};
+      return bytes;
+    };
+    const size_t place = first.find(bytesOf(kFirst));
+    ASSERT_NE(place, std::string::npos);
+    for (int number = 1; number < count; ++number) {
+      std::string link = first;
+      const std::string parameters = bytesOf(kFirst + number);
+      link.replace(place, parameters.size(), parameters);
+      AddFile(name + std::to_wstring(number) + L".lnk", link);
+    }
   }
 
   void AddFile(const std::wstring& name, const std::string& text) const {
@@ -201,24 +223,30 @@ TEST_F(ProgramsTest, AreWithoutWhatNobodyCanStartWhichIsLogged) {
 }
 
 TEST_F(ProgramsTest, AreLoadedFastWhenThereAreAThousand) {
+  constexpr int kHalf = 500;
+  constexpr int kAttempts = 5;  // other programs may keep the machine busy
+  constexpr std::chrono::milliseconds kLimit(500);
   const MenuFolder menu(FOLDERID_CommonPrograms);
+  menu.AddLinks(L"Pavise linked ", MakeFile(L"program.exe"), kHalf);
   std::vector<std::unique_ptr<TestRegistryKey>> keys;
-  for (int number = 0; number < 500; ++number) {
-    const std::wstring name = L"Pavise " + std::to_wstring(number);
-    menu.AddLink(name, MakeFile(name + L".exe"));
+  for (int number = 0; number < kHalf; ++number) {
+    const std::wstring name = L"Pavise product " + std::to_wstring(number);
     keys.push_back(std::make_unique<TestRegistryKey>(HKEY_LOCAL_MACHINE, kUninstall + name));
-    keys.back()->SetString(L"DisplayName", name + L" product");
-    keys.back()->SetString(L"DisplayIcon", MakeFile(name + L" product.exe"));
+    keys.back()->SetString(L"DisplayName", name);
+    keys.back()->SetString(L"DisplayIcon", MakeFile(name + L".exe"));
   }
-  const auto start = std::chrono::steady_clock::now();
-  const auto programs = LoadInstalledProgramList();
-  const auto duration = std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - start);
-  EXPECT_EQ(
-      std::ranges::count_if(programs, [](const Program& program) { return program.name.starts_with(L"Pavise "); }),
-      1000);
-  RecordProperty("milliseconds", static_cast<int>(duration.count()));
-  std::cout << "1,000 programs in " << duration.count() << " ms\n";
-  EXPECT_LT(duration, std::chrono::milliseconds(1500)) << "a busy machine included";
+  std::chrono::milliseconds best = std::chrono::hours(1);
+  for (int attempt = 0; attempt < kAttempts && best >= kLimit; ++attempt) {
+    const auto start = std::chrono::steady_clock::now();
+    const auto programs = LoadInstalledProgramList();
+    best =
+        std::min(best, std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - start));
+    ASSERT_EQ(
+        std::ranges::count_if(programs, [](const Program& program) { return program.name.starts_with(L"Pavise "); }),
+        2 * kHalf);
+  }
+  RecordProperty("milliseconds", static_cast<int>(best.count()));
+  EXPECT_LT(best, kLimit);
 }
 
 TEST_F(ProgramsTest, HaveAFolder) {
