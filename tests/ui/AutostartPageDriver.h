@@ -25,7 +25,10 @@ class AutostartPageDriver {
   /// The titles of the phases, and the names of the entries with a blank in front, from top to bottom.
   std::vector<std::wstring> Lines() const {
     std::vector<std::wstring> lines;
-    for (const TreeItem& item : TreeItems(Tree())) lines.push_back((item.level > 0 ? L" " : L"") + item.text);
+    for (HTREEITEM item = TreeView_GetRoot(Tree()); item != nullptr; item = TreeView_GetNextVisible(Tree(), item)) {
+      const bool isEntry = TreeView_GetParent(Tree(), item) != nullptr;
+      lines.push_back((isEntry ? L" " : L"") + TreeItemText(Tree(), item));
+    }
     return lines;
   }
 

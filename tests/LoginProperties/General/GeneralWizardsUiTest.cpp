@@ -12,6 +12,7 @@
 #include "LoginProperties/Timeouts/TimeoutControls.h"
 #include "tests/support/TreeItems.h"
 #include "tests/support/WaitUntil.h"
+#include "tests/ui/AutostartPageDriver.h"
 #include "tests/ui/OtherConnection.h"
 #include "tests/ui/StoredSheetTest.h"
 #include "tests/ui/WizardDriver.h"
@@ -325,6 +326,99 @@ TEST_F(GeneralWizards, WhatWasToggledInTheSourceIsCopied) {
                                     std::to_string(id)),
               "1");
   }
+}
+
+TEST_F(GeneralWizards, CopiedEntriesAreShownOnTheirPageAndCanBeEditedThere) {
+  OpenOn(kSampleOffice);
+  const AutostartPageDriver page(*sheet);
+  sheet->SelectTab(L"Autostart");
+  const auto ofOffice = page.Lines();
+  sheet->SelectTab(L"General");
+  MakeCopy(L"Copy", kOfficeName);
+  sheet->SelectTab(L"Autostart");
+  EXPECT_TRUE(sheet->IsChecked(IDC_OVERRIDE_CHECK)) << "as in the source";
+  EXPECT_EQ(page.Lines(), ofOffice);
+  page.Select(L"Notes");
+  sheet->Click(IDC_AUTOSTART_DOWN);
+  page.Select(L"Goodbye");
+  sheet->Click(IDC_AUTOSTART_REMOVE);
+  sheet->AnswerMessageBox(IDYES);
+  const auto ofCopy = page.Lines();
+  sheet->Pick(IDC_PROFILE_COMBO, kOfficeName);
+  EXPECT_EQ(page.Lines(), ofOffice) << "the source keeps its own";
+  sheet->Pick(IDC_PROFILE_COMBO, L"Copy");
+  EXPECT_EQ(page.Lines(), ofCopy);
+  SaveWithOk();
+  EXPECT_EQ(StoredValue(file,
+                        "SELECT group_concat(Name) FROM (SELECT Name FROM AutoStart WHERE RecordType = 2 AND "
+                        "ProfileId = 2006 ORDER BY Phase, ItemOrder)"),
+            "Device check,Calculator,Notes");
+  EXPECT_EQ(StoredValue(file, "SELECT count(*) FROM AutoStart WHERE ProfileId = 2006"), "7") << "once each";
+  EXPECT_THAT(Taken(), IsEmpty());
+}
+
+TEST_F(GeneralWizards, WhatWasEditedInTheSourcesEntriesIsCopied) {
+  OpenOn(kSampleOffice);
+  const AutostartPageDriver page(*sheet);
+  sheet->SelectTab(L"Autostart");
+  {
+    const EntryEditorDriver editor(*sheet, IDC_AUTOSTART_ADD);
+    editor.Enter(L"Clock");
+    editor.Close(IDOK);
+  }
+  page.Select(L"Notes");
+  sheet->Click(IDC_AUTOSTART_REMOVE);
+  sheet->AnswerMessageBox(IDYES);
+  const auto ofOffice = page.Lines();
+  sheet->SelectTab(L"General");
+  MakeCopy(L"Copy", kOfficeName);
+  sheet->SelectTab(L"Autostart");
+  EXPECT_EQ(page.Lines(), ofOffice);
+  SaveWithOk();
+  EXPECT_EQ(ListsOf(kNew, kNew), ListsOf(kSampleOffice, kNew));
+  EXPECT_EQ(StoredValue(file, "SELECT count(*) FROM AutoStart WHERE Name = 'Clock'"), "2");
+}
+
+TEST_F(GeneralWizards, ANewProfileShowsItsDefaultsEntriesAndCanGetItsOwn) {
+  Open();
+  MakeNew(L"Home");
+  const AutostartPageDriver page(*sheet);
+  sheet->SelectTab(L"Autostart");
+  EXPECT_FALSE(sheet->IsChecked(IDC_OVERRIDE_CHECK));
+  const auto inherited = page.Lines();
+  EXPECT_THAT(inherited, testing::Contains(L" Company portal"));
+  sheet->Click(IDC_OVERRIDE_CHECK);
+  EXPECT_EQ(page.Lines(), inherited);
+  {
+    const EntryEditorDriver editor(*sheet, IDC_AUTOSTART_ADD);
+    editor.Enter(L"Clock");
+    editor.Close(IDOK);
+  }
+  sheet->Pick(IDC_PROFILE_COMBO, L"Work");
+  EXPECT_EQ(page.Lines(), inherited);
+  SaveWithOk();
+  EXPECT_EQ(StoredValue(file,
+                        "SELECT group_concat(Name) FROM (SELECT Name FROM AutoStart WHERE RecordType = 2 AND "
+                        "ProfileId = 2006 ORDER BY Phase, ItemOrder)"),
+            "Device check,Clock,Company portal");
+}
+
+TEST_F(GeneralWizards, ANewProfileThatIsRemovedTakesItsEntriesWithIt) {
+  Open();
+  MakeCopy(L"Home", kOfficeName);
+  sheet->SelectTab(L"Autostart");
+  {
+    const EntryEditorDriver editor(*sheet, IDC_AUTOSTART_ADD);
+    editor.Enter(L"Clock");
+    editor.Close(IDOK);
+  }
+  sheet->SelectTab(L"General");
+  sheet->Click(IDC_GENERAL_REMOVE);
+  sheet->AnswerMessageBox(IDYES);
+  sheet->SelectTab(L"Autostart");
+  EXPECT_THAT(AutostartPageDriver(*sheet).Lines(), testing::Not(testing::Contains(L" Clock")));
+  SaveWithOk();
+  EXPECT_EQ(AllRows(file), before);
 }
 
 TEST_F(GeneralWizards, ANewProfileCanBeEditedOnEveryPageBeforeOk) {
