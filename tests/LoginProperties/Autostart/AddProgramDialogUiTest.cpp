@@ -10,7 +10,6 @@
 #include "tests/support/BrowserStandIn.h"
 #include "tests/support/TestRegistryKey.h"
 #include "tests/support/WaitUntil.h"
-#include "tests/support/WrittenTopic.h"
 #include "tests/ui/DialogWindows.h"
 
 namespace {
@@ -552,7 +551,6 @@ TEST_F(AddProgram, EnterInAFieldPressesOk) {
 }
 
 TEST_F(AddProgram, HelpOpensItsTopic) {
-  const WrittenTopic topic(L"1128.html");
   const AddProgramDriver dialog(item_);
   for (const UINT message : {UINT{WM_HELP}, UINT{WM_COMMAND}}) {
     const BrowserStandIn browser;
