@@ -48,7 +48,7 @@ bool HasEdge() {
   wanted.dwOSVersionInfoSize = sizeof(wanted);
   wanted.dwMajorVersion = 10;
   DWORDLONG comparison = 0;
-  for (const DWORD part : {VER_MAJORVERSION, VER_MINORVERSION, VER_SERVICEPACKMAJOR}) {
+  for (const DWORD part : {DWORD{VER_MAJORVERSION}, DWORD{VER_MINORVERSION}, DWORD{VER_SERVICEPACKMAJOR}}) {
     comparison = VerSetConditionMask(comparison, part, VER_GREATER_EQUAL);
   }
   return launchPlatform.verifyVersion(&wanted, VER_MAJORVERSION | VER_MINORVERSION | VER_SERVICEPACKMAJOR,

@@ -4,10 +4,13 @@
 
 #include <shlwapi.h>
 
+#include <cwchar>
+
 #include "LoginProperties/ProfilePage/CutText.h"
 
 std::wstring RemoveArguments(std::wstring_view command) {
   std::wstring program = CutText(std::wstring(command), MAX_PATH);
   PathRemoveArgsW(program.data());
-  return program.c_str();
+  program.resize(std::wcslen(program.c_str()));
+  return program;
 }

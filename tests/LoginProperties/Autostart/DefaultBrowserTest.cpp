@@ -253,6 +253,14 @@ TEST_F(DefaultBrowser, IsInternetExplorerWithoutALookInTheRegistry) {
   EXPECT_EQ(GetDefaultBrowserApp().name, L"Internet Explorer");
 }
 
+TEST_F(DefaultBrowser, IsKnownByTheFirst260CharactersOfItsIdentifier) {
+  const std::wstring start(255, L'x');
+  const RegisteredBrowser browser(L"LONG", L"Long", start + L"iexplorer");
+  FindBrowsers();
+  answer = start + L"iexplore.exe";
+  EXPECT_EQ(GetDefaultBrowserApp(), RegAppItem()) << "what makes it a command is cut off";
+}
+
 TEST_F(DefaultBrowser, ThatIsMissingIsLoggedAndTheListReadAnew) {
   const RegisteredBrowser first(L"FIRST", L"First", LR"(C:\first.exe)");
   FindBrowsers();
