@@ -220,12 +220,11 @@ TEST_F(LaunchAppTest, SaysThatNothingWasStarted) {
 }
 
 TEST_F(LaunchAppTest, TellsTheTimeJustBeforeTheStart) {
-  static FILETIME* told;
+  static FILETIME time;
   static bool isEarlier;
-  FILETIME time{};
-  told = &time;
+  time = {};
   platform_->shellExecute = [](SHELLEXECUTEINFOW*) -> BOOL {
-    isEarlier = told->dwLowDateTime != 0 && told->dwHighDateTime != 0;
+    isEarlier = time.dwLowDateTime != 0 && time.dwHighDateTime != 0;
     return FALSE;
   };
   const FILETIME before = Now();
