@@ -4,11 +4,6 @@
 
 #include "NetUtilities/Text/IgnoringCase.h"
 
-std::wstring Unquoted(std::wstring path) {
-  if (path.size() >= 2 && path.starts_with(L'"') && path.ends_with(L'"')) path = path.substr(1, path.size() - 2);
-  return path;
-}
-
 void AddEdge(std::vector<RegAppItem>& browsers) {
   static const RegAppItem edge = {.name = L"Microsoft Edge",
                                   .command = L"LaunchWinApp.exe",

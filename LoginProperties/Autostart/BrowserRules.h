@@ -6,9 +6,6 @@
 
 #include "LoginProperties/Autostart/RegAppItem.h"
 
-/// A path without the quotes around it.
-std::wstring Unquoted(std::wstring path);
-
 /// Adds Microsoft Edge at the end unless a browser of this name is there already.
 void AddEdge(std::vector<RegAppItem>& browsers);
 

@@ -18,6 +18,7 @@
 #include "NetUtilities/Registry/RegistryKey.h"
 #include "NetUtilities/Text/Format.h"
 #include "NetUtilities/Text/FunctionName.h"
+#include "NetUtilities/Text/Trim.h"
 
 namespace {
 
@@ -37,7 +38,10 @@ std::wstring ReadDefaultValue(HKEY root, const std::wstring& subkey) {
 }
 
 // Commands are compared, shown and looked for as files: the quotes around a path with blanks are in the way.
-std::wstring ProgramOf(std::wstring_view commandLine) { return Unquoted(RemoveArguments(commandLine)); }
+std::wstring ProgramOf(std::wstring_view commandLine) {
+  const std::wstring program = RemoveArguments(commandLine);
+  return std::wstring(Unquote(program));
+}
 
 std::wstring ReadProgram(HKEY root, const std::wstring& key) {
   return ProgramOf(ReadDefaultValue(root, key + kOpenCommand));

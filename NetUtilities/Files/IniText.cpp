@@ -3,16 +3,9 @@
 #include <algorithm>
 
 #include "NetUtilities/Text/IgnoringCase.h"
+#include "NetUtilities/Text/Trim.h"
 
 namespace {
-
-constexpr std::wstring_view kBlanks = L" \t\r\v\f";
-
-std::wstring_view Trim(std::wstring_view text) {
-  const size_t first = text.find_first_not_of(kBlanks);
-  if (first == std::wstring_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
-}
 
 std::wstring_view TakeLine(std::wstring_view& text) {
   const size_t end = std::min(text.find(L'\n'), text.size());

@@ -7,18 +7,12 @@
 #include <utility>
 
 #include "NetUtilities/Text/IgnoringCase.h"
+#include "NetUtilities/Text/Trim.h"
 
 namespace {
 
-constexpr std::wstring_view kWhiteSpace = L" \t\r\n";
 // Above the record types of autostart entries, which stand in the same list.
 constexpr uint32_t kFirstId = 1000;
-
-std::wstring_view Trimmed(std::wstring_view text) {
-  const size_t begin = text.find_first_not_of(kWhiteSpace);
-  if (begin == std::wstring_view::npos) return {};
-  return text.substr(begin, text.find_last_not_of(kWhiteSpace) + 1 - begin);
-}
 
 std::wstring_view ExtensionOf(std::wstring_view path) {
   const size_t dot = path.find_last_of(L".\\/:");
@@ -29,7 +23,7 @@ std::wstring_view ExtensionOf(std::wstring_view path) {
 std::wstring_view WithoutNumber(std::wstring_view icon) {
   const size_t comma = icon.rfind(L',');
   if (comma == std::wstring_view::npos) return icon;
-  const std::wstring_view number = Trimmed(icon.substr(comma + 1));
+  const std::wstring_view number = Trim(icon.substr(comma + 1));
   const bool isNumber = number.find_first_not_of(L"-0123456789") == std::wstring_view::npos;
   return isNumber ? icon.substr(0, comma) : icon;
 }
@@ -41,11 +35,7 @@ std::wstring Lower(std::wstring text) {
 
 }  // namespace
 
-std::wstring WithoutQuotes(std::wstring_view text) {
-  text = Trimmed(text);
-  if (text.size() >= 2 && text.front() == L'"' && text.back() == L'"') text = text.substr(1, text.size() - 2);
-  return std::wstring(text);
-}
+std::wstring WithoutQuotes(std::wstring_view text) { return std::wstring(Unquote(Trim(text))); }
 
 std::wstring ProgramOfIcon(std::wstring_view icon) {
   // The number may stand behind the quotes or between them.

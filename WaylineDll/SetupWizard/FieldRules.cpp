@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "NetUtilities/Text/SplitNonEmpty.h"
+#include "NetUtilities/Text/Trim.h"
 #include "WaylineDll/SetupWizard/PlatformText.h"
 
 namespace {
@@ -30,11 +31,7 @@ bool IsLabel(std::wstring_view label) {
 
 }  // namespace
 
-std::wstring Trimmed(std::wstring_view text) {
-  const size_t first = text.find_first_not_of(kBlanks);
-  if (first == std::wstring_view::npos) return {};
-  return std::wstring(text.substr(first, text.find_last_not_of(kBlanks) - first + 1));
-}
+std::wstring Trimmed(std::wstring_view text) { return std::wstring(Trim(text, kBlanks)); }
 
 std::wstring PastedText(std::wstring_view text) {
   std::wstring line;

@@ -3,7 +3,6 @@
 #include <string>
 #include <vector>
 
-#include "LoginProperties/Autostart/BrowserRules.h"
 #include "LoginProperties/Autostart/WebAddress.h"
 #include "tests/fuzz/FuzzInput.h"
 #include "tests/fuzz/LowerAscii.h"
@@ -50,7 +49,7 @@ void CheckPaths(const std::wstring& text) {
   const std::wstring program = ProgramOfIcon(text);
   Require(text.find(program) != std::wstring::npos);
   Require(program.empty() || KindOfFile(program) == Program::Kind::Application);
-  Require(text.find(WithoutQuotes(text)) != std::wstring::npos && text.find(Unquoted(text)) != std::wstring::npos);
+  Require(text.find(WithoutQuotes(text)) != std::wstring::npos);
 }
 
 void CheckOffer(const std::wstring& first, const std::wstring& second) {

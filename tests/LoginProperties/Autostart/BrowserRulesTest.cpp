@@ -52,12 +52,3 @@ TEST(BrowserRules, TakeInternetExplorerForACommandInWhateverCase) {
   EXPECT_FALSE(IsCommand(L"IE.HTTP"));
   EXPECT_FALSE(IsCommand(L""));
 }
-
-TEST(BrowserRules, TakeQuotesOffAPath) {
-  EXPECT_EQ(Unquoted(LR"("C:\Program Files\a.exe")"), LR"(C:\Program Files\a.exe)");
-  EXPECT_EQ(Unquoted(LR"(C:\a.exe)"), LR"(C:\a.exe)");
-  EXPECT_EQ(Unquoted(LR"("C:\a.exe)"), LR"("C:\a.exe)") << "no closing quote";
-  EXPECT_EQ(Unquoted(L"\""), L"\"");
-  EXPECT_EQ(Unquoted(L"\"\""), L"");
-  EXPECT_EQ(Unquoted(L""), L"");
-}
