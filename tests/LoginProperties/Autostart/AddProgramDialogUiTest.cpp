@@ -1,5 +1,7 @@
 // The dialog in which an autostart entry is edited: what it shows, and what it stores.
 
+#include <windows.h>
+
 #include <gmock/gmock.h>
 #include <windowsx.h>
 

@@ -9,6 +9,16 @@
 #include "tests/support/WaitUntil.h"
 #include "tests/ui/DialogWindows.h"
 
+std::vector<std::wstring> ItemsOf(HWND combo) {
+  std::vector<std::wstring> items;
+  for (int index = 0; index < ComboBox_GetCount(combo); ++index) {
+    std::wstring text(static_cast<size_t>(ComboBox_GetLBTextLen(combo, index)), L'\0');
+    ComboBox_GetLBText(combo, index, text.data());
+    items.push_back(text);
+  }
+  return items;
+}
+
 AddProgramDriver::AddProgramDriver(const std::shared_ptr<AutoStartItem>& item) {
   static const HMODULE module = LoadLibraryW(L"Pavise.dll");
   std::promise<DWORD> started;
@@ -47,16 +57,6 @@ RECT AddProgramDriver::Area() const {
 }
 
 std::wstring AddProgramDriver::Text(int id) const { return TextOf(Control(id)); }
-
-std::vector<std::wstring> AddProgramDriver::Items(int id) const {
-  std::vector<std::wstring> items;
-  for (int index = 0; index < ComboBox_GetCount(Control(id)); ++index) {
-    std::wstring text(static_cast<size_t>(ComboBox_GetLBTextLen(Control(id), index)), L'\0');
-    ComboBox_GetLBText(Control(id), index, text.data());
-    items.push_back(text);
-  }
-  return items;
-}
 
 std::vector<uint32_t> AddProgramDriver::Values(int id) const {
   std::vector<uint32_t> values;

@@ -14,6 +14,9 @@
 #include "tests/support/MessageBoxAnswer.h"
 #include "WaylineDll/AutoStartItem.h"
 
+/// Texts of a combo box's items, in order.
+std::vector<std::wstring> ItemsOf(HWND combo);
+
 /// The dialog in which an entry is edited, over a plain window, as a person in front of it sees and uses it. Operations
 /// return when the dialog has dealt with what they did, or shows a dialog of its own. Controls are named by their ids.
 class AddProgramDriver {
@@ -38,7 +41,7 @@ class AddProgramDriver {
   std::wstring Text(int id) const;
   bool IsEnabled(int id) const { return IsWindowEnabled(Control(id)) != FALSE; }
   bool IsShown(int id) const { return IsWindowVisible(Control(id)) != FALSE; }
-  std::vector<std::wstring> Items(int id) const;
+  std::vector<std::wstring> Items(int id) const { return ItemsOf(Control(id)); }
   std::vector<uint32_t> Values(int id) const;
   int SelectedIndex(int id) const;
 

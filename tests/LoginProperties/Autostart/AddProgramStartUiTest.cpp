@@ -1,6 +1,10 @@
 // The dialog in which an autostart entry is edited: programs that are chosen, and started to try them out.
 
+#include <windows.h>
+
+#include <commdlg.h>
 #include <gmock/gmock.h>
+#include <shobjidl.h>
 #include <windowsx.h>
 
 #include <filesystem>
@@ -174,6 +178,18 @@ TEST_F(AddProgramStart, TestFindsTheProgramInItsDirectory) {
   EXPECT_TRUE(equivalent(path(record_.Text("directory")), LaunchRecord::Program().parent_path()));
 }
 
+TEST_F(AddProgramStart, TestStartsTheFileThatItHasFound) {
+  static std::wstring started;
+  started.clear();
+  const Substituted platform(launchPlatform);
+  platform->shellExecute = [](SHELLEXECUTEINFOW* info) -> BOOL { return started = info->lpFile, TRUE; };
+  Entry().program = L"LaunchedProgram.exe";
+  Entry().directory = LaunchRecord::Program().parent_path().wstring();
+  const AddProgramDriver dialog(item_);
+  dialog.Press(IDC_PROGRAM_TEST);
+  EXPECT_EQ(started, LaunchRecord::Program().wstring()) << "wherever the system would look for it";
+}
+
 TEST_F(AddProgramStart, TestReplacesTheVariablesOfTheParametersInAnyCase) {
   Entry().parameters = L"%Windir% %UserDir% %System% %Desktop% %StartMenuProg% %ProgramFiles%";
   for (int time = 0; time < 2; ++time) {
@@ -239,7 +255,8 @@ TEST_F(AddProgramStart, TestIsThereForAProgramAlone) {
   dialog.Type(IDC_PROGRAM_FILE, L"");
   EXPECT_FALSE(dialog.IsEnabled(IDC_PROGRAM_TEST));
   // Whoever presses it all the same starts nothing.
-  SendMessageW(dialog.Window(), WM_COMMAND, IDC_PROGRAM_TEST, 0);
+  SendNotifyMessageW(dialog.Window(), WM_COMMAND, IDC_PROGRAM_TEST, 0);
+  SendMessageW(dialog.Window(), WM_NULL, 0, 0);
   EXPECT_EQ(dialog.OtherDialog(), nullptr);
 }
 
@@ -270,6 +287,27 @@ TEST_F(AddProgramStart, AnEntryForTheDefaultBrowserTellsThatThereIsNone) {
   EXPECT_FALSE(dialog.IsEnabled(IDC_PROGRAM_TEST));
   dialog.Type(IDC_PROGRAM_FILE, L"browser");
   EXPECT_EQ(dialog.PressAndAnswer(IDC_PROGRAM_TEST).text, FileNotFound(L"browser"));
+}
+
+TEST_F(AddProgramStart, ADefaultBrowserThatIsActivatedNeedsNoFile) {
+  static bool wasActivated;
+  wasActivated = false;
+  const Substituted platform(launchPlatform);
+  platform->verifyVersion = [](OSVERSIONINFOEXW*, DWORD, DWORDLONG) -> BOOL { return TRUE; };
+  platform->createInstance = [](REFCLSID id, IUnknown* outer, DWORD context, REFIID face, void** object) -> HRESULT {
+    if (id != __uuidof(ApplicationActivationManager)) return CoCreateInstance(id, outer, context, face, object);
+    wasActivated = true;
+    return *object = nullptr, REGDB_E_CLASSNOTREG;
+  };
+  TestRegistryKey handler(HKEY_CLASSES_ROOT, LR"(http\shell\open\command)");
+  handler.SetString(L"", L"LaunchWinApp.exe");
+  FindBrowsers();
+  Entry().name = kDefaultBrowser;
+  const AddProgramDriver dialog(item_);
+  EXPECT_EQ(dialog.Text(IDC_PROGRAM_FILE), L"LaunchWinApp.exe");
+  dialog.Press(IDC_PROGRAM_TEST);
+  EXPECT_TRUE(wasActivated);
+  EXPECT_EQ(dialog.OtherDialog(), nullptr);
 }
 
 // Installed programs
@@ -353,15 +391,6 @@ TEST_F(AddProgramStart, ABrowsedFileGivesItsNameWithoutTheExtension) {
   EXPECT_EQ(dialog.Text(IDC_PROGRAM_NAME), L"orders.new");
 }
 
-TEST_F(AddProgramStart, ABrowsedFileLeavesTheCurrentFolderAsItWas) {
-  const path before = std::filesystem::current_path();
-  const WrittenFile file(folder_.Path() / L"orders.exe", "");
-  const AddProgramDriver dialog(item_);
-  dialog.Press(IDC_PROGRAM_BROWSE);
-  ChooseInFileDialog(dialog, folder_.File(L"orders.exe"));
-  EXPECT_EQ(std::filesystem::current_path(), before);
-}
-
 TEST_F(AddProgramStart, ABrowsedFileLeavesADirectoryThatIsThere) {
   const WrittenFile file(folder_.Path() / L"orders.exe", "");
   Entry().directory = L"D:\\Orders";
@@ -378,6 +407,21 @@ TEST_F(AddProgramStart, ABrowsedStarterOfEdgeGivesEdge) {
   dialog.Press(IDC_PROGRAM_BROWSE);
   ChooseInFileDialog(dialog, folder_.File(L"launchwinapp.exe"));
   EXPECT_EQ(dialog.Text(IDC_PROGRAM_FILE), L"Microsoft Edge");
+}
+
+TEST_F(AddProgramStart, BrowsingBeginsWithTheProgramsOfTheStartMenu) {
+  constexpr int kFileTypes = 0x470;
+  const AddProgramDriver dialog(item_);
+  dialog.Press(IDC_PROGRAM_BROWSE);
+  HWND chooser = nullptr;
+  ASSERT_TRUE(WaitUntil([&] { return (chooser = dialog.OtherDialog()) != nullptr; }));
+  wchar_t shown[MAX_PATH] = {};
+  SendMessageW(chooser, CDM_GETFOLDERPATH, MAX_PATH, reinterpret_cast<LPARAM>(shown));
+  EXPECT_EQ(shown, Paths()->GetProgramsFolder());
+  EXPECT_THAT(ItemsOf(GetDlgItem(chooser, kFileTypes)),
+              ElementsAre(L"Executable Files (*.EXE;*.BAT)", L"All Files (*.*)"));
+  PostMessageW(chooser, WM_COMMAND, IDCANCEL, 0);
+  EXPECT_TRUE(WaitUntil([chooser] { return !IsWindow(chooser); }));
 }
 
 TEST_F(AddProgramStart, CancellingTheFileDialogChangesNothing) {
