@@ -58,11 +58,9 @@ int AutostartDialog::OnInitDialog(int64_t parameter) {
 
 int AutostartDialog::SetWindowControls() {
   ProfileDataDialog::SetWindowControls();
-  const bool isRead = LoadEntries();
+  LoadEntries();
   const bool overrides = !FollowsDefaults();
   CheckControl(GetWindow(), IDC_OVERRIDE_CHECK, overrides);
-  // Something added to a list that cannot be read would take the place of all of it.
-  EnableButton(IDC_AUTOSTART_ADD, overrides && isRead);
   const auto topLine =
       static_cast<size_t>(std::ranges::find(items_, TreeView_GetFirstVisible(tree_.Window())) - items_.begin());
   FillTree();
@@ -73,17 +71,16 @@ int AutostartDialog::SetWindowControls() {
 }
 
 // The client hands out the same records for a profile as long as the sheet is open, with what was changed in them.
-bool AutostartDialog::LoadEntries() {
+void AutostartDialog::LoadEntries() {
   LoginPropertiesContext& context = GetContext();
   context.autoStartItems.clear();
-  bool isRead = true;
+  isRead_ = true;
   if (const auto& profile = context.currentProfile) {
     const uint32_t id = FollowsDefaults() ? profile->GetLinkProfile() : profile->GetProfileId();
-    isRead = GetAutoStart(id, context.autoStartItems);
-    if (!isRead) Log(LogLevel::Error, Format(L"The autostart entries of profile {} cannot be read", id));
+    isRead_ = GetAutoStart(id, context.autoStartItems);
+    if (!isRead_) Log(LogLevel::Error, Format(L"The autostart entries of profile {} cannot be read", id));
   }
   entries_ = InOrder(context.autoStartItems);
-  return isRead;
 }
 
 void AutostartDialog::FillTree() {
@@ -134,18 +131,19 @@ void AutostartDialog::SelectRemembered() {
 }
 
 void AutostartDialog::ShowSelection() const {
-  const auto place = FollowsDefaults() ? std::nullopt : SelectedEntry();
-  EnableButton(IDC_AUTOSTART_CHANGE, place.has_value());
-  EnableButton(IDC_AUTOSTART_REMOVE, place.has_value());
-  EnableButton(IDC_AUTOSTART_UP, place && CanMoveUp(entries_, *place));
-  EnableButton(IDC_AUTOSTART_DOWN, place && CanMoveDown(entries_, *place));
-}
-
-// A button that goes out of use hands the keyboard over to the tree: with a disabled one it would be lost.
-void AutostartDialog::EnableButton(int id, bool enable) const {
-  const HWND button = GetDlgItem(GetWindow(), id);
-  if (!enable && button != nullptr && GetFocus() == button) SetFocus(tree_.Window());
-  EnableWindow(button, enable);
+  const HWND focused = GetFocus();
+  const bool overrides = !FollowsDefaults();
+  const auto place = overrides ? SelectedEntry() : std::nullopt;
+  // Something added to a list that cannot be read would take the place of all of it.
+  EnableControl(GetWindow(), IDC_AUTOSTART_ADD, overrides && isRead_);
+  EnableControl(GetWindow(), IDC_AUTOSTART_CHANGE, place.has_value());
+  EnableControl(GetWindow(), IDC_AUTOSTART_REMOVE, place.has_value());
+  EnableControl(GetWindow(), IDC_AUTOSTART_UP, place && CanMoveUp(entries_, *place));
+  EnableControl(GetWindow(), IDC_AUTOSTART_DOWN, place && CanMoveDown(entries_, *place));
+  // With a button that goes out of use the keyboard would be lost. In the end: a tree that gets the focus may select.
+  if (focused != nullptr && IsChild(GetWindow(), focused) != FALSE && IsWindowEnabled(focused) == FALSE) {
+    SetFocus(tree_.Window());
+  }
 }
 
 int AutostartDialog::OnNotify(uint64_t controlId, int64_t record) {

@@ -27,12 +27,11 @@ class AutostartDialog : public ProfileDataDialog {
  private:
   using Record = std::shared_ptr<AutoStartItem>;
 
-  bool LoadEntries();
+  void LoadEntries();
   void FillTree();
   void SelectRemembered();
   void ScrollTo(size_t topLine) const;
   void ShowSelection() const;
-  void EnableButton(int id, bool enable) const;
   void OnSelected(HTREEITEM item);
 
   std::optional<size_t> SelectedPlace() const;
@@ -48,5 +47,6 @@ class AutostartDialog : public ProfileDataDialog {
   AutostartList entries_;
   std::vector<HTREEITEM> items_;  // of the entries, in their order
   Record selected_;               // also when it is not shown any more
+  bool isRead_ = true;
   bool isFilling_ = false;
 };

@@ -38,6 +38,10 @@ constexpr wchar_t kNotModifiable[] =
 const Lines kOfficeLines = {kBefore, L" Device check", kNetwork, L" Notes", L" Calculator", kVpn, kAfter, L" Goodbye"};
 const Lines kBranchLines = {kBefore, kNetwork, kVpn, kAfter, L" Clean up"};
 
+constexpr char kLongList[] =
+    "WITH RECURSIVE Number(N) AS (SELECT 3 UNION ALL SELECT N + 1 FROM Number WHERE N < 100) INSERT INTO AutoStart "
+    "(ProfileId, Phase, ItemOrder, RecordType, Name) SELECT 2004, 700, N, 2, 'Entry ' || N FROM Number";
+
 class AutostartUi : public StoredSheetTest {
  protected:
   // Opens the sheet on a profile, with the page in front.
@@ -297,6 +301,18 @@ TEST_F(AutostartUi, AButtonThatGoesOutOfUseHandsTheKeyboardToTheTree) {
   ASSERT_TRUE(sheet->PressKeyUntil([this] { return PlaceOf(L"Goodbye").first == 1600; }, VK_SPACE));
   ASSERT_FALSE(page->CanMoveDown());
   EXPECT_EQ(sheet->FocusedControl(), IDC_AUTOSTART_TREE);
+}
+
+// A tree without a selection that gets the focus selects what can be seen.
+TEST_F(AutostartUi, TheButtonsFitWhatTheTreeSelectsWhenItGetsTheKeyboard) {
+  OpenPageAfter(kLongList);
+  TreeView_SelectSetFirstVisible(page->Tree(), FindTreeItem(page->Tree(), L"Entry 50"));
+  page->SelectLine(60);
+  sheet->Focus(IDC_AUTOSTART_CHANGE);
+  page->SelectNothing();
+  ASSERT_EQ(sheet->FocusedControl(), IDC_AUTOSTART_TREE);
+  ASSERT_TRUE(page->Selected().starts_with(L"Entry "));
+  EXPECT_TRUE(page->CanChange() && page->CanRemove() && page->CanMoveUp() && page->CanMoveDown());
 }
 
 TEST_F(AutostartUi, TheSelectionStaysVisibleInALongList) {

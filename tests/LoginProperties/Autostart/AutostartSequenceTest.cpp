@@ -120,8 +120,9 @@ class AutostartSequence : public RandomSteps {
     if (!model_->Overrides()) return;
     story_ << "nothing; ";
     page_->SelectNothing();
-    // A tree that gets the focus from a button that goes out of use selects its first item.
-    page_->SelectedLine() < 0 ? model_->SelectNothing() : model_->SelectLine(0);
+    // A tree that gets the focus from a button that goes out of use selects an item that can be seen.
+    const int line = page_->SelectedLine();
+    line < 0 ? model_->SelectNothing() : model_->SelectLine(line);
   }
 
   std::optional<std::wstring> AnyPhase() {
