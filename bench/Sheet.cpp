@@ -14,6 +14,7 @@
 #include <chrono>
 #include <cstdio>
 #include <functional>
+#include <iterator>
 #include <memory>
 #include <random>
 #include <span>
@@ -37,6 +38,7 @@
 #include "tests/support/RegisteredService.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/ThisProgram.h"
+#include "WaylineDll/AutoStart.h"
 #include "WaylineDll/Host.h"
 
 namespace {
@@ -64,6 +66,15 @@ double Milliseconds() {
   return duration<double, std::milli>(std::chrono::steady_clock::now().time_since_epoch()).count();
 }
 
+// The page Autostart with many entries.
+constexpr size_t kAutostartPage = 2;
+constexpr size_t kEntries = 2'000;
+struct Refill {
+  double page = 0;    // filled anew
+  double moving = 0;  // an entry by one place
+  double tree = 0;    // a bare one filled with as many items
+};
+
 // What is measured of a sheet, in milliseconds. Visits are of each page in turn.
 struct Sample {
   double opening = 0;
@@ -80,29 +91,50 @@ class ShownSheet {
   explicit ShownSheet(const ProfileTable* profiles) : profiles_(profiles) {}
 
   Sample Measure(const std::function<void()>& show) {
+    Show(show, [this] { MeasurePages(); });
+    return sample_;
+  }
+
+  Refill MeasureRefill(const std::function<void()>& show) {
+    Refill refill;
+    Show(show, [&] {
+      Visit(kAutostartPage);
+      refill.page = ShowPageAgain();
+      refill.moving = MoveEntry();
+      refill.tree = FillBareTree();
+    });
+    return refill;
+  }
+
+ private:
+  void Show(const std::function<void()>& show, const std::function<void()>& measure) {
     current_ = this;
+    measure_ = measure;
     // A thread is told of a timer when there is nothing else for it to do or to draw.
     timer_ = SetTimer(nullptr, 0, USER_TIMER_MINIMUM, [](HWND, UINT, UINT_PTR, DWORD) { current_->OnIdle(); });
     start_ = Milliseconds();
     show();
+    current_ = nullptr;
     KillTimer(nullptr, timer_);
     if (sheet_ == nullptr) throw std::runtime_error("The sheet was not shown.");
-    return sample_;
   }
 
- private:
   void OnIdle() {
     const double now = Milliseconds();
     if (!FindSheet()) return;
     KillTimer(nullptr, timer_);
     sample_.opening = now - start_;
+    measure_();
+    PostMessageW(sheet_, WM_COMMAND, IDCANCEL, 0);
+  }
+
+  void MeasurePages() {
     for (size_t page = 1; page < kPageCount; ++page) sample_.firstVisit[page] = Visit(page);
     for (size_t page = 0; page < kPageCount; ++page) sample_.laterVisit[page] = Visit(page);
     if (profiles_ != nullptr) {
       for (size_t page = 0; page < kPageCount; ++page) sample_.choosing[page] = ChooseProfile(page);
       sample_.removing = RemoveProfile();
     }
-    PostMessageW(sheet_, WM_COMMAND, IDCANCEL, 0);
   }
 
   bool FindSheet() {
@@ -136,12 +168,64 @@ class ShownSheet {
   double RemoveProfile() const {
     Profile& removed = *profiles_->rbegin()->second;
     removed.SetHidden(true);
-    const double time = TimeOf([&] {
+    const double time = ShowPageAgain();
+    removed.SetHidden(false);
+    return time;
+  }
+
+  double ShowPageAgain() const {
+    return TimeOf([&] {
       NMHDR shown{sheet_, 0, PSN_SETACTIVE};
       FORWARD_WM_NOTIFY(Page(), 0, &shown, SendMessageW);
     });
-    removed.SetHidden(false);
+  }
+
+  double MoveEntry() const {
+    const HWND tree = GetDlgItem(Page(), IDC_AUTOSTART_TREE);
+    HTREEITEM item = TreeView_GetRoot(tree);
+    for (size_t line = 0; line < kEntries / 2; ++line) item = TreeView_GetNextVisible(tree, item);
+    TreeView_SelectItem(tree, item);
+    return TimeOf([&] { FORWARD_WM_COMMAND(Page(), IDC_AUTOSTART_DOWN, nullptr, BN_CLICKED, SendMessageW); });
+  }
+
+  // In the place of the page's tree and of its kind.
+  double FillBareTree() const {
+    const HWND model = GetDlgItem(Page(), IDC_AUTOSTART_TREE);
+    RECT place{};
+    GetWindowRect(model, &place);
+    MapWindowRect(HWND_DESKTOP, Page(), &place);
+    ShowWindow(model, SW_HIDE);
+    const auto style = static_cast<DWORD>(GetWindowLongPtrW(model, GWL_STYLE));
+    const HWND tree =
+        CreateWindowExW(0, WC_TREEVIEWW, L"", style | WS_VISIBLE, place.left, place.top, place.right - place.left,
+                        place.bottom - place.top, Page(), nullptr, nullptr, nullptr);
+    SetWindowFont(tree, GetWindowFont(model), FALSE);
+    TimeOf([&] { FillTree(tree); });
+    const double time = TimeOf([&] {
+      SetWindowRedraw(tree, FALSE);
+      TreeView_DeleteAllItems(tree);
+      FillTree(tree);
+      SetWindowRedraw(tree, TRUE);
+      InvalidateRect(tree, nullptr, TRUE);
+    });
+    DestroyWindow(tree);
+    ShowWindow(model, SW_SHOW);
     return time;
+  }
+
+  static void FillTree(HWND tree) {
+    TVINSERTSTRUCTW insert{};
+    insert.hInsertAfter = TVI_LAST;
+    insert.item.mask = TVIF_TEXT;
+    const auto add = [&](const std::wstring& text) {
+      std::wstring copy = text;
+      insert.item.pszText = copy.data();
+      return TreeView_InsertItem(tree, &insert);
+    };
+    const HTREEITEM heading = add(L"Programs");
+    insert.hParent = heading;
+    for (size_t number = 1; number <= kEntries; ++number) add(L"Program " + std::to_wstring(number));
+    TreeView_Expand(tree, heading, TVE_EXPAND);
   }
 
   // What it takes until all is done and drawn.
@@ -161,6 +245,7 @@ class ShownSheet {
   static inline ShownSheet* current_ = nullptr;
 
   const ProfileTable* profiles_;
+  std::function<void()> measure_;
   Sample sample_;
   double start_ = 0;
   UINT_PTR timer_ = 0;
@@ -201,6 +286,12 @@ class Client {
         break;
     }
     return MeasureSheet(many_, kMany);
+  }
+
+  // The page Autostart filled anew with many entries, beside a bare tree with as many items.
+  Refill MeasureRefill() {
+    if (entries_.profiles.empty()) entries_ = MakeEntries();
+    return ShownSheet(&entries_.profiles).MeasureRefill([&] { show_(&entries_); });
   }
 
   // What a sorted combo box takes to be filled while it can be seen, as one does it who thinks of nothing else.
@@ -246,6 +337,26 @@ class Client {
     PropertySheetW(&header);
   }
 
+  // A profile of the sample data with many entries in one phase, which the library hands out as if the user had added
+  // them.
+  LoginPropertiesContext MakeEntries() const {
+    constexpr uint32_t kOffice = 2004;
+    LoginPropertiesContext context;
+    context.parentWindow = window_;
+    context.resourceInstance = module_.get();
+    context.mode = SheetMode::Full;
+    if (LoadProfiles(context.profiles)) throw std::runtime_error("The sample data cannot be read.");
+    context.currentProfile = context.profiles.at(kOffice);
+    for (uint16_t order = 1; order <= kEntries; ++order) {
+      const auto entry = CreateNewItem(kOffice);
+      entry->fields.name = L"Program " + std::to_wstring(order);
+      entry->fields.phase = 1100;
+      entry->fields.order = order;
+      entry->SetState(ChangeState::New);
+    }
+    return context;
+  }
+
   LoginPropertiesContext MakeContext(size_t count) const {
     constexpr uint32_t kRoot = 1;
     constexpr uint32_t kFirst = 2001;
@@ -274,6 +385,7 @@ class Client {
       reinterpret_cast<Entry>(reinterpret_cast<void*>(GetProcAddress(module_.get(), "ShowLoginProperties")));
   const HWND window_ = CreateWindowExW(0, WC_STATICW, L"Client", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 240, 120,
                                        nullptr, nullptr, nullptr, nullptr);
+  LoginPropertiesContext entries_;
   LoginPropertiesContext few_;
   LoginPropertiesContext many_;
 };
@@ -401,6 +513,24 @@ void PrintRemoving(const PerSubject<Sample>& samples, const std::vector<double>&
       Half(combos), Most(combos), Half(few), Most(few), Half(many), Most(many), Half(many) / Half(combos));
 }
 
+void PrintRefill(const std::vector<Refill>& refills) {
+  const auto values = [&](double Refill::*time) {
+    std::vector<double> times;
+    std::ranges::transform(refills, std::back_inserter(times), time);
+    return times;
+  };
+  const auto tree = values(&Refill::tree);
+  std::printf(
+      "\n| 2,000 autostart entries | p50 / most | to bare tree |\n|---|---:|---:|\n"
+      "| bare tree filled anew with as many items | %.0f / %.0f | |\n",
+      Half(tree), Most(tree));
+  const auto print = [&](const char* name, const std::vector<double>& times) {
+    std::printf("| %s | %.0f / %.0f | %.2f |\n", name, Half(times), Most(times), Half(times) / Half(tree));
+  };
+  print("page shown again", values(&Refill::page));
+  print("entry moved", values(&Refill::moving));
+}
+
 void PrintMemory(const PerSubject<Outcome>& outcomes) {
   std::puts("\n| memory | bare | 10 | 10,000 | 10,000 above 10 |\n|---|---:|---:|---:|---:|");
   const auto print = [&](const char* name, double Outcome::*memory) {
@@ -439,6 +569,9 @@ void Compare() {
   PrintOpening("later", later, combo, [](const Sample& sample) { return sample.opening; });
   PrintPages(later, combo);
   PrintRemoving(later, combos);
+  std::vector<Refill> refills(21);
+  std::ranges::generate(refills, [&] { return client.MeasureRefill(); });
+  PrintRefill(refills);
   PrintMemory(quiet);
 }
 

@@ -428,8 +428,9 @@ TEST_F(AutostartUi, UnderTheEditorNothingElseBegins) {
   page->Select(L"Notes");
   const EntryEditorDriver editor(*sheet, IDC_AUTOSTART_CHANGE);
   for (const int button : {IDC_AUTOSTART_ADD, IDC_AUTOSTART_REMOVE, IDC_AUTOSTART_DOWN}) {
-    SendMessageW(sheet->Page(), WM_COMMAND, static_cast<WPARAM>(button), 0);
+    PostMessageW(sheet->Page(), WM_COMMAND, static_cast<WPARAM>(button), 0);
   }
+  SendMessageW(sheet->Page(), WM_NULL, 0, 0);
   editor.Close(IDCANCEL);
   EXPECT_EQ(sheet->MessageBoxWindow(), nullptr);
   EXPECT_EQ(page->Lines(), kOfficeLines);
