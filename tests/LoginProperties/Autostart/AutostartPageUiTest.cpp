@@ -21,7 +21,6 @@ namespace {
 
 using testing::Contains;
 using testing::ElementsAre;
-using testing::ElementsAreArray;
 using testing::IsEmpty;
 using testing::Not;
 using Lines = std::vector<std::wstring>;

@@ -14,7 +14,7 @@ namespace {
 class AutoStartLists : public LoadedStoreTest {
  protected:
   std::shared_ptr<AutoStartItem> Add(uint32_t profileId, const std::wstring& name) {
-    const auto item = store_.CreateAutoStartItem(profileId);
+    auto item = store_.CreateAutoStartItem(profileId);
     item->fields.name = name;
     item->fields.order = 1;
     item->SetState(ChangeState::New);
