@@ -21,6 +21,7 @@
 #include "LoginProperties/ProfilePage/DialogHelpers.h"
 #include "LoginProperties/ProfilePage/FrozenDrawing.h"
 #include "NetUtilities/Text/SplitNonEmpty.h"
+#include "NetUtilities/Text/Trim.h"
 #include "WaylineDll/Appearance.h"
 #include "WaylineDll/Help.h"
 #include "WaylineDll/Messages.h"
@@ -156,8 +157,7 @@ void AddProgramDialog::ShowDelays() const {
 }
 
 void AddProgramDialog::EnableTest() const {
-  EnableControl(GetWindow(), IDC_PROGRAM_TEST,
-                !WithoutBlanksAround(ControlText(GetWindow(), IDC_PROGRAM_FILE)).empty());
+  EnableControl(GetWindow(), IDC_PROGRAM_TEST, !Trim(ControlText(GetWindow(), IDC_PROGRAM_FILE)).empty());
 }
 
 EntryTexts AddProgramDialog::ReadTexts() const {

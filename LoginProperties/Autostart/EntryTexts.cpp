@@ -1,28 +1,18 @@
 #include "LoginProperties/Autostart/EntryTexts.h"
 
-namespace {
-
-constexpr std::wstring_view kBlanks = L" \t\r\n";
-
-}  // namespace
-
-std::wstring WithoutBlanksAround(std::wstring_view text) {
-  const size_t first = text.find_first_not_of(kBlanks);
-  if (first == std::wstring_view::npos) return {};
-  return std::wstring(text.substr(first, text.find_last_not_of(kBlanks) - first + 1));
-}
+#include "NetUtilities/Text/Trim.h"
 
 EntryFault FaultOf(const EntryTexts& texts) {
-  if (WithoutBlanksAround(texts.name).empty()) return EntryFault::NameMissing;
-  if (WithoutBlanksAround(texts.program).empty()) return EntryFault::ProgramMissing;
+  if (Trim(texts.name).empty()) return EntryFault::NameMissing;
+  if (Trim(texts.program).empty()) return EntryFault::ProgramMissing;
   return EntryFault::None;
 }
 
 void StoreTexts(const EntryTexts& texts, AutoStartItem::Fields& entry) {
-  entry.name = WithoutBlanksAround(texts.name);
-  entry.program = WithoutBlanksAround(texts.program);
-  entry.parameters = WithoutBlanksAround(texts.parameters);
-  entry.directory = WithoutBlanksAround(texts.directory);
+  entry.name = Trim(texts.name);
+  entry.program = Trim(texts.program);
+  entry.parameters = Trim(texts.parameters);
+  entry.directory = Trim(texts.directory);
 }
 
 int ShowCommandOf(int initialSize) {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 
 #include "WaylineDll/AutoStartItem.h"
 
@@ -12,9 +11,6 @@ struct EntryTexts {
   std::wstring parameters;
   std::wstring directory;
 };
-
-/// A text without the blanks around it.
-std::wstring WithoutBlanksAround(std::wstring_view text);
 
 enum class EntryFault { None, NameMissing, ProgramMissing };
 

@@ -11,6 +11,7 @@
 #include "NetUtilities/Files/PathData.h"
 #include "NetUtilities/Module/Singleton.h"
 #include "NetUtilities/Text/ErrorText.h"
+#include "NetUtilities/Text/Trim.h"
 #include "WaylineDll/Messages.h"
 #include "WaylineDll/Programs.h"
 #include "WaylineDll/StringDb.h"
@@ -59,8 +60,8 @@ bool IsDefaultBrowserEntry(const std::wstring& name) {
 }
 
 void StartOnTrial(HWND owner, EntryTexts texts, int initialSize) {
-  texts.program = WithoutBlanksAround(texts.program);
-  texts.directory = WithoutBlanksAround(texts.directory);
+  texts.program = Trim(texts.program);
+  texts.directory = Trim(texts.directory);
   if (texts.program.empty()) return;
   const VariableOperations operations{KnownFolderOf, SubstituteCommandLineStringS};
   ReplaceInParameters(texts.parameters, operations);

@@ -2,13 +2,6 @@
 
 #include <gtest/gtest.h>
 
-TEST(EntryTexts, BlanksAroundATextAreTakenAway) {
-  EXPECT_EQ(WithoutBlanksAround(L"text"), L"text");
-  EXPECT_EQ(WithoutBlanksAround(L"  two words\t\r\n"), L"two words");
-  EXPECT_EQ(WithoutBlanksAround(L" \t "), L"");
-  EXPECT_EQ(WithoutBlanksAround(L""), L"");
-}
-
 TEST(EntryTexts, TheMissingNameComesBeforeTheMissingProgram) {
   EXPECT_EQ(FaultOf({.name = L"", .program = L"", .parameters = L"", .directory = L""}), EntryFault::NameMissing);
   EXPECT_EQ(FaultOf({.name = L" ", .program = L"a.exe", .parameters = L"", .directory = L""}), EntryFault::NameMissing);
