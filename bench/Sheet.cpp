@@ -7,12 +7,14 @@
 #include <objbase.h>
 #include <prsht.h>
 #include <psapi.h>
+#include <shlobj.h>
 #include <windowsx.h>
 
 #include <algorithm>
 #include <array>
 #include <chrono>
 #include <cstdio>
+#include <fstream>
 #include <functional>
 #include <iterator>
 #include <memory>
@@ -22,6 +24,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "LoginProperties/Autostart/AutostartControls.h"
@@ -36,7 +39,9 @@
 #include "NetUtilities/Module/Owner.h"
 #include "tests/support/ProgramRun.h"
 #include "tests/support/RegisteredService.h"
+#include "tests/support/StartMenuFolder.h"
 #include "tests/support/TemporaryFolder.h"
+#include "tests/support/TestRegistryKey.h"
 #include "tests/support/ThisProgram.h"
 #include "WaylineDll/AutoStart.h"
 #include "WaylineDll/Host.h"
@@ -75,6 +80,9 @@ struct Refill {
   double tree = 0;    // a bare one filled with as many items
 };
 
+// The editor of an autostart entry with many installed programs.
+constexpr size_t kPrograms = 1'000;
+
 // What is measured of a sheet, in milliseconds. Visits are of each page in turn.
 struct Sample {
   double opening = 0;
@@ -104,6 +112,15 @@ class ShownSheet {
       refill.tree = FillBareTree();
     });
     return refill;
+  }
+
+  double MeasureEditor(const std::function<void()>& show) {
+    double time = 0;
+    Show(show, [&] {
+      Visit(kAutostartPage);
+      time = OpenEditor();
+    });
+    return time;
   }
 
  private:
@@ -188,6 +205,22 @@ class ShownSheet {
     return TimeOf([&] { FORWARD_WM_COMMAND(Page(), IDC_AUTOSTART_DOWN, nullptr, BN_CLICKED, SendMessageW); });
   }
 
+  // The editor of a new entry, until it has been drawn. Then it is cancelled.
+  double OpenEditor() {
+    timer_ = SetTimer(nullptr, 0, USER_TIMER_MINIMUM, [](HWND, UINT, UINT_PTR, DWORD) { current_->CancelEditor(); });
+    const double start = Milliseconds();
+    FORWARD_WM_COMMAND(Page(), IDC_AUTOSTART_ADD, nullptr, BN_CLICKED, SendMessageW);
+    return editorShown_ - start;
+  }
+
+  void CancelEditor() {
+    const HWND editor = GetLastActivePopup(sheet_);
+    if (editor == sheet_ || IsWindowVisible(editor) == FALSE) return;
+    editorShown_ = Milliseconds();
+    KillTimer(nullptr, timer_);
+    PostMessageW(editor, WM_COMMAND, IDCANCEL, 0);
+  }
+
   // In the place of the page's tree and of its kind.
   double FillBareTree() const {
     const HWND model = GetDlgItem(Page(), IDC_AUTOSTART_TREE);
@@ -248,6 +281,7 @@ class ShownSheet {
   std::function<void()> measure_;
   Sample sample_;
   double start_ = 0;
+  double editorShown_ = 0;
   UINT_PTR timer_ = 0;
   HWND sheet_ = nullptr;
 };
@@ -294,12 +328,30 @@ class Client {
     return ShownSheet(&entries_.profiles).MeasureRefill([&] { show_(&entries_); });
   }
 
+  // The editor of an autostart entry on a machine with many programs.
+  double MeasureEditor() {
+    if (entries_.profiles.empty()) entries_ = MakeEntries();
+    return ShownSheet(&entries_.profiles).MeasureEditor([&] { show_(&entries_); });
+  }
+
   // What a sorted combo box takes to be filled while it can be seen, as one does it who thinks of nothing else.
   double MeasureCombo() const {
     static const std::vector<std::wstring> names = MakeNames(kMany);
-    const HWND combo =
-        CreateWindowExW(0, WC_COMBOBOXW, L"", WS_CHILD | WS_VISIBLE | WS_VSCROLL | CBS_DROPDOWNLIST | CBS_SORT, 0, 0,
-                        160, 160, window_, nullptr, nullptr, nullptr);
+    return MeasureCombo(CBS_DROPDOWNLIST | CBS_SORT, names);
+  }
+
+  // One that is not sorted, with as many names as there are programs.
+  double MeasureNameCombo() const {
+    static const std::vector<std::wstring> names = MakeNames(kPrograms);
+    return MeasureCombo(CBS_DROPDOWN, names);
+  }
+
+ private:
+  using Entry = INT_PTR (*)(LoginPropertiesContext*);
+
+  double MeasureCombo(DWORD style, const std::vector<std::wstring>& names) const {
+    const HWND combo = CreateWindowExW(0, WC_COMBOBOXW, L"", WS_CHILD | WS_VISIBLE | WS_VSCROLL | style, 0, 0, 160, 160,
+                                       window_, nullptr, nullptr, nullptr);
     const double start = Milliseconds();
     for (size_t index = 0; index < names.size(); ++index) {
       ComboBox_SetItemData(combo, ComboBox_AddString(combo, names[index].c_str()), index);
@@ -308,9 +360,6 @@ class Client {
     DestroyWindow(combo);
     return time;
   }
-
- private:
-  using Entry = INT_PTR (*)(LoginPropertiesContext*);
 
   Sample MeasureSheet(LoginPropertiesContext& context, size_t count) const {
     if (context.profiles.empty()) context = MakeContext(count);
@@ -531,6 +580,53 @@ void PrintRefill(const std::vector<Refill>& refills) {
   print("entry moved", values(&Refill::moving));
 }
 
+// Programs that the machine has while this object lives: half of them in the start menu, half registered.
+class InstalledPrograms {
+ public:
+  InstalledPrograms() {
+    constexpr size_t kHalf = kPrograms / 2;
+    menu_.AddLinks(L"Bench linked ", MakeFile(L"program.exe"), kHalf);
+    for (size_t number = 0; number < kHalf; ++number) {
+      const std::wstring name = L"Bench product " + std::to_wstring(number);
+      auto key = std::make_unique<TestRegistryKey>(HKEY_LOCAL_MACHINE, kUninstall + name);
+      key->SetString(L"DisplayName", name);
+      key->SetString(L"DisplayIcon", MakeFile(name + L".exe"));
+      keys_.push_back(std::move(key));
+    }
+  }
+
+ private:
+  static constexpr wchar_t kUninstall[] = LR"(Software\Microsoft\Windows\CurrentVersion\Uninstall\)";
+
+  std::wstring MakeFile(const std::wstring& name) const {
+    std::ofstream(folder_.Path() / name) << "program";
+    return folder_.File(name);
+  }
+
+  const TemporaryFolder folder_;
+  const StartMenuFolder menu_{FOLDERID_CommonPrograms};
+  std::vector<std::unique_ptr<TestRegistryKey>> keys_;
+};
+
+void PrintEditor(Client& client) {
+  std::vector<double> combos;
+  std::vector<double> few;
+  std::vector<double> many;
+  constexpr int kRounds = 11;
+  for (int round = 0; round < kRounds; ++round) few.push_back(client.MeasureEditor());
+  const InstalledPrograms programs;
+  for (int round = 0; round < kRounds; ++round) {
+    combos.push_back(client.MeasureNameCombo());
+    many.push_back(client.MeasureEditor());
+  }
+  std::printf(
+      "\n| editor of an autostart entry | p50 / most | above combo box |\n|---|---:|---:|\n"
+      "| combo box filled with 1,000 names | %.0f / %.0f | |\n"
+      "| editor opened, with the programs of a new machine | %.0f / %.0f | |\n"
+      "| editor opened, with 1,000 more | %.0f / %.0f | %.0f |\n",
+      Half(combos), Most(combos), Half(few), Most(few), Half(many), Most(many), Half(many) - Half(combos));
+}
+
 void PrintMemory(const PerSubject<Outcome>& outcomes) {
   std::puts("\n| memory | bare | 10 | 10,000 | 10,000 above 10 |\n|---|---:|---:|---:|---:|");
   const auto print = [&](const char* name, double Outcome::*memory) {
@@ -572,6 +668,7 @@ void Compare() {
   std::vector<Refill> refills(21);
   std::ranges::generate(refills, [&] { return client.MeasureRefill(); });
   PrintRefill(refills);
+  PrintEditor(client);
   PrintMemory(quiet);
 }
 

@@ -4,6 +4,7 @@
 
 #include "LoginProperties/Autostart/AutostartStrings.h"
 #include "LoginProperties/Autostart/BrowsedFile.h"
+#include "LoginProperties/Autostart/LaunchPlatform.h"
 #include "LoginProperties/ProfilePage/DialogHelpers.h"
 #include "NetUtilities/Registry/RegistryKey.h"
 
@@ -49,6 +50,6 @@ std::optional<std::wstring> ChooseFile(HWND owner) {
   choice.lpstrInitialDir = folder.c_str();
   choice.lpstrTitle = title.c_str();
   choice.Flags = OFN_HIDEREADONLY | OFN_PATHMUSTEXIST | OFN_FILEMUSTEXIST;
-  if (GetOpenFileNameW(&choice) == FALSE) return std::nullopt;
+  if (launchPlatform.openFileName(&choice) == FALSE) return std::nullopt;
   return file;
 }

@@ -2,12 +2,14 @@
 
 #include <windows.h>
 
+#include <commdlg.h>
 #include <shellapi.h>
 
 #include "NetUtilities/Module/ComPointer.h"
 
-/// The platform's functions behind the launching of programs. Tests put others in their place.
+/// The platform's functions behind choosing and launching programs. Tests put others in their place.
 struct LaunchPlatform {
+  decltype(&GetOpenFileNameW) openFileName = GetOpenFileNameW;
   decltype(&CoCreateInstance) createInstance = CoCreateInstance;
   decltype(&VerifyVersionInfoW) verifyVersion = VerifyVersionInfoW;
   decltype(&ShellExecuteExW) shellExecute = ShellExecuteExW;

@@ -183,11 +183,12 @@ TEST_F(AddProgramStart, TestStartsTheFileThatItHasFound) {
   started.clear();
   const Substituted platform(launchPlatform);
   platform->shellExecute = [](SHELLEXECUTEINFOW* info) -> BOOL { return started = info->lpFile, TRUE; };
-  Entry().program = L"LaunchedProgram.exe";
-  Entry().directory = LaunchRecord::Program().parent_path().wstring();
+  const WrittenFile file(folder_.Path() / L"orders.exe", "");
+  Entry().program = L"orders.exe";
+  Entry().directory = folder_.Path().wstring();
   const AddProgramDriver dialog(item_);
   dialog.Press(IDC_PROGRAM_TEST);
-  EXPECT_EQ(started, LaunchRecord::Program().wstring()) << "wherever the system would look for it";
+  EXPECT_EQ(started, folder_.File(L"orders.exe")) << "wherever the system would look for it";
 }
 
 TEST_F(AddProgramStart, TestReplacesTheVariablesOfTheParametersInAnyCase) {
@@ -399,6 +400,22 @@ TEST_F(AddProgramStart, ABrowsedFileLeavesADirectoryThatIsThere) {
   ChooseInFileDialog(dialog, folder_.File(L"orders.exe"));
   EXPECT_EQ(dialog.Text(IDC_PROGRAM_FILE), folder_.File(L"orders.exe"));
   EXPECT_EQ(dialog.Text(IDC_PROGRAM_DIRECTORY), L"D:\\Orders");
+}
+
+TEST_F(AddProgramStart, BrowsingLeavesTheCurrentFolderOfTheClient) {
+  const path before = std::filesystem::current_path();
+  const Substituted platform(launchPlatform);
+  // As Windows does, and not every system.
+  platform->openFileName = [](OPENFILENAMEW* choice) -> BOOL {
+    std::filesystem::current_path(Paths()->GetWindowsFolder());
+    return std::wstring(L"C:\\orders.exe").copy(choice->lpstrFile, choice->nMaxFile), TRUE;
+  };
+  const AddProgramDriver dialog(item_);
+  dialog.Press(IDC_PROGRAM_BROWSE);
+  EXPECT_EQ(dialog.Text(IDC_PROGRAM_FILE), L"C:\\orders.exe");
+  const path after = std::filesystem::current_path();
+  std::filesystem::current_path(before);
+  EXPECT_EQ(after, before);
 }
 
 TEST_F(AddProgramStart, ABrowsedStarterOfEdgeGivesEdge) {

@@ -5,23 +5,18 @@
 #include <windows.h>
 
 #include <gmock/gmock.h>
-#include <shlguid.h>
 #include <shlobj.h>
 
 #include <algorithm>
-#include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <memory>
 #include <string>
 #include <vector>
 
-#include "NetUtilities/Files/KnownFolder.h"
-#include "NetUtilities/Module/ComApartment.h"
-#include "NetUtilities/Module/ComPointer.h"
-#include "tests/support/FileBytes.h"
 #include "tests/support/RegisteredService.h"
 #include "tests/support/ServiceLog.h"
+#include "tests/support/StartMenuFolder.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/TestRegistryKey.h"
 
@@ -35,64 +30,6 @@ using testing::Not;
 
 constexpr wchar_t kUninstall[] = LR"(Software\Microsoft\Windows\CurrentVersion\Uninstall\)";
 constexpr wchar_t kAppPaths[] = LR"(Software\Microsoft\Windows\CurrentVersion\App Paths\)";
-
-// A folder of the start menu that the test alone has.
-class MenuFolder {
- public:
-  explicit MenuFolder(const KNOWNFOLDERID& menu) {
-    std::wstring folder;
-    LookUpKnownFolder(menu, KF_FLAG_CREATE, folder);
-    path_ = path(folder) / L"Pavise test";
-    std::filesystem::create_directories(path_);
-  }
-  ~MenuFolder() {
-    std::error_code ignored;
-    std::filesystem::remove_all(path_, ignored);
-  }
-  MenuFolder(const MenuFolder&) = delete;
-  MenuFolder& operator=(const MenuFolder&) = delete;
-
-  void AddLink(const std::wstring& name, const std::wstring& target, const std::wstring& parameters = {}) const {
-    const ComApartment apartment;
-    void* object = nullptr;
-    ASSERT_EQ(CoCreateInstance(__uuidof(ShellLink), nullptr, CLSCTX_INPROC_SERVER, __uuidof(IShellLinkW), &object),
-              S_OK);
-    const ComPointer<IShellLinkW> link(static_cast<IShellLinkW*>(object));
-    link->SetPath(target.c_str());
-    link->SetArguments(parameters.c_str());
-    ASSERT_EQ(link->QueryInterface(__uuidof(IPersistFile), &object), S_OK);
-    const ComPointer<IPersistFile> file(static_cast<IPersistFile*>(object));
-    ASSERT_EQ(file->Save((path_ / (name + L".lnk")).c_str(), TRUE), S_OK);
-  }
-
-  // So many links, as copies of one: to make each takes seconds in all. They have the parameters 1000, 1001, ...
-  void AddLinks(const std::wstring& name, const std::wstring& target, int count) const {
-    constexpr int kFirst = 1000;
-    AddLink(name, target, std::to_wstring(kFirst));
-    const std::string first = FileBytes(path_ / (name + L".lnk"));
-    const auto bytesOf = [](int number) {
-      std::string bytes;
-      for (const char digit : std::to_string(number)) bytes += {digit, '\0'};
-      return bytes;
-    };
-    const size_t place = first.find(bytesOf(kFirst));
-    ASSERT_NE(place, std::string::npos);
-    for (int number = 1; number < count; ++number) {
-      std::string link = first;
-      const std::string parameters = bytesOf(kFirst + number);
-      link.replace(place, parameters.size(), parameters);
-      AddFile(name + std::to_wstring(number) + L".lnk", link);
-    }
-  }
-
-  void AddFile(const std::wstring& name, const std::string& text) const {
-    std::filesystem::create_directories((path_ / name).parent_path());
-    std::ofstream(path_ / name, std::ios::binary) << text;
-  }
-
- private:
-  path path_;
-};
 
 class ProgramsTest : public testing::Test {
  protected:
@@ -125,8 +62,8 @@ std::wstring InstallDirectory(std::wstring program, uint32_t size) {
 TEST_F(ProgramsTest, AreThoseThatTheStartMenusLeadTo) {
   const std::wstring program = MakeFile(L"linked.exe");
   const std::wstring document = MakeFile(L"read me.txt");
-  const MenuFolder own(FOLDERID_Programs);
-  const MenuFolder common(FOLDERID_CommonPrograms);
+  const StartMenuFolder own(FOLDERID_Programs);
+  const StartMenuFolder common(FOLDERID_CommonPrograms);
   own.AddLink(L"Pavise linked", program, L"/one \"two three\"");
   common.AddLink(L"Pavise document", document);
   own.AddFile(L"inner\\Pavise page.url", "[InternetShortcut]\r\nURL=https://example.com/pavise?a=b\r\n");
@@ -171,7 +108,7 @@ TEST_F(ProgramsTest, AreOfferedOnceByTheirNameInTheStartMenu) {
   TestRegistryKey product(HKEY_LOCAL_MACHINE, kUninstall + std::wstring(L"PaviseTest"));
   product.SetString(L"DisplayName", L"Pavise product 1.0");
   product.SetString(L"DisplayIcon", folder_.File(L"PRODUCT.exe"));
-  const MenuFolder menu(FOLDERID_CommonPrograms);
+  const StartMenuFolder menu(FOLDERID_CommonPrograms);
   menu.AddLink(L"Pavise", program);
   const auto programs = LoadInstalledProgramList();
   EXPECT_THAT(programs, Contains(IsProgram(L"Pavise", program)));
@@ -179,7 +116,7 @@ TEST_F(ProgramsTest, AreOfferedOnceByTheirNameInTheStartMenu) {
 }
 
 TEST_F(ProgramsTest, AreInTheOrderInWhichListsShowThem) {
-  const MenuFolder menu(FOLDERID_Programs);
+  const StartMenuFolder menu(FOLDERID_Programs);
   for (const wchar_t* name : {L"pavise b", L"Pavise C", L"Pavise A", L"pavise Ä"}) {
     menu.AddLink(name, MakeFile(name + std::wstring(L".exe")));
   }
@@ -194,7 +131,7 @@ TEST_F(ProgramsTest, AreWithoutWhatNobodyCanStartWhichIsLogged) {
   const RegisteredService service;
   const ServiceLog log;
   const std::wstring remover = MakeFile(L"remove.exe");
-  const MenuFolder menu(FOLDERID_Programs);
+  const StartMenuFolder menu(FOLDERID_Programs);
   menu.AddLink(L"Pavise broken", folder_.File(L"gone.exe"));
   menu.AddFile(L"Pavise garbage.lnk", "this is no link");
   menu.AddFile(L"Pavise nowhere.url", "[InternetShortcut]\r\n");
@@ -220,33 +157,6 @@ TEST_F(ProgramsTest, AreWithoutWhatNobodyCanStartWhichIsLogged) {
   EXPECT_TRUE(log.Has("Pavise nowhere.url has no address of a web page: "));
   EXPECT_TRUE(log.Has(R"(Uninstall\PaviseTest1\DisplayIcon is no text: it is ignored)"));
   EXPECT_TRUE(log.Has(R"(Uninstall\PaviseTest2 names a program that is missing: )"));
-}
-
-TEST_F(ProgramsTest, AreLoadedFastWhenThereAreAThousand) {
-  constexpr int kHalf = 500;
-  constexpr int kAttempts = 5;  // other programs may keep the machine busy
-  constexpr std::chrono::milliseconds kLimit(500);
-  const MenuFolder menu(FOLDERID_CommonPrograms);
-  menu.AddLinks(L"Pavise linked ", MakeFile(L"program.exe"), kHalf);
-  std::vector<std::unique_ptr<TestRegistryKey>> keys;
-  for (int number = 0; number < kHalf; ++number) {
-    const std::wstring name = L"Pavise product " + std::to_wstring(number);
-    keys.push_back(std::make_unique<TestRegistryKey>(HKEY_LOCAL_MACHINE, kUninstall + name));
-    keys.back()->SetString(L"DisplayName", name);
-    keys.back()->SetString(L"DisplayIcon", MakeFile(name + L".exe"));
-  }
-  std::chrono::milliseconds best = std::chrono::hours(1);
-  for (int attempt = 0; attempt < kAttempts && best >= kLimit; ++attempt) {
-    const auto start = std::chrono::steady_clock::now();
-    const auto programs = LoadInstalledProgramList();
-    best =
-        std::min(best, std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - start));
-    ASSERT_EQ(
-        std::ranges::count_if(programs, [](const Program& program) { return program.name.starts_with(L"Pavise "); }),
-        2 * kHalf);
-  }
-  RecordProperty("milliseconds", static_cast<int>(best.count()));
-  EXPECT_LT(best, kLimit);
 }
 
 TEST_F(ProgramsTest, HaveAFolder) {
