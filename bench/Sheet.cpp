@@ -610,12 +610,12 @@ class InstalledPrograms {
 
 void PrintEditor(Client& client) {
   std::vector<double> combos;
-  std::vector<double> few;
+  constexpr size_t kRounds = 11;
+  std::vector<double> few(kRounds);
   std::vector<double> many;
-  constexpr int kRounds = 11;
-  for (int round = 0; round < kRounds; ++round) few.push_back(client.MeasureEditor());
+  std::ranges::generate(few, [&] { return client.MeasureEditor(); });
   const InstalledPrograms programs;
-  for (int round = 0; round < kRounds; ++round) {
+  for (size_t round = 0; round < kRounds; ++round) {
     combos.push_back(client.MeasureNameCombo());
     many.push_back(client.MeasureEditor());
   }

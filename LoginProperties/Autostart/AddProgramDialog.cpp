@@ -99,7 +99,7 @@ int AddProgramDialog::SetWindowControls() {
   FillNames();
   FillPhases();
   if (edited_.directory.empty() && !edited_.directoryRegistryKey.empty()) {
-    edited_.directory = GetRegistryString(edited_.directoryRegistryKey);
+    registryDirectory_ = GetRegistryString(edited_.directoryRegistryKey);
   }
   ShowTexts();
   EnableTest();
@@ -138,9 +138,12 @@ void AddProgramDialog::FillPhases() const {
 }
 
 void AddProgramDialog::ShowTexts() const {
-  const std::wstring program = IsDefaultBrowserEntry(edited_.name) ? DefaultBrowserProgram() : edited_.program;
+  std::wstring program;
+  if (IsDefaultBrowserEntry(edited_.name)) program = DefaultBrowserProgram();
+  if (program.empty()) program = edited_.program;
+  const std::wstring& directory = edited_.directory.empty() ? registryDirectory_ : edited_.directory;
   SetDlgItemTextW(GetWindow(), IDC_PROGRAM_FILE, program.c_str());
-  SetDlgItemTextW(GetWindow(), IDC_PROGRAM_DIRECTORY, edited_.directory.c_str());
+  SetDlgItemTextW(GetWindow(), IDC_PROGRAM_DIRECTORY, directory.c_str());
   SetDlgItemTextW(GetWindow(), IDC_PROGRAM_PARAMETERS, edited_.parameters.c_str());
 }
 
@@ -169,6 +172,8 @@ EntryTexts AddProgramDialog::ReadTexts() const {
 
 int AddProgramDialog::ReadWindowControls() {
   StoreTexts(ReadTexts(), edited_);
+  // What the registry says by then is in force while the entry has no directory of its own.
+  if (edited_.directory == Trim(registryDirectory_)) edited_.directory.clear();
   StoreIndex(IDC_PROGRAM_SIZE, edited_.initialSize);
   const int phase = SelectedIndex(IDC_PROGRAM_PHASE);
   if (phase >= 0) edited_.phase = static_cast<uint16_t>(ValueOf(Control(IDC_PROGRAM_PHASE), phase));
@@ -278,7 +283,8 @@ void AddProgramDialog::Browse() const {
   const auto file = ChooseFile(GetWindow());
   if (!file) return;
   SetDlgItemTextW(GetWindow(), IDC_PROGRAM_FILE, BrowsedProgram(*file).c_str());
-  SetDlgItemTextW(GetWindow(), IDC_PROGRAM_NAME, BrowsedName(*file).c_str());
+  const std::wstring name = BrowsedName(*file);
+  if (!name.empty()) SetDlgItemTextW(GetWindow(), IDC_PROGRAM_NAME, name.c_str());
   if (GetWindowTextLengthW(Control(IDC_PROGRAM_DIRECTORY)) == 0) {
     SetDlgItemTextW(GetWindow(), IDC_PROGRAM_DIRECTORY, BrowsedFolder(*file).c_str());
   }

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "LoginProperties/Autostart/AdvancedOptions.h"
@@ -50,6 +51,7 @@ class AddProgramDialog : public BaseDialog {
 
   std::shared_ptr<AutoStartItem> item_;
   AutoStartItem::Fields edited_;
+  std::wstring registryDirectory_;  // shown while the entry has none of its own
   std::vector<Program> programs_;
   AdvancedOptions advancedOptions_;
 };

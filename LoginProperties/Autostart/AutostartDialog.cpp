@@ -142,7 +142,7 @@ void AutostartDialog::ShowSelection() const {
   EnableControl(GetWindow(), IDC_AUTOSTART_DOWN, place && CanMoveDown(entries_, *place));
   // With a button that goes out of use the keyboard would be lost. In the end: a tree that gets the focus may select.
   if (focused != nullptr && IsChild(GetWindow(), focused) != FALSE && IsWindowEnabled(focused) == FALSE) {
-    SetFocus(tree_.Window());
+    SendMessageW(GetWindow(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(tree_.Window()), TRUE);
   }
 }
 
@@ -171,9 +171,7 @@ void AutostartDialog::OnSelected(HTREEITEM item) {
 }
 
 int AutostartDialog::OnCommand(uint64_t command, int64_t control) {
-  // Under the editor or a question nothing else begins.
-  const HWND sheet = GetParent(GetWindow());
-  if (sheet != nullptr && IsWindowEnabled(sheet) == FALSE) return 1;
+  if (IsUnderDialog()) return 1;
   switch (LOWORD(command)) {
     case IDC_AUTOSTART_ADD:
       Add();
@@ -253,6 +251,7 @@ void AutostartDialog::Remove() {
     return;
   }
   removed->SetState(ChangeState::Removed);
+  selected_ = entries_.at(PlaceAfterRemoval(entries_, *place));
   SetWindowControls();
 }
 

@@ -113,6 +113,11 @@ void MoveDown(const AutostartList& list, size_t place) {
   }
 }
 
+size_t PlaceAfterRemoval(const AutostartList& list, size_t place) {
+  if (place + 1 < list.size() && IsEntry(*list[place + 1])) return place + 1;
+  return place > 0 ? place - 1 : place;
+}
+
 uint16_t OrderOfNew(const AutostartList& list, std::optional<size_t> selected, const AutoStartItem& added) {
   if (!selected) return 1;
   size_t last = *selected;

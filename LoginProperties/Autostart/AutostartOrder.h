@@ -35,6 +35,10 @@ void MoveUp(const AutostartList& list, size_t place);
 /// numbered anew.
 void MoveDown(const AutostartList& list, size_t place);
 
+/// What is selected when the entry at a place is removed: the next one of its group, so that several can be removed in
+/// turn; else what is above it. The entry itself when it is alone.
+size_t PlaceAfterRemoval(const AutostartList& list, size_t place);
+
 /// The order of a record that is to be added while the one at `selected` is selected: at the end of the group of that
 /// one, or right after it when the record is of another phase. 1 when none is selected.
 uint16_t OrderOfNew(const AutostartList& list, std::optional<size_t> selected, const AutoStartItem& added);

@@ -1,5 +1,6 @@
 #include "LoginProperties/Autostart/FileChoice.h"
 
+#include <cderr.h>
 #include <commdlg.h>
 
 #include "LoginProperties/Autostart/AutostartStrings.h"
@@ -7,6 +8,8 @@
 #include "LoginProperties/Autostart/LaunchPlatform.h"
 #include "LoginProperties/ProfilePage/DialogHelpers.h"
 #include "NetUtilities/Registry/RegistryKey.h"
+#include "NetUtilities/Text/Format.h"
+#include "WaylineDll/Messages.h"
 
 namespace {
 
@@ -33,6 +36,15 @@ class SameCurrentFolder {
   wchar_t folder_[MAX_PATH] = {};
 };
 
+// No error is that the user has chosen nothing.
+void TellFailure(HWND owner, DWORD error) {
+  if (error == FNERR_BUFFERTOOSMALL) {
+    DisplayMessage(owner, ModuleId::LoginProperties, IDS_BROWSED_PATH_TOO_LONG, {}, {});
+  } else if (error != 0) {
+    DisplayMessage(owner, ModuleId::LoginProperties, IDS_BROWSE_FAILED, Format(L"{:#x}", error), {});
+  }
+}
+
 }  // namespace
 
 std::optional<std::wstring> ChooseFile(HWND owner) {
@@ -50,6 +62,7 @@ std::optional<std::wstring> ChooseFile(HWND owner) {
   choice.lpstrInitialDir = folder.c_str();
   choice.lpstrTitle = title.c_str();
   choice.Flags = OFN_HIDEREADONLY | OFN_PATHMUSTEXIST | OFN_FILEMUSTEXIST;
-  if (launchPlatform.openFileName(&choice) == FALSE) return std::nullopt;
-  return file;
+  if (launchPlatform.openFileName(&choice) != FALSE) return file;
+  TellFailure(owner, launchPlatform.openFileError());
+  return std::nullopt;
 }

@@ -10,6 +10,7 @@
 /// The platform's functions behind choosing and launching programs. Tests put others in their place.
 struct LaunchPlatform {
   decltype(&GetOpenFileNameW) openFileName = GetOpenFileNameW;
+  decltype(&CommDlgExtendedError) openFileError = CommDlgExtendedError;
   decltype(&CoCreateInstance) createInstance = CoCreateInstance;
   decltype(&VerifyVersionInfoW) verifyVersion = VerifyVersionInfoW;
   decltype(&ShellExecuteExW) shellExecute = ShellExecuteExW;

@@ -93,7 +93,7 @@ std::shared_ptr<ServiceInfo> ServiceOf(const Profile& profile) {
   try {
     service->Load(static_cast<uint32_t>(profile.GetLinkService()));
   } catch (const std::filesystem::filesystem_error& error) {
-    Log(LogLevel::Error, L"The network services cannot be looked for" + ErrorSuffix(error.code().value()));
+    Log(LogLevel::Error, L"The network services cannot be looked for" + ErrorSuffix(error.code()));
   }
   return service;
 }
@@ -133,9 +133,7 @@ int GeneralDialog::SetWindowControls() {
 }
 
 int GeneralDialog::OnCommand(uint64_t command, int64_t control) {
-  // Under a wizard or a question nothing else begins.
-  const HWND sheet = GetParent(GetWindow());
-  if (sheet != nullptr && IsWindowEnabled(sheet) == FALSE) return 1;
+  if (IsUnderDialog()) return 1;
   const bool isClick = HIWORD(command) == BN_CLICKED;
   switch (LOWORD(command)) {
     case IDC_GENERAL_RENAME:

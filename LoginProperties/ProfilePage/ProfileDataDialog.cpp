@@ -66,6 +66,11 @@ bool ProfileDataDialog::ApplyOverridePolicy() {
   return true;
 }
 
+bool ProfileDataDialog::IsUnderDialog() const {
+  const HWND sheet = GetParent(GetWindow());
+  return sheet != nullptr && IsWindowEnabled(sheet) == FALSE;
+}
+
 bool ProfileDataDialog::FollowsDefaults() const {
   const auto& profile = GetContext().currentProfile;
   return !profile || traits_.followsDefaults(*profile);

@@ -47,6 +47,9 @@ class ProfileDataDialog : public PropPageDialog {
   /// Shows in the check box and by enabling what follows it whether the page follows the defaults.
   void ShowOverride();
 
+  /// Whether a dialog, a wizard or a question stands over the sheet. No command begins under it.
+  bool IsUnderDialog() const;
+
   /// The current profile's proxy configurations. The client library is asked once per profile; what it answers, also
   /// null, is kept in the context. Null without a current profile.
   static std::shared_ptr<ConfigSetting> GetCurrentAutoConfig();

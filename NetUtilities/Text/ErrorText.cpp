@@ -6,6 +6,7 @@
 
 #include "NetUtilities/Text/Format.h"
 #include "NetUtilities/Text/MessageText.h"
+#include "NetUtilities/Text/Utf8.h"
 
 std::wstring SystemErrorText(uint32_t code) {
   constexpr DWORD kEnglishUnitedStates = 1033;
@@ -22,4 +23,9 @@ std::wstring ErrorSuffix(int32_t code) {
   std::wstring suffix = Format(L" Error {} ({:#x})", code, bits);
   if (!text.empty()) suffix += L" - " + text;
   return suffix;
+}
+
+std::wstring ErrorSuffix(const std::error_code& error) {
+  if (error.category() == std::system_category()) return ErrorSuffix(error.value());
+  return Format(L" Error {} - {}", error.value(), FromUtf8(error.message()));
 }

@@ -118,7 +118,7 @@ void AddLinks(const std::wstring& folder, LinkReader& reader, std::vector<Progra
     if (program) programs.push_back(std::move(*program));
   }
   if (error && error != std::errc::no_such_file_or_directory) {
-    Log(LogLevel::Error, Format(L"The start menu cannot be read in {}", folder) + ErrorSuffix(error.value()));
+    Log(LogLevel::Error, Format(L"The start menu cannot be read in {}", folder) + ErrorSuffix(error));
   }
 }
 

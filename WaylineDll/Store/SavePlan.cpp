@@ -269,22 +269,25 @@ AutoStartCandidates FindAutoStart(const AutoStartTable& table, const LoadedRecor
 void PlanAutoStart(const AutoStartTable& table, const LoadedRecords& loaded, std::set<uint32_t> toPin,
                    std::vector<RowChange>& plan) {
   const AutoStartCandidates candidates = FindAutoStart(table, loaded);
-  std::set<AutoStartKey> planned;
+  std::map<AutoStartKey, RowChange> changes;
   for (const auto& [key, candidate] : candidates) {
-    const bool isCopy = candidate.loaded != nullptr && !candidate.loaded->stored;
     RowChange change;
     if (!PlanRow(RecordKind::AutoStartItem, key.id, key.profileId, candidate, change)) continue;
     // Part of a list would hide the rest of the one that it was copied from.
     toPin.insert(key.profileId);
-    planned.insert(key);
-    if (isCopy && change.IsRemoval()) continue;
-    if (isCopy) change.loaded = nullptr;
-    plan.push_back(std::move(change));
+    changes.emplace(key, std::move(change));
   }
+  // Rows are numbered as they are written, and entries of the same order stand in the order of their numbers.
   for (const auto& [key, candidate] : candidates) {
-    if (!toPin.contains(key.profileId) || planned.contains(key) || !candidate.loaded || candidate.loaded->stored)
-      continue;
-    plan.push_back(PinnedRow(RecordKind::AutoStartItem, key.id, key.profileId, *candidate.record));
+    const bool isCopy = candidate.loaded != nullptr && !candidate.loaded->stored;
+    const auto change = changes.find(key);
+    if (change == changes.end()) {
+      if (!isCopy || !toPin.contains(key.profileId)) continue;
+      plan.push_back(PinnedRow(RecordKind::AutoStartItem, key.id, key.profileId, *candidate.record));
+    } else if (!isCopy || !change->second.IsRemoval()) {
+      if (isCopy) change->second.loaded = nullptr;
+      plan.push_back(std::move(change->second));
+    }
   }
 }
 

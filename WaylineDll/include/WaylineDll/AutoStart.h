@@ -24,5 +24,6 @@ WAYLINE_API bool LoadUserAutoStart(uint32_t profileId, AutoStartTable& items);
 WAYLINE_API uint64_t CopyUserAutoStart(uint32_t profileId, const AutoStartTable& source, AutoStartTable& destination);
 
 /// A new autostart entry of a profile in the first phase, with an id of its own; null when the settings are not open.
+/// Needs the profiles to have been loaded: before, nothing is remembered.
 /// Once it is marked new, GetAutoStart hands it out with the others, and it is saved. Removed again it never was.
 WAYLINE_API std::shared_ptr<AutoStartItem> CreateNewItem(uint32_t profileId);

@@ -11,12 +11,12 @@
 #include "tests/LoginProperties/Autostart/AddProgramDriver.h"
 #include "tests/support/BrowserStandIn.h"
 #include "tests/support/TestRegistryKey.h"
+#include "tests/support/ThisProgram.h"
 #include "tests/support/WaitUntil.h"
 #include "tests/ui/DialogWindows.h"
 
 namespace {
 
-using testing::Each;
 using testing::ElementsAre;
 using testing::SizeIs;
 
@@ -202,7 +202,9 @@ TEST_F(AddProgram, ShowsTheDirectoryThatTheRegistryNamesForAnEntryWithout) {
   }
   EXPECT_EQ(Entry().directory, L"");
   Confirm();
-  EXPECT_EQ(Entry().directory, L"D:\\Orders");
+  EXPECT_EQ(Entry().directory, L"") << "it goes on to come from the registry";
+  Confirm([](const AddProgramDriver& dialog) { dialog.Type(IDC_PROGRAM_DIRECTORY, L"E:\\Orders"); });
+  EXPECT_EQ(Entry().directory, L"E:\\Orders");
 }
 
 TEST_F(AddProgram, StandsOverTheMiddleOfItsOwnerAndLocksIt) {
@@ -416,6 +418,18 @@ TEST_F(AddProgram, ALaterPhaseHasNoDelaysBeforeTheConnection) {
   });
 }
 
+TEST_F(AddProgram, ADelayThatALaterPhaseDoesNotOfferStaysForTheFirst) {
+  Entry().delaySeconds = 120;
+  Entry().waitMode = 3;
+  Confirm([](const AddProgramDriver& dialog) {
+    dialog.Pick(IDC_PROGRAM_PHASE, L"After the network is connected");
+    EXPECT_EQ(dialog.Selected(IDC_PROGRAM_DELAY), L"(none)");
+  });
+  EXPECT_EQ(Entry().phase, 700);
+  EXPECT_EQ(Entry().delaySeconds, 120);
+  EXPECT_EQ(Entry().waitMode, 3);
+}
+
 TEST_F(AddProgram, OpensOnALaterPhaseWithoutDelaysBeforeTheConnection) {
   Entry().phase = 1600;
   Entry().delaySeconds = 300;
@@ -544,6 +558,26 @@ TEST_F(AddProgram, EnterInTheOpenListOfNamesClosesTheListAlone) {
     EXPECT_TRUE(dialog.IsOpen());
     EXPECT_EQ(dialog.Text(IDC_PROGRAM_NAME), L"Orders");
   }
+}
+
+TEST_F(AddProgram, EnterInTheOpenListOfNamesTakesTheHighlightedOne) {
+  TestRegistryKey product(HKEY_CURRENT_USER, LR"(Software\Microsoft\Windows\CurrentVersion\Uninstall\PaviseTest)");
+  product.SetString(L"DisplayName", L"A product");
+  product.SetString(L"DisplayIcon", ThisProgram().wstring());
+  const AddProgramDriver dialog(item_);
+  const HWND names = dialog.Control(IDC_PROGRAM_NAME);
+  const auto index = SendMessageW(names, CB_FINDSTRINGEXACT, 0, reinterpret_cast<LPARAM>(L"A product"));
+  ASSERT_GE(index, 0);
+  SendMessageW(names, CB_SHOWDROPDOWN, TRUE, 0);
+  // The highlight moves up from the entry's own name, which is the last.
+  const auto last = SendMessageW(names, CB_GETCOUNT, 0, 0) - 1;
+  for (auto line = last; line > index; --line) {
+    PostMessageW(dialog.EditOf(IDC_PROGRAM_NAME), WM_KEYDOWN, VK_UP, 0);
+  }
+  PostMessageW(dialog.EditOf(IDC_PROGRAM_NAME), WM_KEYDOWN, VK_RETURN, 0);
+  EXPECT_TRUE(WaitUntil([&] { return dialog.Text(IDC_PROGRAM_FILE) == ThisProgram().wstring(); }));
+  EXPECT_EQ(dialog.Text(IDC_PROGRAM_NAME), L"A product");
+  EXPECT_TRUE(dialog.IsOpen());
 }
 
 TEST_F(AddProgram, EnterInAFieldPressesOk) {

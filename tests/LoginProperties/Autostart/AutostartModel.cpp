@@ -230,8 +230,11 @@ void AutostartModel::Change(const std::wstring& name, const std::wstring& progra
 }
 
 void AutostartModel::Remove() {
-  Selected()->removed = true;
-  ShowPage();
+  const Shown shown = ShownList();
+  const auto line = static_cast<size_t>(SelectedLine());
+  const bool isLast = line + 1 == shown.size() || !shown[line + 1]->IsEntry();
+  shown[line]->removed = true;
+  SelectLine(static_cast<int>(isLast ? line - 1 : line));
 }
 
 void AutostartModel::NumberAnewIfEqual(int phase) {

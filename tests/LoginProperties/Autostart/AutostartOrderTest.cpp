@@ -147,6 +147,16 @@ TEST(AutostartMoves, TheLastEntryOfTheListCannotGoDownInTheLastPhase) {
   EXPECT_FALSE(CanMoveDown(table.List(), table.Place(3)));
 }
 
+TEST(AutostartMoves, ARemovedEntryHandsTheSelectionToTheNextOneOfItsGroupElseUpwards) {
+  Table table;
+  table.Header(300).Entry(300, 1).Entry(300, 2).Header(700).Header(1600).Entry(1600, 1);
+  const AutostartList list = table.List();
+  EXPECT_EQ(PlaceAfterRemoval(list, table.Place(1)), table.Place(2));
+  EXPECT_EQ(PlaceAfterRemoval(list, table.Place(2)), table.Place(1));
+  EXPECT_EQ(PlaceAfterRemoval(list, table.Place(3)), table.Place(3) - 1) << "its header";
+  EXPECT_EQ(PlaceAfterRemoval(Table().Entry(300, 1).List(), 0), 0u) << "alone";
+}
+
 // How far they go
 
 TEST(AutostartMoves, UpIntoAnEmptyGroupGivesOrder1) {

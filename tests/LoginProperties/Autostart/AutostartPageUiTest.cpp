@@ -182,6 +182,8 @@ TEST_F(AutostartUi, WithoutOverrideTheListIsThatOfTheLinkedProfileAndTakesNoInpu
   EXPECT_FALSE(sheet->IsEnabled(IDC_AUTOSTART_TREE));
   TreeView_SelectItem(page->Tree(), FindTreeItem(page->Tree(), L"Clean up"));
   EXPECT_FALSE(page->CanChange() || page->CanRemove() || page->CanMoveUp() || page->CanMoveDown());
+  SendMessageW(sheet->Page(), WM_COMMAND, IDC_AUTOSTART_ADD, 0);
+  EXPECT_TRUE(IsWindowEnabled(GetParent(sheet->Page()))) << "no editor";
   SaveWithOk();
   EXPECT_EQ(AllRows(file), before);
 }
@@ -511,10 +513,21 @@ TEST_F(AutostartUi, RemovingAsksFirst) {
   EXPECT_EQ(page->Selected(), L"Notes");
   Remove(L"Notes");
   EXPECT_EQ(page->Lines(), (Lines{kBefore, L" Device check", kNetwork, L" Calculator", kVpn, kAfter, L" Goodbye"}));
-  EXPECT_EQ(page->Selected(), kBefore);
+  EXPECT_EQ(page->Selected(), L"Calculator");
   SaveWithOk();
   EXPECT_EQ(Without(before, AllRows(file)).size(), 1u);
   EXPECT_THAT(Without(AllRows(file), before), IsEmpty());
+}
+
+TEST_F(AutostartUi, SeveralEntriesAreRemovedInTurnWithoutChoosingEach) {
+  OpenPage();
+  page->Select(L"Notes");
+  for (const wchar_t* removed : {L"Notes", L"Calculator"}) {
+    EXPECT_EQ(page->Selected(), removed);
+    Press(IDC_AUTOSTART_REMOVE);
+    sheet->AnswerMessageBox(IDYES);
+  }
+  EXPECT_EQ(page->Selected(), kNetwork) << "what is above the last one";
 }
 
 TEST_F(AutostartUi, ARemovedRecordLeavesTheTreeAndStaysInTheMap) {
@@ -656,6 +669,17 @@ TEST_F(AutostartUi, OkSavesTheListsOfAllProfiles) {
   EXPECT_EQ(StoredList(kSampleOffice),
             "300 1 Device check, 300 2 Clock, 700 1 Notes, 700 2 Calculator, 1600 1 Goodbye");
   EXPECT_EQ(StoredList(2003), "300 1 Compass, 1600 1 Clean up");
+}
+
+TEST_F(AutostartUi, OkKeepsTheOrderOfEqualEntries) {
+  OpenPage(2003);
+  Press(IDC_OVERRIDE_CHECK);
+  Add(L"Compass", kAfter);
+  const Lines lines = page->Lines();
+  EXPECT_EQ(PlaceOf(L"Compass"), PlaceOf(L"Clean up"));
+  SaveWithOk();
+  OpenPage(2003);
+  EXPECT_EQ(page->Lines(), lines);
 }
 
 TEST_F(AutostartUi, CancelSavesNothing) {

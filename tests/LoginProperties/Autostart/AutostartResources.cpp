@@ -69,6 +69,10 @@ const ExpectedResources kResources({
             {1463,
              L"This program has been pre-configured and set so that it is not removable and the "
              L"settings may not be modified."},
+            {1604,
+             L"The path of this file is too long. Choose one with at most 259 characters, or move the file to another "
+             L"folder."},
+            {1605, L"The files cannot be shown. Type the path of the file instead. (Error %1)"},
         },
 });
 

@@ -234,12 +234,17 @@ class AutostartSequence : public RandomSteps {
     const std::wstring expected = folder_.File(L"Expected.db");
     ASSERT_TRUE(CopyFileW(file_.c_str(), expected.c_str(), FALSE));
     RunSql(expected, model_->Statements());
+    const uint32_t chosen = model_->ChosenId();
+    const std::vector<std::wstring> lines = model_->Lines();
     story_ << "OK";
     sheet_->PressOk();
     ASSERT_EQ(sheet_->Result(), kSheetConfirmed);
     sheet_.reset();
     SaveContext(context_);
     EXPECT_EQ(AllRows(file_), AllRows(expected)) << model_->Statements();
+    AutostartModel reloaded(file_);
+    reloaded.Choose(chosen);
+    EXPECT_EQ(reloaded.Lines(), lines);
   }
 
   void Cancel() {

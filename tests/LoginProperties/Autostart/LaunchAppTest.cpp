@@ -8,78 +8,44 @@
 #include <shobjidl.h>
 
 #include <filesystem>
-#include <map>
-#include <sstream>
 #include <string>
 #include <vector>
 
 #include "LoginProperties/Autostart/BrowserRules.h"
 #include "LoginProperties/Autostart/LaunchPlatform.h"
 #include "NetUtilities/Text/Utf8.h"
-#include "tests/support/FileBytes.h"
+#include "tests/support/LaunchRecord.h"
 #include "tests/support/LogCapture.h"
 #include "tests/support/Substituted.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/TestRegistryKey.h"
-#include "tests/support/ThisProgram.h"
-#include "tests/support/WaitUntil.h"
 
 namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-constexpr wchar_t kRecordVariable[] = L"PAVISE_LAUNCH_RECORD";
-
-// What a program that was launched has written down: the texts behind each word.
-class LaunchRecord {
- public:
-  explicit LaunchRecord(const std::string& lines) {
-    std::istringstream stream(lines);
-    for (std::string line; std::getline(stream, line);) {
-      const size_t blank = line.find(' ');
-      texts_[line.substr(0, blank)].push_back(FromUtf8(line.substr(blank + 1)));
-    }
-  }
-
-  std::vector<std::wstring> Texts(const std::string& word) const {
-    const auto found = texts_.find(word);
-    return found != texts_.end() ? found->second : std::vector<std::wstring>();
-  }
-  std::wstring Text(const std::string& word) const {
-    return Texts(word).empty() ? std::wstring() : Texts(word).front();
-  }
-
- private:
-  std::map<std::string, std::vector<std::wstring>> texts_;
-};
-
 class LaunchAppTest : public testing::Test {
  protected:
-  LaunchAppTest() { SetEnvironmentVariableW(kRecordVariable, record_.c_str()); }
-  ~LaunchAppTest() override { SetEnvironmentVariableW(kRecordVariable, nullptr); }
-
   // What the program writes down that was started last; waits for it.
-  LaunchRecord Record() const {
-    EXPECT_TRUE(WaitUntil([this] { return !FileBytes(record_).empty(); })) << "Nothing was started.";
-    LaunchRecord record(FileBytes(record_));
-    std::filesystem::remove(record_);
-    return record;
+  const LaunchRecord& Record() {
+    record_.Take();
+    return record_;
   }
 
   // A copy of the program in a folder of the test.
   RegAppItem ProgramIn(const std::wstring& folder, const std::wstring& name) const {
     std::filesystem::create_directory(folder_.Path() / folder);
     const std::filesystem::path copy = folder_.Path() / folder / name;
-    std::filesystem::copy_file(ThisProgram().replace_filename(L"LaunchedProgram.exe"), copy);
+    std::filesystem::copy_file(LaunchRecord::Program(), copy);
     return {.command = copy.wstring()};
   }
 
   const Substituted<LaunchPlatform> platform_{launchPlatform};
   LogCapture log_;
   TemporaryFolder folder_;
-  const std::wstring record_ = folder_.File(L"record.txt");
-  const RegAppItem program_{.command = ThisProgram().replace_filename(L"LaunchedProgram.exe").wstring()};
+  LaunchRecord record_;
+  const RegAppItem program_{.command = LaunchRecord::Program().wstring()};
 };
 
 std::vector<std::wstring> activations;  // application, arguments and options of each
@@ -133,7 +99,7 @@ FILETIME Now() {
 
 TEST_F(LaunchAppTest, StartsAProgramWithItsParametersInItsDirectory) {
   ASSERT_TRUE(LaunchApp(program_, SW_SHOWNORMAL, L"/quiet one", folder_.Path().c_str()));
-  const LaunchRecord record = Record();
+  const LaunchRecord& record = Record();
   EXPECT_THAT(record.Texts("argument"), ElementsAre(L"/quiet", L"one"));
   EXPECT_TRUE(std::filesystem::equivalent(record.Text("directory"), folder_.Path()));
   EXPECT_THAT(log_.Messages(), IsEmpty());
@@ -142,7 +108,7 @@ TEST_F(LaunchAppTest, StartsAProgramWithItsParametersInItsDirectory) {
 TEST_F(LaunchAppTest, HandsOverParametersWithBlanksAndQuotesWhole) {
   constexpr wchar_t kParameters[] = LR"("two words" say=\"hi\"  & | > %PATH% ^x ä€)";
   ASSERT_TRUE(LaunchApp(program_, SW_SHOWNORMAL, kParameters));
-  const LaunchRecord record = Record();
+  const LaunchRecord& record = Record();
   EXPECT_TRUE(record.Text("command").ends_with(kParameters)) << ToUtf8(record.Text("command"));
   EXPECT_THAT(record.Texts("argument"),
               ElementsAre(L"two words", L"say=\"hi\"", L"&", L"|", L">", L"%PATH%", L"^x", L"ä€"));
@@ -156,7 +122,7 @@ TEST_F(LaunchAppTest, StartsAProgramWhosePathHasBlanks) {
 
 TEST_F(LaunchAppTest, StartsWithoutParametersAndDirectory) {
   ASSERT_TRUE(LaunchApp(program_, SW_SHOWNORMAL));
-  const LaunchRecord record = Record();
+  const LaunchRecord& record = Record();
   EXPECT_THAT(record.Texts("argument"), IsEmpty());
   EXPECT_TRUE(std::filesystem::equivalent(record.Text("directory"), std::filesystem::current_path()));
 }

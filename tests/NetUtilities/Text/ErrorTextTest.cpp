@@ -51,4 +51,10 @@ TEST(ErrorSuffix, PrintsAnHresultAsANegativeNumber) {
   EXPECT_EQ(ErrorSuffix(REGDB_E_CLASSNOTREG), text.empty() ? numbers : numbers + L" - " + text);
 }
 
+TEST(ErrorSuffix, KnowsWhoseNumberItIs) {
+  EXPECT_EQ(ErrorSuffix(std::error_code(ERROR_ACCESS_DENIED, std::system_category())),
+            ErrorSuffix(ERROR_ACCESS_DENIED));
+  EXPECT_EQ(ErrorSuffix(std::make_error_code(std::errc::io_error)), L" Error 5 - Input/output error");
+}
+
 }  // namespace

@@ -14,6 +14,7 @@
 #include <string>
 #include <vector>
 
+#include "NetUtilities/Text/Utf8.h"
 #include "tests/support/RegisteredService.h"
 #include "tests/support/ServiceLog.h"
 #include "tests/support/StartMenuFolder.h"
@@ -157,6 +158,22 @@ TEST_F(ProgramsTest, AreWithoutWhatNobodyCanStartWhichIsLogged) {
   EXPECT_TRUE(log.Has("Pavise nowhere.url has no address of a web page: "));
   EXPECT_TRUE(log.Has(R"(Uninstall\PaviseTest1\DisplayIcon is no text: it is ignored)"));
   EXPECT_TRUE(log.Has(R"(Uninstall\PaviseTest2 names a program that is missing: )"));
+}
+
+TEST_F(ProgramsTest, AreThoseOfTheRegistryWhereTheStartMenusCannotBeRead) {
+  const RegisteredService service;
+  const ServiceLog log;
+  constexpr wchar_t kFolders[] = LR"(Software\Microsoft\Windows\CurrentVersion\Explorer\User Shell Folders)";
+  TestRegistryKey own(HKEY_CURRENT_USER, kFolders);
+  own.SetString(L"Programs", MakeFile(L"no folder"));
+  TestRegistryKey common(HKEY_LOCAL_MACHINE, kFolders);
+  common.SetString(L"Common Programs", folder_.File(L"missing"));
+  TestRegistryKey product(HKEY_LOCAL_MACHINE, kUninstall + std::wstring(L"PaviseTest"));
+  product.SetString(L"DisplayName", L"Pavise product");
+  product.SetString(L"DisplayIcon", MakeFile(L"product.exe"));
+  EXPECT_THAT(LoadInstalledProgramList(), Contains(HasName(L"Pavise product")));
+  EXPECT_TRUE(log.Has("The start menu cannot be read in " + ToUtf8(folder_.File(L"no folder")) + " Error 20"));
+  EXPECT_TRUE(log.Has("Failed to get Common Programs folder Error "));
 }
 
 TEST_F(ProgramsTest, HaveAFolder) {

@@ -169,6 +169,22 @@ TEST_F(AutoStartLists, AnEntryAddedToAnInheritedOneStoresTheWholeList) {
             "6|4|1|1");
 }
 
+TEST_F(AutoStartLists, StoreEqualEntriesInTheirOrder) {
+  const auto namesOf = [this](uint32_t profileId) {
+    return Sql("SELECT group_concat(Name) FROM (SELECT Name FROM AutoStart WHERE RecordType = 2 AND ProfileId = " +
+               std::to_string(profileId) + " ORDER BY Phase, ItemOrder, Id)");
+  };
+  Sql("INSERT INTO AutoStart (ProfileId, Phase, ItemOrder, RecordType, Name) VALUES (2000, 1600, 1, 2, 'Second')");
+  Reload();
+  const auto added = Add(2003, L"Added");
+  added->fields.phase = 1600;
+  const auto second = AutoStartOf(2003, L"Second");
+  second->fields.program = L"changed";
+  second->SetState(ChangeState::Changed);
+  SaveSucceeds();
+  EXPECT_EQ(namesOf(2003), "Clean up,Second,Added");
+}
+
 TEST_F(AutoStartLists, AnEntryAddedAndRemovedAgainNeverWas) {
   const std::string before = FileBytes(file_);
   const auto added = Add(2003, L"Clock");
