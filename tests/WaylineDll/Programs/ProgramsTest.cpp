@@ -55,7 +55,8 @@ auto HasName(const std::wstring& name) { return Field(&Program::name, name); }
 std::wstring InstallDirectory(std::wstring program, uint32_t size) {
   std::wstring directory(size, L'#');
   GetProgInstallDirStr(program.data(), static_cast<uint32_t>(program.size() + 1), directory.data(), size);
-  return directory.c_str();
+  directory.resize(directory.find(L'\0'));
+  return directory;
 }
 
 }  // namespace
