@@ -40,6 +40,7 @@ class ProgramsTest : public testing::Test {
     return folder_.File(name);
   }
 
+  const RegisteredService service_;  // whatever else the machine has installed is logged
   TemporaryFolder folder_;
 };
 
@@ -130,7 +131,6 @@ TEST_F(ProgramsTest, AreInTheOrderInWhichListsShowThem) {
 }
 
 TEST_F(ProgramsTest, AreWithoutWhatNobodyCanStartWhichIsLogged) {
-  const RegisteredService service;
   const ServiceLog log;
   const std::wstring remover = MakeFile(L"remove.exe");
   const StartMenuFolder menu(FOLDERID_Programs);
@@ -162,7 +162,6 @@ TEST_F(ProgramsTest, AreWithoutWhatNobodyCanStartWhichIsLogged) {
 }
 
 TEST_F(ProgramsTest, AreThoseOfTheRegistryWhereTheStartMenusCannotBeRead) {
-  const RegisteredService service;
   const ServiceLog log;
   constexpr wchar_t kFolders[] = LR"(Software\Microsoft\Windows\CurrentVersion\Explorer\User Shell Folders)";
   TestRegistryKey own(HKEY_CURRENT_USER, kFolders);
