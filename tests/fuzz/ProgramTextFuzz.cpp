@@ -29,7 +29,7 @@ void CheckVariable(const std::wstring& text, const std::wstring& variable, const
 }
 
 void CheckAddress(const std::wstring& text) {
-  const std::wstring given = text.c_str();  // up to a null character
+  const std::wstring given = text.substr(0, text.find(L'\0'));
   const std::wstring address = MakeUrl(given.c_str());
   Require(address.ends_with(given) && address.empty() == given.empty());
   Require(address.empty() || address.find(L"://") != std::wstring::npos);
