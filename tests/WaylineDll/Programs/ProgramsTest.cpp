@@ -23,7 +23,6 @@
 
 namespace {
 
-using std::filesystem::path;
 using testing::AllOf;
 using testing::Contains;
 using testing::Field;
