@@ -18,9 +18,9 @@
 #include "LoginProperties/WiFiSwitching/AutoReconnectControls.h"
 #include "LoginProperties/WiFiSwitching/AutoReconnectDialog.h"
 #include "tests/support/BrowserStandIn.h"
+#include "tests/support/LibraryLogService.h"
 #include "tests/support/LoadedModule.h"
 #include "tests/support/MessageBoxAnswer.h"
-#include "tests/support/RegisteredService.h"
 
 namespace {
 
@@ -45,7 +45,7 @@ class PageHelp : public testing::Test {
     return AnswerMessageBox(MessageBoxAnswer::Button(IDOK), [&] { SendMessageW(page, message, 0, parameter); }).owner;
   }
 
-  const RegisteredService service_;  // the message is logged
+  const LibraryLogService service_;  // the message is logged
   BrowserStandIn browser_;
   LoadedModule module_{L"Pavise.dll"};
   HWND parent_ =

@@ -6,9 +6,9 @@
 
 #include "LoginProperties/Proxy/SettingsControls.h"
 #include "tests/support/BrowserStandIn.h"
+#include "tests/support/LibraryLogService.h"
 #include "tests/support/LoadedModule.h"
 #include "tests/support/MessageBoxAnswer.h"
-#include "tests/support/RegisteredService.h"
 
 namespace {
 
@@ -39,7 +39,7 @@ class SettingsDialogAlone : public testing::Test {
     return dialog_.OnNotify(IDC_SETTINGS_LIST, reinterpret_cast<int64_t>(&change));
   }
 
-  const RegisteredService service_;  // the message about help is logged
+  const LibraryLogService service_;  // the message about help is logged
   LoadedModule module_{L"Pavise.dll"};
   HWND parent_ =
       CreateWindowExW(0, L"STATIC", L"", WS_POPUP | WS_VISIBLE, 0, 0, 600, 500, nullptr, nullptr, nullptr, nullptr);

@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "NetUtilities/Text/Utf8.h"
+#include "tests/support/LibraryLogService.h"
 #include "tests/support/RegisteredService.h"
 #include "tests/support/ServiceLog.h"
 #include "tests/support/StartMenuFolder.h"
@@ -39,7 +40,8 @@ class ProgramsTest : public testing::Test {
     return folder_.File(name);
   }
 
-  const RegisteredService service_;  // whatever else the machine has installed is logged
+  const LibraryLogService service_;  // what else the machine has installed is logged too
+  const ServiceLog& log_ = service_.Log();
   TemporaryFolder folder_;
 };
 
@@ -130,7 +132,6 @@ TEST_F(ProgramsTest, AreInTheOrderInWhichListsShowThem) {
 }
 
 TEST_F(ProgramsTest, AreWithoutWhatNobodyCanStartWhichIsLogged) {
-  const ServiceLog log;
   const std::wstring remover = MakeFile(L"remove.exe");
   const StartMenuFolder menu(FOLDERID_Programs);
   menu.AddLink(L"Pavise broken", folder_.File(L"gone.exe"));
@@ -153,15 +154,14 @@ TEST_F(ProgramsTest, AreWithoutWhatNobodyCanStartWhichIsLogged) {
   for (const Program& program : LoadInstalledProgramList()) {
     EXPECT_FALSE(program.name.starts_with(L"Pavise")) << program.name.c_str();
   }
-  EXPECT_TRUE(log.Has("Pavise broken.lnk leads to nothing that is there: "));
-  EXPECT_TRUE(log.Has("Pavise garbage.lnk cannot be read Error "));
-  EXPECT_TRUE(log.Has("Pavise nowhere.url has no address of a web page: "));
-  EXPECT_TRUE(log.Has(R"(Uninstall\PaviseTest1\DisplayIcon is no text: it is ignored)"));
-  EXPECT_TRUE(log.Has(R"(Uninstall\PaviseTest2 names a program that is missing: )"));
+  EXPECT_TRUE(log_.Has("Pavise broken.lnk leads to nothing that is there: "));
+  EXPECT_TRUE(log_.Has("Pavise garbage.lnk cannot be read Error "));
+  EXPECT_TRUE(log_.Has("Pavise nowhere.url has no address of a web page: "));
+  EXPECT_TRUE(log_.Has(R"(Uninstall\PaviseTest1\DisplayIcon is no text: it is ignored)"));
+  EXPECT_TRUE(log_.Has(R"(Uninstall\PaviseTest2 names a program that is missing: )"));
 }
 
 TEST_F(ProgramsTest, AreThoseOfTheRegistryWhereTheStartMenusCannotBeRead) {
-  const ServiceLog log;
   constexpr wchar_t kFolders[] = LR"(Software\Microsoft\Windows\CurrentVersion\Explorer\User Shell Folders)";
   TestRegistryKey own(HKEY_CURRENT_USER, kFolders);
   own.SetString(L"Programs", MakeFile(L"no folder"));
@@ -171,8 +171,8 @@ TEST_F(ProgramsTest, AreThoseOfTheRegistryWhereTheStartMenusCannotBeRead) {
   product.SetString(L"DisplayName", L"Pavise product");
   product.SetString(L"DisplayIcon", MakeFile(L"product.exe"));
   EXPECT_THAT(LoadInstalledProgramList(), Contains(HasName(L"Pavise product")));
-  EXPECT_TRUE(log.Has("The start menu cannot be read in " + ToUtf8(folder_.File(L"no folder")) + " Error 20"));
-  EXPECT_TRUE(log.Has("Failed to get Common Programs folder Error "));
+  EXPECT_TRUE(log_.Has("The start menu cannot be read in " + ToUtf8(folder_.File(L"no folder")) + " Error 20"));
+  EXPECT_TRUE(log_.Has("Failed to get Common Programs folder Error "));
 }
 
 TEST_F(ProgramsTest, HaveAFolder) {
