@@ -1,5 +1,4 @@
-// Random steps of a user on the "Autostart" page of the real sheet, beside a plain model: at any time the page shows
-// what the model says, and in the end the database differs from what it was in what was confirmed alone.
+// Random steps of a user on the "Autostart" page of the real sheet.
 
 #include <gmock/gmock.h>
 
@@ -8,24 +7,12 @@
 #include <vector>
 
 #include "LoginProperties/ProfilePage/ProfileControls.h"
-#include "LoginProperties/ProfilePage/ProfileSelector.h"
-#include "LoginProperties/SheetResult.h"
 #include "NetUtilities/Text/Utf8.h"
 #include "tests/LoginProperties/Autostart/AutostartModel.h"
-#include "tests/support/Endurance.h"
-#include "tests/support/TemporaryFolder.h"
 #include "tests/ui/AutostartPageDriver.h"
-#include "tests/ui/OtherConnection.h"
-#include "tests/ui/SaveContext.h"
-#include "tests/ui/sequence/RandomSteps.h"
-#include "tests/ui/StoredSheetTest.h"
-#include "WaylineDll/Host.h"
+#include "tests/ui/sequence/PageSequence.h"
 
 namespace {
-
-constexpr int kStepsOnASheet = 60;
-
-int StepsToTake() { return FullSize() ? 5000 : 300; }
 
 // What lists may be before a sheet is opened: without headers, with equal orders and with gaps.
 constexpr char kUnusualSettings[] =
@@ -38,21 +25,15 @@ constexpr char kUnusualSettings[] =
     "SELECT 10001, 700, 4, 2, 'Stay', 1, 'C:\\Tools\\stay.exe', '', '', '', 0, 0, 0, 0, 0, 0, 0 UNION ALL "
     "SELECT 2000, 300, 9, 2, 'Late', 1, 'C:\\Tools\\late.exe', '', '', '', 0, 0, 0, 0, 0, 0, 0";
 
-class AutostartSequence : public RandomSteps {
+class AutostartSequence : public PageSequence<AutostartModel, AutostartPageDriver> {
  protected:
-  AutostartSequence() {
-    EXPECT_EQ(OpenSettings(file_), std::nullopt);
-    RunSql(file_, kUnusualSettings);
-  }
-  ~AutostartSequence() override {
-    sheet_.reset();
-    CloseSettings();
-  }
+  AutostartSequence() : PageSequence(L"Autostart", {L"General", L"Proxy"}, kUnusualSettings) {}
+
+  AutostartModel MakeModel() override { return AutostartModel(file_); }
 
   // Steps
 
-  void Step() {
-    ++steps_;
+  void Step() override {
     if (!model_->Overrides() && !OneIn(3)) return ClickOverride();
     switch (Below(14)) {
       case 0:
@@ -77,35 +58,6 @@ class AutostartSequence : public RandomSteps {
       default:
         return SelectLine();
     }
-  }
-
-  void ChooseProfile() {
-    const auto profiles = SelectableProfiles(context_.profiles);
-    const SelectableProfile& profile = OneOf(profiles);
-    story_ << "profile " << profile.id << "; ";
-    sheet_->Pick(IDC_PROFILE_COMBO, profile.name);
-    model_->Choose(profile.id);
-    if (onPage_) model_->ShowPage();
-  }
-
-  void VisitAnotherTab() {
-    static const std::vector<std::wstring> kTabs = {L"General", L"Proxy"};
-    const std::wstring& tab = OneOf(kTabs);
-    story_ << ToUtf8(tab) << "; ";
-    sheet_->SelectTab(tab);
-    onPage_ = false;
-    if (OneIn(3)) ChooseProfile();
-    if (OneIn(6)) ChooseProfile();
-    story_ << "Autostart; ";
-    sheet_->SelectTab(L"Autostart");
-    onPage_ = true;
-    model_->ShowPage();
-  }
-
-  void ClickOverride() {
-    story_ << "override; ";
-    sheet_->Click(IDC_OVERRIDE_CHECK);
-    model_->ClickOverride();
   }
 
   void SelectLine() {
@@ -194,7 +146,7 @@ class AutostartSequence : public RandomSteps {
 
   // What is seen
 
-  void ExpectPage() {
+  void ExpectPage() override {
     ASSERT_EQ(sheet_->MessageBoxText(), std::nullopt);
     EXPECT_EQ(sheet_->SelectedValue(IDC_PROFILE_COMBO), model_->ChosenId());
     EXPECT_EQ(sheet_->IsChecked(IDC_OVERRIDE_CHECK), model_->Overrides());
@@ -208,70 +160,16 @@ class AutostartSequence : public RandomSteps {
     EXPECT_EQ(page_->CanMoveDown(), model_->CanMoveDown());
   }
 
-  // Opens the sheet, takes many steps on its page and closes it, most often with OK.
-  void UseSheet() {
-    context_ = {};
-    context_.mode = SheetMode::Full;
-    ASSERT_EQ(LoadProfiles(context_.profiles), std::nullopt);
-    model_.emplace(file_);
-    const uint32_t first = OneOf(SelectableProfiles(context_.profiles)).id;
-    story_ << "on profile " << first << ": ";
-    context_.currentProfile = context_.profiles.at(first);
-    model_->Choose(first);
-    sheet_.emplace(context_);
-    page_.emplace(*sheet_);
-    sheet_->SelectTab(L"Autostart");
-    model_->ShowPage();
-    ExpectPage();
-    for (int step = 0; step < kStepsOnASheet && !HasFailure(); ++step) {
-      Step();
-      if (!HasFatalFailure()) ExpectPage();
-    }
-    if (!HasFailure()) OneIn(4) ? Cancel() : Confirm();
-  }
-
-  void Confirm() {
-    const std::wstring expected = folder_.File(L"Expected.db");
-    ASSERT_TRUE(CopyFileW(file_.c_str(), expected.c_str(), FALSE));
-    RunSql(expected, model_->Statements());
+  void Confirm() override {
     const uint32_t chosen = model_->ChosenId();
     const std::vector<std::wstring> lines = model_->Lines();
-    story_ << "OK";
-    sheet_->PressOk();
-    ASSERT_EQ(sheet_->Result(), kSheetConfirmed);
-    sheet_.reset();
-    SaveContext(context_);
-    EXPECT_EQ(AllRows(file_), AllRows(expected)) << model_->Statements();
-    AutostartModel reloaded(file_);
-    reloaded.Choose(chosen);
-    EXPECT_EQ(reloaded.Lines(), lines);
+    PageSequence::Confirm();
+    AutostartModel saved(file_);
+    saved.Choose(chosen);
+    EXPECT_EQ(saved.Lines(), lines);
   }
-
-  void Cancel() {
-    const std::multiset<std::string> before = AllRows(file_);
-    story_ << "Cancel";
-    sheet_->PressCancel();
-    ASSERT_EQ(sheet_->Result(), kSheetCancelled);
-    sheet_.reset();
-    DiscardChanges();
-    EXPECT_EQ(AllRows(file_), before);
-  }
-
-  TemporaryFolder folder_;
-  std::wstring file_ = folder_.File(L"Wayline.db");
-  LoginPropertiesContext context_;
-  std::optional<AutostartModel> model_;
-  std::optional<SheetDriver> sheet_;
-  std::optional<AutostartPageDriver> page_;
-  bool onPage_ = true;
-  int steps_ = 0;
 };
 
 }  // namespace
 
-TEST_F(AutostartSequence, ShowsAndSavesWhatWasDoneWhateverTheOrder) {
-  while (steps_ < StepsToTake() && !HasFailure()) {
-    story_.str({});
-    UseSheet();
-  }
-}
+TEST_F(AutostartSequence, ShowsAndSavesWhatWasDoneWhateverTheOrder) { TakeSteps(); }

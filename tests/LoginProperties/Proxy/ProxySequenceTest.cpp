@@ -1,32 +1,18 @@
-// Random steps of a user on the "Proxy" page of the real sheet, beside a plain model: at any time the page shows what
-// the model says, and in the end the database differs from what it was in what was confirmed alone.
+// Random steps of a user on the "Proxy" page of the real sheet.
 
 #include <gmock/gmock.h>
 
 #include <map>
-#include <optional>
 
 #include "LoginProperties/ProfilePage/ProfileControls.h"
-#include "LoginProperties/ProfilePage/ProfileSelector.h"
-#include "LoginProperties/SheetResult.h"
 #include "NetUtilities/Text/Utf8.h"
 #include "tests/LoginProperties/Proxy/ProxyModel.h"
-#include "tests/support/Endurance.h"
-#include "tests/support/TemporaryFolder.h"
 #include "tests/support/WaitUntil.h"
-#include "tests/ui/OtherConnection.h"
 #include "tests/ui/ProxyPageDriver.h"
-#include "tests/ui/SaveContext.h"
-#include "tests/ui/sequence/RandomSteps.h"
+#include "tests/ui/sequence/PageSequence.h"
 #include "tests/ui/SettingsDriver.h"
-#include "tests/ui/StoredSheetTest.h"
-#include "WaylineDll/Host.h"
 
 namespace {
-
-constexpr int kStepsOnASheet = 60;
-
-int StepsToTake() { return FullSize() ? 5000 : 300; }
 
 const std::map<wchar_t, int> kModes = {
     {L'a', IDC_PROXY_AUTOMATIC_RADIO}, {L'n', IDC_PROXY_NOT_UPDATED_RADIO}, {L'm', IDC_PROXY_MANUAL_RADIO}};
@@ -40,16 +26,12 @@ constexpr char kUnusualSettings[] =
     "Wins2, DomainName, SearchList) VALUES "
     "(2003, 0, 'http://' || printf('%0600d', 0), 'a:b:c;;d', 'LEAVE', '', '', '', '', '', '')";
 
-class ProxySequence : public RandomSteps {
+class ProxySequence : public PageSequence<ProxyModel, ProxyPageDriver> {
  protected:
-  ProxySequence() {
-    EXPECT_EQ(OpenSettings(file_), std::nullopt);
-    RunSql(file_, kUnusualSettings);
-  }
-  ~ProxySequence() override {
-    sheet_.reset();
-    CloseSettings();
-  }
+  ProxySequence() : PageSequence(L"Proxy", {L"General", L"Autostart"}, kUnusualSettings) {}
+
+  ProxyModel MakeModel() override { return ProxyModel(context_.profiles, file_); }
+  void OnLeaving() override { model_->LeavePage(); }
 
   // Texts, of any length around one at which they are cut
 
@@ -65,8 +47,7 @@ class ProxySequence : public RandomSteps {
 
   // Steps
 
-  void Step() {
-    ++steps_;
+  void Step() override {
     switch (Below(10)) {
       case 0:
         return ChooseProfile();
@@ -74,7 +55,7 @@ class ProxySequence : public RandomSteps {
       case 2:
         return VisitAnotherTab();
       case 3:
-        return ClickOverride();
+        return OverrideOrEnter();
       case 4:
       case 5:
         return SelectRow();
@@ -86,36 +67,8 @@ class ProxySequence : public RandomSteps {
     }
   }
 
-  void ChooseProfile() {
-    const auto profiles = SelectableProfiles(context_.profiles);
-    const SelectableProfile& profile = OneOf(profiles);
-    story_ << "profile " << profile.id << "; ";
-    sheet_->Pick(IDC_PROFILE_COMBO, profile.name);
-    model_->Choose(profile.id);
-    if (onPage_) model_->ShowPage();
-  }
-
-  void VisitAnotherTab() {
-    static const std::vector<std::wstring> kTabs = {L"General", L"Autostart"};
-    const std::wstring& tab = OneOf(kTabs);
-    story_ << ToUtf8(tab) << "; ";
-    sheet_->SelectTab(tab);
-    ASSERT_EQ(sheet_->CurrentTab(), tab);
-    model_->LeavePage();
-    onPage_ = false;
-    if (OneIn(3)) ChooseProfile();
-    story_ << "Proxy; ";
-    sheet_->SelectTab(L"Proxy");
-    onPage_ = true;
-    model_->ShowPage();
-  }
-
-  void ClickOverride() {
-    if (model_->Overrides() && !OneIn(3)) return EnterValue();
-    story_ << "override; ";
-    sheet_->Click(IDC_OVERRIDE_CHECK);
-    model_->ClickOverride();
-  }
+  // Most is to be seen of settings of its own.
+  void OverrideOrEnter() { model_->Overrides() && !OneIn(3) ? EnterValue() : ClickOverride(); }
 
   void SelectRow() {
     if (!model_->Overrides()) return;
@@ -206,7 +159,7 @@ class ProxySequence : public RandomSteps {
 
   // What is seen
 
-  void ExpectPage() {
+  void ExpectPage() override {
     ASSERT_EQ(sheet_->MessageBoxText(), std::nullopt);
     EXPECT_EQ(sheet_->SelectedValue(IDC_PROFILE_COMBO), model_->ChosenId());
     EXPECT_EQ(sheet_->IsChecked(IDC_OVERRIDE_CHECK), model_->Overrides());
@@ -224,67 +177,8 @@ class ProxySequence : public RandomSteps {
     EXPECT_EQ(sheet_->IsEnabled(isUrl ? IDC_PROXY_URL : IDC_PROXY_SETTINGS), model_->CanEnter());
     EXPECT_EQ(sheet_->Text(IDC_PROXY_URL), model_->Url());
   }
-
-  // Opens the sheet, takes many steps on its page and closes it, most often with OK.
-  void UseSheet() {
-    context_ = {};
-    context_.mode = SheetMode::Full;
-    ASSERT_EQ(LoadProfiles(context_.profiles), std::nullopt);
-    model_.emplace(context_.profiles, file_);
-    const uint32_t first = OneOf(SelectableProfiles(context_.profiles)).id;
-    story_ << "on profile " << first << ": ";
-    context_.currentProfile = context_.profiles.at(first);
-    model_->Choose(first);
-    sheet_.emplace(context_);
-    page_.emplace(*sheet_);
-    sheet_->SelectTab(L"Proxy");
-    model_->ShowPage();
-    ExpectPage();
-    for (int step = 0; step < kStepsOnASheet && !HasFailure(); ++step) {
-      Step();
-      if (!HasFatalFailure()) ExpectPage();
-    }
-    if (!HasFailure()) OneIn(4) ? Cancel() : Confirm();
-  }
-
-  void Confirm() {
-    const std::wstring expected = folder_.File(L"Expected.db");
-    ASSERT_TRUE(CopyFileW(file_.c_str(), expected.c_str(), FALSE));
-    model_->LeavePage();
-    RunSql(expected, model_->Statements());
-    story_ << "OK";
-    sheet_->PressOk();
-    ASSERT_EQ(sheet_->Result(), kSheetConfirmed);
-    sheet_.reset();
-    SaveContext(context_);
-    EXPECT_EQ(AllRows(file_), AllRows(expected)) << model_->Statements();
-  }
-
-  void Cancel() {
-    const std::multiset<std::string> before = AllRows(file_);
-    story_ << "Cancel";
-    sheet_->PressCancel();
-    ASSERT_EQ(sheet_->Result(), kSheetCancelled);
-    sheet_.reset();
-    DiscardChanges();
-    EXPECT_EQ(AllRows(file_), before);
-  }
-
-  TemporaryFolder folder_;
-  std::wstring file_ = folder_.File(L"Wayline.db");
-  LoginPropertiesContext context_;
-  std::optional<ProxyModel> model_;
-  std::optional<SheetDriver> sheet_;
-  std::optional<ProxyPageDriver> page_;
-  bool onPage_ = true;
-  int steps_ = 0;
 };
 
 }  // namespace
 
-TEST_F(ProxySequence, ShowsAndSavesWhatWasChosenWhateverTheOrder) {
-  while (steps_ < StepsToTake() && !HasFailure()) {
-    story_.str({});
-    UseSheet();
-  }
-}
+TEST_F(ProxySequence, ShowsAndSavesWhatWasChosenWhateverTheOrder) { TakeSteps(); }
