@@ -8,7 +8,7 @@
 
 #include "LoginProperties/ProfilePage/ProfileControls.h"
 #include "NetUtilities/Text/Utf8.h"
-#include "tests/LoginProperties/Autostart/AutostartModel.h"
+#include "tests/LoginProperties/Autostart/AutostartPageModel.h"
 #include "tests/ui/AutostartPageDriver.h"
 #include "tests/ui/sequence/PageSequence.h"
 
@@ -25,11 +25,11 @@ constexpr char kUnusualSettings[] =
     "SELECT 10001, 700, 4, 2, 'Stay', 1, 'C:\\Tools\\stay.exe', '', '', '', 0, 0, 0, 0, 0, 0, 0 UNION ALL "
     "SELECT 2000, 300, 9, 2, 'Late', 1, 'C:\\Tools\\late.exe', '', '', '', 0, 0, 0, 0, 0, 0, 0";
 
-class AutostartSequence : public PageSequence<AutostartModel, AutostartPageDriver> {
+class AutostartSequence : public PageSequence<AutostartPageModel, AutostartPageDriver> {
  protected:
   AutostartSequence() : PageSequence(L"Autostart", {L"General", L"Proxy"}, kUnusualSettings) {}
 
-  AutostartModel MakeModel() override { return AutostartModel(file_); }
+  AutostartPageModel MakeModel() override { return AutostartPageModel(file_); }
 
   // Steps
 
@@ -164,7 +164,7 @@ class AutostartSequence : public PageSequence<AutostartModel, AutostartPageDrive
     const uint32_t chosen = model_->ChosenId();
     const std::vector<std::wstring> lines = model_->Lines();
     PageSequence::Confirm();
-    AutostartModel saved(file_);
+    AutostartPageModel saved(file_);
     saved.Choose(chosen);
     EXPECT_EQ(saved.Lines(), lines);
   }

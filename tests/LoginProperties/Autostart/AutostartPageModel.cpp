@@ -1,4 +1,4 @@
-#include "tests/LoginProperties/Autostart/AutostartModel.h"
+#include "tests/LoginProperties/Autostart/AutostartPageModel.h"
 
 #include <algorithm>
 #include <iterator>
@@ -47,7 +47,7 @@ const std::map<int, std::string>& BuiltInTitles() {
 
 }  // namespace
 
-AutostartModel::AutostartModel(const std::wstring& file) : file_(file) {
+AutostartPageModel::AutostartPageModel(const std::wstring& file) : file_(file) {
   for (const Row& row : RunSql(file,
                                "SELECT ProfileId, ifnull(LinkProfile, 0) AS Link, ifnull(DefaultAutostart, 1) AS "
                                "Follows FROM Profiles")) {
@@ -58,12 +58,12 @@ AutostartModel::AutostartModel(const std::wstring& file) : file_(file) {
   overrodeBefore_ = overrides_;
 }
 
-void AutostartModel::Record::Place(int phase, int order) {
+void AutostartPageModel::Record::Place(int phase, int order) {
   row["Phase"] = std::to_string(phase);
   row["ItemOrder"] = std::to_string(order);
 }
 
-AutostartModel::List AutostartModel::Load(uint32_t profile) {
+AutostartPageModel::List AutostartPageModel::Load(uint32_t profile) {
   List list;
   for (uint32_t id = profile; id != 0 && list.empty(); id = links_[id]) {
     const bool own = id == profile;
@@ -85,12 +85,12 @@ AutostartModel::List AutostartModel::Load(uint32_t profile) {
   return list;
 }
 
-AutostartModel::List& AutostartModel::ListOf(uint32_t profile) {
+AutostartPageModel::List& AutostartPageModel::ListOf(uint32_t profile) {
   if (!lists_.contains(profile)) lists_[profile] = Load(profile);
   return lists_.at(profile);
 }
 
-AutostartModel::Shown AutostartModel::ShownList() {
+AutostartPageModel::Shown AutostartPageModel::ShownList() {
   Shown shown;
   for (Record& record : ListOf(Overrides() ? chosen_ : links_.at(chosen_))) {
     if (!record.removed) shown.push_back(&record);
@@ -100,7 +100,7 @@ AutostartModel::Shown AutostartModel::ShownList() {
   return shown;
 }
 
-std::vector<std::wstring> AutostartModel::Lines() {
+std::vector<std::wstring> AutostartPageModel::Lines() {
   std::vector<std::wstring> lines;
   for (const Record* record : ShownList()) {
     lines.push_back((record->IsEntry() ? L" " : L"") + Wide(record->row.at("Name")));
@@ -108,27 +108,27 @@ std::vector<std::wstring> AutostartModel::Lines() {
   return lines;
 }
 
-int AutostartModel::SelectedLine() {
+int AutostartPageModel::SelectedLine() {
   const Shown shown = ShownList();
   const auto found = std::ranges::find(shown, selected_, &Record::number);
   return found != shown.end() ? static_cast<int>(found - shown.begin()) : -1;
 }
 
-AutostartModel::Record* AutostartModel::Selected() {
+AutostartPageModel::Record* AutostartPageModel::Selected() {
   const int line = SelectedLine();
   return line >= 0 ? ShownList().at(static_cast<size_t>(line)) : nullptr;
 }
 
-bool AutostartModel::IsEntrySelected() {
+bool AutostartPageModel::IsEntrySelected() {
   const Record* const record = Selected();
   return record != nullptr && record->IsEntry() && Overrides();
 }
 
-bool AutostartModel::IsModifiable() { return Selected()->row.at("Modifiable") == "1"; }
+bool AutostartPageModel::IsModifiable() { return Selected()->row.at("Modifiable") == "1"; }
 
-std::wstring AutostartModel::SelectedName() { return Wide(Selected()->row.at("Name")); }
+std::wstring AutostartPageModel::SelectedName() { return Wide(Selected()->row.at("Name")); }
 
-std::wstring AutostartModel::SelectedPhaseTitle() {
+std::wstring AutostartPageModel::SelectedPhaseTitle() {
   const Record* const selected = Selected();
   const int phase = selected != nullptr ? selected->Phase() : 300;
   for (const Record* record : ShownList()) {
@@ -137,7 +137,7 @@ std::wstring AutostartModel::SelectedPhaseTitle() {
   throw std::logic_error("a phase without a header");
 }
 
-std::vector<int> AutostartModel::Phases() {
+std::vector<int> AutostartPageModel::Phases() {
   std::vector<int> phases;
   for (const Record* record : ShownList()) {
     if (!record->IsEntry()) phases.push_back(record->Phase());
@@ -145,7 +145,7 @@ std::vector<int> AutostartModel::Phases() {
   return phases;
 }
 
-std::vector<std::wstring> AutostartModel::PhaseTitles() {
+std::vector<std::wstring> AutostartPageModel::PhaseTitles() {
   std::vector<std::wstring> titles;
   for (const Record* record : ShownList()) {
     if (!record->IsEntry()) titles.push_back(Wide(record->row.at("Name")));
@@ -153,43 +153,43 @@ std::vector<std::wstring> AutostartModel::PhaseTitles() {
   return titles;
 }
 
-int AutostartModel::PhaseOfTitle(const std::wstring& title) {
+int AutostartPageModel::PhaseOfTitle(const std::wstring& title) {
   const auto titles = PhaseTitles();
   return Phases().at(static_cast<size_t>(std::ranges::find(titles, title) - titles.begin()));
 }
 
 // The entries of a phase, from the first to the last.
-AutostartModel::Shown AutostartModel::Group(int phase, const Record* except) {
+AutostartPageModel::Shown AutostartPageModel::Group(int phase, const Record* except) {
   Shown group = ShownList();
   std::erase_if(
       group, [&](const Record* record) { return !record->IsEntry() || record->Phase() != phase || record == except; });
   return group;
 }
 
-bool AutostartModel::CanMoveUp() {
+bool AutostartPageModel::CanMoveUp() {
   if (!IsEntrySelected()) return false;
   const Record* const selected = Selected();
   return selected->Phase() != 300 || selected->Order() != 1 || Group(300).front() != selected;
 }
 
-bool AutostartModel::CanMoveDown() {
+bool AutostartPageModel::CanMoveDown() {
   if (!IsEntrySelected()) return false;
   return Selected()->Phase() != 1600 || ShownList().back() != Selected();
 }
 
-void AutostartModel::ShowPage() {
+void AutostartPageModel::ShowPage() {
   if (SelectedLine() < 0) SelectLine(0);
 }
 
-void AutostartModel::ClickOverride() {
+void AutostartPageModel::ClickOverride() {
   overrides_.at(chosen_) = !Overrides();
   SelectLine(0);
 }
 
-void AutostartModel::SelectLine(int line) { selected_ = ShownList().at(static_cast<size_t>(line))->number; }
+void AutostartPageModel::SelectLine(int line) { selected_ = ShownList().at(static_cast<size_t>(line))->number; }
 
-void AutostartModel::Add(const std::wstring& name, const std::wstring& program,
-                         const std::optional<std::wstring>& phaseTitle) {
+void AutostartPageModel::Add(const std::wstring& name, const std::wstring& program,
+                             const std::optional<std::wstring>& phaseTitle) {
   const Record* const selected = Selected();
   const int selectedPhase = selected != nullptr ? selected->Phase() : 300;
   const int phase = phaseTitle ? PhaseOfTitle(*phaseTitle) : selectedPhase;
@@ -218,8 +218,8 @@ void AutostartModel::Add(const std::wstring& name, const std::wstring& program,
   ShowPage();
 }
 
-void AutostartModel::Change(const std::wstring& name, const std::wstring& program,
-                            const std::optional<std::wstring>& phaseTitle) {
+void AutostartPageModel::Change(const std::wstring& name, const std::wstring& program,
+                                const std::optional<std::wstring>& phaseTitle) {
   Record& record = *Selected();
   record.row["Name"] = ToUtf8(name);
   record.row["Program"] = ToUtf8(program);
@@ -229,7 +229,7 @@ void AutostartModel::Change(const std::wstring& name, const std::wstring& progra
   record.Place(phase, group.empty() ? 1 : group.back()->Order() + 1);
 }
 
-void AutostartModel::Remove() {
+void AutostartPageModel::Remove() {
   const Shown shown = ShownList();
   const auto line = static_cast<size_t>(SelectedLine());
   const bool isLast = line + 1 == shown.size() || !shown[line + 1]->IsEntry();
@@ -237,7 +237,7 @@ void AutostartModel::Remove() {
   SelectLine(static_cast<int>(isLast ? line - 1 : line));
 }
 
-void AutostartModel::NumberAnewIfEqual(int phase) {
+void AutostartPageModel::NumberAnewIfEqual(int phase) {
   const Shown group = Group(phase);
   const auto isEqual = [](const Record* one, const Record* other) { return one->Order() == other->Order(); };
   if (std::ranges::adjacent_find(group, isEqual) == group.end()) return;
@@ -245,7 +245,7 @@ void AutostartModel::NumberAnewIfEqual(int phase) {
   for (Record* record : group) record->Place(phase, ++order);
 }
 
-void AutostartModel::MoveUp() {
+void AutostartPageModel::MoveUp() {
   Record& record = *Selected();
   const int phase = record.Phase();
   const Shown group = Group(phase);
@@ -265,7 +265,7 @@ void AutostartModel::MoveUp() {
   record.Place(above, Group(above).empty() ? 1 : Group(above).back()->Order() + 1);
 }
 
-void AutostartModel::MoveDown() {
+void AutostartPageModel::MoveDown() {
   Record& record = *Selected();
   const int phase = record.Phase();
   const Shown group = Group(phase);
@@ -287,7 +287,7 @@ void AutostartModel::MoveDown() {
   for (Record* other : next) other->Place(*below, ++order);
 }
 
-std::string AutostartModel::Insertion(const Record& record, uint32_t profile) {
+std::string AutostartPageModel::Insertion(const Record& record, uint32_t profile) {
   std::string columns = "ProfileId";
   std::string values = std::to_string(profile);
   for (const auto& [column, value] : record.row) {
@@ -297,7 +297,7 @@ std::string AutostartModel::Insertion(const Record& record, uint32_t profile) {
   return "INSERT INTO AutoStart (" + columns + ") VALUES (" + values + ");";
 }
 
-std::string AutostartModel::Statements() const {
+std::string AutostartPageModel::Statements() const {
   std::string statements;
   for (const auto& [id, overrides] : overrides_) {
     const bool overrode = overrodeBefore_.at(id);

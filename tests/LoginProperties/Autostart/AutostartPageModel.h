@@ -11,10 +11,10 @@
 
 /// What a user can see on the "Autostart" page and what is to be saved, said without the code of the page. The lines of
 /// the tree are counted from 0, phases and entries alike.
-class AutostartModel {
+class AutostartPageModel {
  public:
   /// As the sheet is opened on the settings of a database.
-  explicit AutostartModel(const std::wstring& file);
+  explicit AutostartPageModel(const std::wstring& file);
 
   uint32_t ChosenId() const { return chosen_; }
   bool Overrides() const { return overrides_.at(chosen_); }
